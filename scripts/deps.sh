@@ -1,0 +1,23 @@
+# Sourced by the set-up scripts: installs the Debian packages that are missing.
+hk_packages=(cmake g++ make libgtest-dev qt6-base-dev libqt6sql6-sqlite libqt6sql6-psql
+  libqt6sql6-odbc libsqlite3-dev libcurl4-openssl-dev tdsodbc fonts-dejavu-core
+  postgresql-15 python3-aiosmtpd poppler-utils xvfb xauth)
+
+hk_install_missing() {
+  local missing=()
+  for p in "${hk_packages[@]}" "$@"; do
+    dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q 'ok installed' || missing+=("$p")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  echo "Installing: ${missing[*]}"
+  local sudo=""
+  [ "$(id -u)" -ne 0 ] && sudo="sudo"
+  $sudo apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"
+}
+
+hk_build() {
+  local dir="$1"
+  cmake -S "$hk_root" -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+  cmake --build "$dir" -j2
+}

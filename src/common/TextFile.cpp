@@ -1,0 +1,104 @@
+#include "common/TextFile.h"
+#include <QFile>
+#include <QHash>
+
+namespace textfile {
+
+namespace {
+
+// 0x80 to 0x9F; the five bytes the code page leaves undefined map to themselves.
+const char16_t kHigh[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                            0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                            0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                            0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+const QHash<char16_t, char> &reverseHigh()
+{
+    static const QHash<char16_t, char> table = [] {
+        QHash<char16_t, char> t;
+        for (int i = 0; i < 32; ++i) t.insert(kHigh[i], static_cast<char>(0x80 + i));
+        return t;
+    }();
+    return table;
+}
+
+} // namespace
+
+QString fromCp1252(const QByteArray &bytes)
+{
+    QString s(bytes.size(), Qt::Uninitialized);
+    for (int i = 0; i < bytes.size(); ++i) {
+        const auto b = static_cast<unsigned char>(bytes[i]);
+        s[i] = QChar(b >= 0x80 && b < 0xA0 ? kHigh[b - 0x80] : char16_t(b));
+    }
+    return s;
+}
+
+QByteArray toCp1252(const QString &text)
+{
+    QByteArray out(text.size(), Qt::Uninitialized);
+    for (int i = 0; i < text.size(); ++i) {
+        const char16_t c = text[i].unicode();
+        if (c < 0x80 || (c >= 0xA0 && c < 0x100))
+            out[i] = static_cast<char>(c);
+        else
+            out[i] = reverseHigh().value(c, '?');
+    }
+    return out;
+}
+
+QStringList splitLines(const QString &text)
+{
+    QStringList lines;
+    int start = 0;
+    for (int i = 0; i < text.size(); ++i) {
+        if (text[i] != '\r' && text[i] != '\n')
+            continue;
+        lines << text.mid(start, i - start);
+        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n')
+            ++i;
+        start = i + 1;
+    }
+    if (start < text.size())
+        lines << text.mid(start);
+    return lines;
+}
+
+bool readLines(const QString &path, QStringList &lines, QString *error)
+{
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly)) {
+        if (error) *error = f.errorString();
+        return false;
+    }
+    const QByteArray bytes = f.readAll();
+    if (f.error() != QFileDevice::NoError) {
+        if (error) *error = f.errorString();
+        return false;
+    }
+    lines = splitLines(fromCp1252(bytes));
+    return true;
+}
+
+bool writeLines(const QString &path, const QStringList &lines, QString *error)
+{
+    QByteArray bytes;
+    for (const QString &line : lines) bytes += toCp1252(line) + "\r\n";
+    QFile f(path);
+    if (!f.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
+        if (error) *error = f.errorString();
+        return false;
+    }
+    if (f.write(bytes) != bytes.size() || !f.flush()) {
+        if (error) *error = f.errorString();
+        return false;
+    }
+    f.close();
+    if (f.error() != QFileDevice::NoError) {
+        if (error) *error = f.errorString();
+        return false;
+    }
+    return true;
+}
+
+} // namespace textfile

@@ -1,0 +1,22 @@
+#pragma once
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+// The suite's text files: 8-bit Windows-1252, CR LF at every line end.
+namespace textfile {
+
+QString fromCp1252(const QByteArray &bytes);
+// Characters the code page lacks become "?".
+QByteArray toCp1252(const QString &text);
+
+// Lines ended by CR LF, a lone LF or a lone CR; a last line without an end counts.
+QStringList splitLines(const QString &text);
+
+// False when the file cannot be opened or read; `error` says why.
+bool readLines(const QString &path, QStringList &lines, QString *error = nullptr);
+// Creates the file and writes each line with CR LF. False with `error` set when
+// the file cannot be created or written whole.
+bool writeLines(const QString &path, const QStringList &lines, QString *error = nullptr);
+
+} // namespace textfile

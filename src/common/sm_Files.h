@@ -1,0 +1,9 @@
+#pragma once
+#include <QString>
+
+bool gfbFile_exists(const QString &sPath);
+bool gfbFolder_exists(const QString &sPath);
+// The part of a path behind its last separator ("\", "/" or ":").
+QString gfsFile_name(const QString &sPath);
+// True when the text has blanks at either end.
+bool gfbText_outerBlanks(const QString &sText);

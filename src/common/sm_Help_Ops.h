@@ -1,0 +1,9 @@
+#pragma once
+#include <QString>
+
+// The suite's guides page; every help command opens it.
+extern const char *const kGuidesPage;
+
+void gpHelp_open(const QString &sTopic);
+// What a Help button does: open the guides page, then wait while a help viewer answers.
+void gpHelp_press(const QString &sTopic);

@@ -1,0 +1,10 @@
+#include "common/sm_Messages.h"
+#include "platform/AppInfo.h"
+#include "platform/Dialogs.h"
+
+bool gfbAsk(const QString &sText, const QString &sQuestion, int iStyle)
+{
+    using namespace platform;
+    return MsgBox(sText + "\r\r" + sQuestion, vbYesNo + vbQuestion + iStyle,
+                  QString::fromLatin1(kProductName)) == vbYes;
+}

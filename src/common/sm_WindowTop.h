@@ -1,0 +1,5 @@
+#pragma once
+
+class QWidget;
+
+bool gfbWindow_topMost(QWidget *hWnd, bool bOnTop);

@@ -1,0 +1,87 @@
+#include "platform/Instance.h"
+#include <QCoreApplication>
+#include <QCryptographicHash>
+#include <QDir>
+#include <QLocalServer>
+#include <QLocalSocket>
+#include <QLockFile>
+#include <QPointer>
+#include <QWidget>
+#include <memory>
+
+namespace platform {
+
+namespace {
+
+QString &key()
+{
+    static QString k = QString::fromLatin1(
+        QCryptographicHash::hash(QCoreApplication::applicationFilePath().toUtf8(),
+                                 QCryptographicHash::Md5)
+            .toHex()
+            .left(12));
+    return k;
+}
+
+QString socketName(const QString &title)
+{
+    return "hotkeys-" + key() + '-' +
+           QString::fromLatin1(
+               QCryptographicHash::hash(title.toUtf8(), QCryptographicHash::Md5).toHex().left(8));
+}
+
+std::unique_ptr<QLockFile> &lock()
+{
+    static std::unique_ptr<QLockFile> l;
+    return l;
+}
+
+} // namespace
+
+void Instance::setKey(const QString &k)
+{
+    key() = k;
+    lock().reset();
+}
+
+bool Instance::otherIsRunning()
+{
+    if (lock() && lock()->isLocked())
+        return false;
+    auto l = std::make_unique<QLockFile>(QDir::temp().filePath("hotkeys-" + key() + ".lock"));
+    l->setStaleLockTime(0);
+    if (!l->tryLock(0))
+        return true;
+    lock() = std::move(l);
+    return false;
+}
+
+bool Instance::raise(const QString &title)
+{
+    QLocalSocket socket;
+    socket.connectToServer(socketName(title));
+    if (!socket.waitForConnected(200))
+        return false;
+    socket.write("raise\n");
+    socket.waitForBytesWritten(200);
+    return true;
+}
+
+void Instance::listen(QWidget *window, const QString &title)
+{
+    auto *server = new QLocalServer(window);
+    QLocalServer::removeServer(socketName(title));
+    server->listen(socketName(title));
+    QPointer<QWidget> target(window);
+    QObject::connect(server, &QLocalServer::newConnection, server, [server, target] {
+        while (QLocalSocket *s = server->nextPendingConnection())
+            s->deleteLater();
+        if (!target)
+            return;
+        target->showNormal();
+        target->raise();
+        target->activateWindow();
+    });
+}
+
+} // namespace platform

@@ -1,0 +1,3 @@
+#include "settings/clsDataPath.h"
+
+clsDataPath gDataPath;

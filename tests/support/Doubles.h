@@ -1,0 +1,87 @@
+#pragma once
+#include "platform/Dialogs.h"
+#include "platform/Modal.h"
+#include "platform/Shell.h"
+#include <QHash>
+#include <QList>
+#include <QQueue>
+#include <QString>
+#include <QStringList>
+#include <functional>
+
+namespace testing_support {
+
+// One box as the user would have seen it.
+struct Box {
+    QString kind; // "msg", "input", "open", "save", "folder"
+    int style = 0;
+    QString title;
+    QString text;
+};
+
+// Records every box and answers from a script. A box that needs an answer and
+// has none fails the test and gets a cancel; it never blocks.
+class ScriptedDialogs : public platform::Dialogs {
+public:
+    void answer(int result) { m_answers.enqueue(QString::number(result)); }
+    void answerText(const QString &text) { m_answers.enqueue(text); }
+    // The boxes shown since the last call.
+    QList<Box> take();
+    bool idle() const { return m_boxes.isEmpty() && m_answers.isEmpty(); }
+
+    int msgBox(const QString &text, int style, const QString &title) override;
+    QString inputBox(const QString &prompt, const QString &title,
+                     const QString &defaultText) override;
+    QString openFileName(const QString &title, const QString &folder,
+                         const QString &filter) override;
+    QString saveFileName(const QString &title, const QString &path,
+                         const QString &filter) override;
+    QString folderName(const QString &title, const QString &start) override;
+
+private:
+    QString next(const Box &box, bool needed, const QString &fallback);
+
+    QList<Box> m_boxes;
+    QQueue<QString> m_answers;
+};
+
+// Modal forms are handed to the driver registered for their class, which acts
+// on the form and closes it before the show returns.
+class ScriptedModal : public platform::ModalShower {
+public:
+    using Driver = std::function<void(QDialog &)>;
+    void drive(const QString &className, Driver driver) { m_drivers[className] << driver; }
+    int show(QDialog &form) override;
+    QStringList shown;
+
+private:
+    QHash<QString, QList<Driver>> m_drivers;
+};
+
+struct ProcessExit {
+    int code;
+};
+
+class RecordingShell : public platform::Shell {
+public:
+    bool openUrl(const QString &url) override;
+    QStringList printerNames() override { return printers; }
+    QString defaultPrinterName() override { return printers.value(0); }
+    QList<platform::ProcessEntry> processes() override { return processList; }
+    QList<platform::WindowEntry> windows() override { return windowList; }
+    bool pingWindow(quintptr window, int timeoutMs) override;
+    void setTopMost(QWidget *window, bool onTop) override;
+    QString computerName() override { return "TESTPC"; }
+    // Throws, so that nothing runs after the end in a test either.
+    [[noreturn]] void exitProcess(int code) override { throw ProcessExit{code}; }
+
+    QStringList urls;
+    QStringList printers;
+    QList<platform::ProcessEntry> processList;
+    QList<platform::WindowEntry> windowList;
+    QList<quintptr> pinged;
+    int pingAnswers = 0; // how many pings answer true before the window is gone
+    QList<bool> topMost;
+};
+
+} // namespace testing_support

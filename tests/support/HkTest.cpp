@@ -1,0 +1,46 @@
+#include "support/HkTest.h"
+#include "settings/clsDataPath.h"
+#include <QDir>
+#include <QFile>
+#include <QSettings>
+
+namespace testing_support {
+
+void HkTest::SetUp()
+{
+    ASSERT_TRUE(temp.isValid());
+    QDir(temp.path()).mkpath("data");
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, temp.filePath("settings"));
+    gDataPath = clsDataPath();
+    gDataPath.setDataPath(dataPath());
+    platform::DialogPort::install(&dialogs);
+    platform::ModalPort::install(&modal);
+    platform::ShellPort::install(&shell);
+}
+
+void HkTest::TearDown()
+{
+    platform::DialogPort::install(nullptr);
+    platform::ModalPort::install(nullptr);
+    platform::ShellPort::install(nullptr);
+    for (const Box &b : dialogs.take())
+        ADD_FAILURE() << "box not checked by the test: " << b.title.toStdString() << " / "
+                      << b.text.toStdString();
+}
+
+QString HkTest::dataPath() const { return temp.filePath("data"); }
+
+void HkTest::writeDataFile(const QString &name, const QByteArray &bytes) const
+{
+    QFile f(QDir(dataPath()).filePath(name));
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    f.write(bytes);
+}
+
+QByteArray HkTest::readDataFile(const QString &name) const
+{
+    QFile f(QDir(dataPath()).filePath(name));
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+} // namespace testing_support

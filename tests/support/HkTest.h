@@ -1,0 +1,27 @@
+#pragma once
+#include "support/Doubles.h"
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace testing_support {
+
+// A fresh data folder, settings location and set of platform doubles per test.
+// A box the test did not take with boxes() fails it at the end.
+class HkTest : public ::testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    QList<Box> boxes() { return dialogs.take(); }
+    QString dataPath() const;
+    // Writes a file of the data folder byte for byte.
+    void writeDataFile(const QString &name, const QByteArray &bytes) const;
+    QByteArray readDataFile(const QString &name) const;
+
+    QTemporaryDir temp;
+    ScriptedDialogs dialogs;
+    ScriptedModal modal;
+    RecordingShell shell;
+};
+
+} // namespace testing_support
