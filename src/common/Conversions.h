@@ -17,7 +17,9 @@ std::optional<qint16> CInt(double value);
 QString Format(double value, const QString &mask);
 QString FormatText(const QString &text, const QString &mask);
 
-inline QString BoolText(bool b) { return b ? QStringLiteral("True") : QStringLiteral("False"); }
+inline QString BoolText(bool b) {
+    return b ? QStringLiteral("True") : QStringLiteral("False");
+}
 
 // Trim removes blanks only, never tabs or other white space.
 QString Trim(const QString &s);
@@ -25,6 +27,8 @@ QString LTrim(const QString &s);
 QString RTrim(const QString &s);
 
 // "Sorts above a single blank": a binary compare of the text with " ".
-inline bool AboveBlank(const QString &s) { return QString::compare(s, QStringLiteral(" ")) > 0; }
+inline bool AboveBlank(const QString &s) {
+    return QString::compare(s, QStringLiteral(" ")) > 0;
+}
 
 } // namespace conv

@@ -2,10 +2,8 @@
 #include "common/Conversions.h"
 #include <QComboBox>
 
-void gpCombo_select(QComboBox *oCombo, const QString &sText, bool bFirst)
-{
-    if (oCombo->count() == 0)
-        return;
+void gpCombo_select(QComboBox *oCombo, const QString &sText, bool bFirst) {
+    if (oCombo->count() == 0) return;
     const QString wanted = conv::Trim(sText.toUpper());
     for (int i = 0; i < oCombo->count(); ++i) {
         if (conv::Trim(oCombo->itemText(i).toUpper()) == wanted) {
@@ -13,6 +11,5 @@ void gpCombo_select(QComboBox *oCombo, const QString &sText, bool bFirst)
             break;
         }
     }
-    if (bFirst && oCombo->currentIndex() == -1)
-        oCombo->setCurrentIndex(0);
+    if (bFirst && oCombo->currentIndex() == -1) oCombo->setCurrentIndex(0);
 }

@@ -2,22 +2,23 @@
 #include "common/Conversions.h"
 #include <QFileInfo>
 
-bool gfbFile_exists(const QString &sPath)
-{
+bool gfbFile_exists(const QString &sPath) {
     const QFileInfo info(sPath);
     return !sPath.isEmpty() && info.exists() && !info.isDir();
 }
 
-bool gfbFolder_exists(const QString &sPath) { return !sPath.isEmpty() && QFileInfo(sPath).isDir(); }
+bool gfbFolder_exists(const QString &sPath) {
+    return !sPath.isEmpty() && QFileInfo(sPath).isDir();
+}
 
-QString gfsFile_name(const QString &sPath)
-{
+QString gfsFile_name(const QString &sPath) {
     for (int i = sPath.size() - 1; i > 0; --i) {
         const QChar c = sPath[i];
-        if (c == '\\' || c == '/' || c == ':')
-            return sPath.mid(i + 1);
+        if (c == '\\' || c == '/' || c == ':') return sPath.mid(i + 1);
     }
     return sPath;
 }
 
-bool gfbText_outerBlanks(const QString &sText) { return sText.size() != conv::Trim(sText).size(); }
+bool gfbText_outerBlanks(const QString &sText) {
+    return sText.size() != conv::Trim(sText).size();
+}

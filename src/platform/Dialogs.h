@@ -18,7 +18,15 @@ enum MsgStyle {
     vbInformation = 64,
     vbDefaultButton2 = 256,
 };
-enum MsgResult { vbOK = 1, vbCancel = 2, vbAbort = 3, vbRetry = 4, vbIgnore = 5, vbYes = 6, vbNo = 7 };
+enum MsgResult {
+    vbOK = 1,
+    vbCancel = 2,
+    vbAbort = 3,
+    vbRetry = 4,
+    vbIgnore = 5,
+    vbYes = 6,
+    vbNo = 7
+};
 
 // Every box, question and file or folder choice goes through this port.
 class Dialogs {
@@ -43,8 +51,7 @@ public:
                      const QString &defaultText) override;
     QString openFileName(const QString &title, const QString &folder,
                          const QString &filter) override;
-    QString saveFileName(const QString &title, const QString &path,
-                         const QString &filter) override;
+    QString saveFileName(const QString &title, const QString &path, const QString &filter) override;
     QString folderName(const QString &title, const QString &start) override;
 };
 

@@ -18,6 +18,7 @@ public:
     static void listen(QWidget *window, const QString &title);
     // Lets a test use its own lock and socket names.
     static void setKey(const QString &key);
+    static QString lockPath();
 };
 
 } // namespace platform

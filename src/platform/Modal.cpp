@@ -3,8 +3,12 @@
 
 namespace platform {
 
-int ExecModalShower::show(QDialog &form) { return form.exec(); }
+int ExecModalShower::show(QDialog &form) {
+    return form.exec();
+}
 
-int showModal(QDialog &form) { return ModalPort::get().show(form); }
+int showModal(QDialog &form) {
+    return ModalPort::get().show(form);
+}
 
 } // namespace platform

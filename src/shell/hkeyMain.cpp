@@ -4,8 +4,7 @@
 #include "platform/Instance.h"
 #include "platform/Shell.h"
 
-void Main()
-{
+void Main() {
     using namespace platform;
     if (Instance::otherIsRunning()) {
         MsgBox(appTitle() + "is already running.\rThis Program Can Only Be Runing Once On This "
@@ -16,4 +15,6 @@ void Main()
     gpApplication_end();
 }
 
-void gpApplication_end() { platform::ShellPort::get().exitProcess(0); }
+void gpApplication_end() {
+    platform::ShellPort::get().exitProcess(0);
+}

@@ -34,8 +34,7 @@ public:
                      const QString &defaultText) override;
     QString openFileName(const QString &title, const QString &folder,
                          const QString &filter) override;
-    QString saveFileName(const QString &title, const QString &path,
-                         const QString &filter) override;
+    QString saveFileName(const QString &title, const QString &path, const QString &filter) override;
     QString folderName(const QString &title, const QString &start) override;
 
 private:

@@ -1,0 +1,199 @@
+#include "common/sm_Combos.h"
+#include "common/sm_FGrid.h"
+#include "common/sm_Files.h"
+#include "common/sm_Help_Ops.h"
+#include "common/sm_Keyboard.h"
+#include "common/sm_Messages.h"
+#include "common/sm_Mouse.h"
+#include "common/sm_Shell.h"
+#include "common/sm_Text.h"
+#include "common/zelTermDefinitions.h"
+#include "platform/AppInfo.h"
+#include "platform/MSFlexGrid.h"
+#include "support/HkTest.h"
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+
+using testing_support::HkTest;
+
+TEST(FileName, PartBehindTheLastSeparator) {
+    EXPECT_EQ(gfsFile_name("C:\\temp\\doc1.pdf"), "doc1.pdf");
+    EXPECT_EQ(gfsFile_name("doc1.pdf"), "doc1.pdf");
+    EXPECT_EQ(gfsFile_name("C:doc1.pdf"), "doc1.pdf");
+    EXPECT_EQ(gfsFile_name("\\doc1.pdf"), "\\doc1.pdf");
+    EXPECT_EQ(gfsFile_name("/tmp/doc1.pdf"), "doc1.pdf");
+    EXPECT_TRUE(gfbText_outerBlanks(" a"));
+    EXPECT_FALSE(gfbText_outerBlanks("a b"));
+}
+
+TEST_F(HkTest, FileAndFolderTestsTellThemApart) {
+    writeDataFile("HKSET01.SDF", "x");
+    EXPECT_TRUE(gfbFile_exists(dataPath() + "/HKSET01.SDF"));
+    EXPECT_FALSE(gfbFile_exists(dataPath()));
+    EXPECT_TRUE(gfbFolder_exists(dataPath()));
+    EXPECT_FALSE(gfbFolder_exists(dataPath() + "/HKSET01.SDF"));
+    EXPECT_FALSE(gfbFile_exists(""));
+}
+
+TEST_F(HkTest, AskShowsTheQuestionBoxWithTheProductName) {
+    dialogs.answer(platform::vbYes);
+    EXPECT_TRUE(gfbAsk("Delete set 3", "", 0));
+    dialogs.answer(platform::vbNo);
+    EXPECT_FALSE(gfbAsk("Delete set 3", "Are you sure?", 256));
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 2);
+    EXPECT_EQ(shown[0].text, "Delete set 3\r\r");
+    EXPECT_EQ(shown[0].style, 36);
+    EXPECT_EQ(shown[0].title, platform::kProductName);
+    EXPECT_EQ(shown[1].text, "Delete set 3\r\rAre you sure?");
+    EXPECT_EQ(shown[1].style, 36 + 256);
+}
+
+TEST_F(HkTest, HelpPressOpensTheGuidesPageAndWaitsForTheLastHelpProcess) {
+    shell.processList = {{1, 10, "winhlp32.exe"}, {1, 0, "WinHlp32.exe"}, {1, 22, "WINHLP32.EXE"}};
+    shell.windowList = {{100, 10}, {200, 22}, {300, 22}};
+    shell.pingAnswers = 2;
+    gpHelp_press("5");
+    ASSERT_EQ(shell.urls.size(), 1);
+    EXPECT_TRUE(shell.urls[0].endsWith("/guides-documents/"));
+    EXPECT_EQ(glHelpProcess, 22);
+    EXPECT_EQ(glHelpWindow, 200u);
+    EXPECT_EQ(shell.pinged, QList<quintptr>({200, 200, 200}));
+}
+
+TEST_F(HkTest, HelpPressWithoutHelpViewerReturnsAtOnce) {
+    gpHelp_press("1");
+    EXPECT_EQ(glProcess_id("WinHlp32.exe"), 0);
+    EXPECT_EQ(shell.urls.size(), 1);
+    EXPECT_EQ(shell.pinged.size(), 1);
+}
+
+TEST(KeyPressButton, PressesTheFirstEnabledButtonNamingTheKey) {
+    QDialog form;
+    auto *find = new QPushButton("Find", &form);
+    auto *plainF = new QPushButton("F", &form);
+    auto *disabled = new QPushButton("F10 Old", &form);
+    auto *accept = new QPushButton("F10 Accept", &form);
+    auto *help = new QPushButton("F1\rHelp", &form);
+    disabled->setEnabled(false);
+    int presses[5] = {};
+    QPushButton *all[] = {find, plainF, disabled, accept, help};
+    for (int i = 0; i < 5; ++i)
+        QObject::connect(all[i], &QPushButton::clicked, [&presses, i] { ++presses[i]; });
+
+    int key = 121;
+    gpKey_pressButton(&form, key, 0);
+    EXPECT_EQ(key, 0);
+    EXPECT_EQ(presses[3], 1);
+    EXPECT_EQ(presses[2], 0);
+
+    key = 112;
+    gpKey_pressButton(&form, key, 1);
+    EXPECT_EQ(key, 112) << "with Shift every key passes";
+    gpKey_pressButton(&form, key, 0);
+    EXPECT_EQ(key, 0);
+    EXPECT_EQ(presses[4], 1);
+
+    key = 0;
+    gpKey_pressButton(&form, key, 0);
+    EXPECT_EQ(presses[0] + presses[1], 0);
+    key = 113;
+    gpKey_pressButton(&form, key, 0);
+    EXPECT_EQ(key, 113);
+}
+
+TEST(InitControls, AdjustsFontsAndButtonLook) {
+    gsFontName.clear();
+    QDialog form;
+    auto *sans = new QLabel("a", &form);
+    QFont f("MS Sans Serif");
+    f.setPointSizeF(8.25);
+    sans->setFont(f);
+    auto *arial = new QLabel("b", &form);
+    QFont a("Arial");
+    a.setPointSizeF(8.25);
+    arial->setFont(a);
+    auto *other = new QLabel("c", &form);
+    QFont o("Tahoma");
+    o.setPointSizeF(10);
+    other->setFont(o);
+    auto *button = new QPushButton("OK", &form);
+    button->setObjectName("cmdOkCancel");
+
+    gpForm_initControls(&form);
+    EXPECT_EQ(gsFontName, "Arial");
+    EXPECT_EQ(sans->font().pointSizeF(), 9);
+    EXPECT_EQ(sans->font().family(), "Arial");
+    EXPECT_EQ(arial->font().pointSizeF(), 8.25);
+    EXPECT_EQ(other->font().pointSizeF(), 9);
+    EXPECT_EQ(button->property("Appearance").toInt(), 3);
+    EXPECT_EQ(button->property("PictureDisabledEffect").toString(), "Gray Picture");
+    EXPECT_FALSE(sans->property("Appearance").isValid());
+}
+
+TEST(GridHelpers, SelectRowWidthAndLastFittingColumn) {
+    platform::MSFlexGrid grid;
+    grid.setCols(4);
+    grid.setRows(5);
+    grid.setFixedCols(1);
+    const int widths[] = {1000, 2000, 3000, 1500};
+    for (int c = 0; c < 4; ++c) grid.setColWidth(c, widths[c]);
+
+    EXPECT_EQ(glGrid_width(&grid), 7500);
+    EXPECT_EQ(gvGrid_lastFitting(&grid, 3500, 0), 1);
+    EXPECT_EQ(gvGrid_lastFitting(&grid, 99999, 0), 3);
+    EXPECT_EQ(gvGrid_lastFitting(&grid, 4500, 2), 2) << "a continued page repeats column 0";
+    EXPECT_EQ(gvGrid_lastFitting(&grid, 3500, 2), 1);
+
+    gpGrid_selectRow(&grid, 3);
+    EXPECT_EQ(grid.Row(), 3);
+    EXPECT_EQ(grid.Col(), 1);
+    EXPECT_EQ(grid.ColSel(), 3);
+    EXPECT_EQ(grid.selectedItems().size() + 0, 0) << "empty cells have no items";
+    EXPECT_TRUE(grid.selectionModel()->isSelected(grid.model()->index(2, 3)));
+    EXPECT_FALSE(grid.selectionModel()->isSelected(grid.model()->index(2, 0)));
+}
+
+TEST(ComboSelect, MatchesIgnoringCaseAndBlanks) {
+    QComboBox combo;
+    gpCombo_select(&combo, "x", true);
+    EXPECT_EQ(combo.currentIndex(), -1);
+    combo.addItems({"*", "/", "W"});
+    combo.setCurrentIndex(-1);
+    gpCombo_select(&combo, " w ", false);
+    EXPECT_EQ(combo.currentIndex(), 2);
+    combo.setCurrentIndex(-1);
+    gpCombo_select(&combo, "Q", false);
+    EXPECT_EQ(combo.currentIndex(), -1);
+    gpCombo_select(&combo, "Q", true);
+    EXPECT_EQ(combo.currentIndex(), 0);
+}
+
+TEST_F(HkTest, TermsByNumberOrDefaultTextAndTheMissingTermBox) {
+    EXPECT_EQ(gfsTerm(94, 0), "Last Name");
+    EXPECT_EQ(gfsTerm(" last name ", 1), "LAST NAME");
+    gTermDefinitions[termBusiness].Defined = "Company ";
+    EXPECT_EQ(gfsTerm(50, 2), "company");
+    gTermDefinitions[termBusiness].Defined.clear();
+    EXPECT_EQ(gfsTerm("No Such Term", 0), "ERROR");
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].text, "ZEL Term 'Defined\\Default' Not Found\rCall ZEL Support");
+}
+
+TEST_F(HkTest, MousePointerWaitAndDefault) {
+    gpMouse_wait();
+    gpMouse_wait();
+    EXPECT_EQ(giMouse_pointer(), 11);
+    gpMouse_default();
+    EXPECT_EQ(giMouse_pointer(), 1);
+}
+
+TEST_F(HkTest, ActivateFirstInstanceGoesOnWhenNoneAnswers) {
+    const QString title = platform::appTitle();
+    ActivateFirstInstance();
+    EXPECT_EQ(platform::appTitle(), "Unwanted instance");
+    platform::setAppTitle(title);
+}

@@ -1,0 +1,200 @@
+#include "hotkeys/hkeyServices.h"
+#include "settings/clsDataPath.h"
+#include "support/HkTest.h"
+#include <QDir>
+#include <QFile>
+
+using testing_support::HkTest;
+
+namespace {
+
+const char *const kBlank = "[CAPTION][ITEM][ICON][IDSELECT][LINKSET][ROOT]";
+
+QByteArray blankKeys(int from) {
+    QByteArray out;
+    for (int k = from; k <= 8; ++k) out += "[BUTTON]" + QByteArray::number(k) + kBlank + "\r\n";
+    return out;
+}
+
+// The worked example: set 03, Lunch Menu.
+QByteArray lunchMenu() {
+    return "[SET]Lunch Menu\r\n"
+           "[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n"
+           "[BUTTON]1[CAPTION]Coffee[ITEM]0001234.5[ICON]coffee.jpg[IDSELECT]No[LINKSET][ROOT]\r\n"
+           "[BUTTON]2[CAPTION]More Drinks[ITEM][ICON][IDSELECT]No[LINKSET]7[ROOT]\r\n" +
+           blankKeys(3) +
+           "[GROUP]2[CAPTION]Desserts[COLOR]DARK_RED\r\n"
+           "[BUTTON]1[CAPTION]Cake[ITEM]CAKE-1[ICON][IDSELECT]Yes[LINKSET][ROOT]\r\n" +
+           blankKeys(2) + "[GROUP]3[CAPTION][COLOR]*Default\r\n" + blankKeys(1) +
+           "[GROUP]4[CAPTION][COLOR]*Default\r\n" + blankKeys(1);
+}
+
+void fillLunchMenu() {
+    gpHotKeySet_clear();
+    gHotKeyGroups[1].Caption = "Drinks";
+    gHotKeyGroups[1].Color = glHotKeyColor_value("BLUE");
+    gHotKeyGroups[1].Buttons[1] = {"Coffee", "0001234.5", "", "", "No", "coffee.jpg"};
+    gHotKeyGroups[1].Buttons[2] = {"More Drinks", "", "7", "", "No", ""};
+    gHotKeyGroups[2].Caption = "Desserts";
+    gHotKeyGroups[2].Color = glHotKeyColor_value("DARK_RED");
+    gHotKeyGroups[2].Buttons[1] = {"Cake", "CAKE-1", "", "", "Yes", ""};
+}
+
+} // namespace
+
+TEST_F(HkTest, WorkedExampleIsWrittenByteForByteAndReadBack) {
+    fillLunchMenu();
+    ASSERT_TRUE(gpHotKeySet_write("03", "Lunch Menu"));
+    const QByteArray bytes = readDataFile("HKSET03.SDF");
+    EXPECT_EQ(bytes, lunchMenu());
+    EXPECT_EQ(bytes.count("\r\n"), 37);
+
+    gpHotKeySet_clear();
+    EXPECT_EQ(gfsHotKeySet_read("3"), "Lunch Menu");
+    EXPECT_EQ(gHotKeyGroups[1].Color, 0xFF0000);
+    EXPECT_EQ(gHotKeyGroups[2].Color, 0x0000C0);
+    EXPECT_EQ(gHotKeyGroups[3].Color, kSilverColor) << "*Default reads as silver";
+    EXPECT_EQ(gHotKeyGroups[1].Buttons[1].Icon, "coffee.jpg");
+    EXPECT_EQ(gHotKeyGroups[1].Buttons[2].LinkSet, "7");
+    EXPECT_EQ(gHotKeyGroups[2].Buttons[1].IdSelect, "Yes");
+}
+
+TEST_F(HkTest, ColoursNormaliseOnceAndThenStay) {
+    gpHotKeySet_clear();
+    ASSERT_TRUE(gpHotKeySet_write("05", "New"));
+    EXPECT_EQ(readDataFile("HKSET05.SDF").count("[COLOR]*Default\r\n"), 4);
+
+    writeDataFile("HKSET06.SDF", "[SET]T\r\n[GROUP]1[CAPTION]A[COLOR]red\r\n"
+                                 "[GROUP]2[CAPTION]B[COLOR]BLUE\r\n");
+    for (const char *number : {"05", "06"}) {
+        for (int round = 0; round < 3; ++round) {
+            gpHotKeySet_clear();
+            const QString title = gfsHotKeySet_read(number);
+            ASSERT_TRUE(gpHotKeySet_write(number, title));
+        }
+    }
+    const QByteArray five = readDataFile("HKSET05.SDF");
+    EXPECT_EQ(five.count("[COLOR]\r\n"), 4);
+    EXPECT_FALSE(five.contains("*Default"));
+    const QByteArray six = readDataFile("HKSET06.SDF");
+    EXPECT_TRUE(six.contains("[GROUP]1[CAPTION]A[COLOR]\r\n"));
+    EXPECT_TRUE(six.contains("[GROUP]2[CAPTION]B[COLOR]BLUE\r\n"));
+}
+
+TEST(HotKeyColors, TablesBothWays) {
+    EXPECT_EQ(glHotKeyColor_value("DARK_BLUE"), 0x800000);
+    EXPECT_EQ(glHotKeyColor_value("DARK_GREEN"), 0x008000);
+    EXPECT_EQ(glHotKeyColor_value("DARK_MAGENTA"), 0xC000C0);
+    EXPECT_EQ(glHotKeyColor_value("*Default"), kSilverColor);
+    EXPECT_EQ(glHotKeyColor_value(""), kSilverColor);
+    EXPECT_EQ(gfsHotKeyColor_name(0x00FFFF), "YELLOW");
+    EXPECT_EQ(gfsHotKeyColor_name(kButtonFaceColor), "*Default");
+    EXPECT_EQ(gfsHotKeyColor_name(kSilverColor), "");
+    EXPECT_EQ(gfsHotKeyColor_name(0x123456), "");
+}
+
+TEST_F(HkTest, ReaderSkipsWhatItDoesNotKnow) {
+    writeDataFile("HKSET08.SDF", "[SET]Title\r\n"
+                                 "[BUTTON]2[CAPTION]Orphan\r\n"
+                                 "\r\n"
+                                 "junk line\r\n"
+                                 "[GROUP]2[CAPTION]  Soup  [COLOR]GREEN\r\n"
+                                 "[BUTTON]3[CAPTION]A [B]C\r\n"
+                                 "[BUTTON]4[CAPTION]  Soup  [ROOT] r [ITEM] 12 \r\n");
+    gpHotKeySet_clear();
+    EXPECT_EQ(gfsHotKeySet_read("08"), "Title");
+    EXPECT_EQ(gHotKeyGroups[0].Buttons[2].Caption, "Orphan") << "before any group: group 0";
+    EXPECT_EQ(gHotKeyGroups[2].Caption, "  Soup");
+    EXPECT_EQ(gHotKeyGroups[2].Color, 0x00FF00);
+    const HotKeyButton &a = gHotKeyGroups[2].Buttons[3];
+    EXPECT_EQ(a.Caption, "A");
+    EXPECT_TRUE(a.Item.isEmpty() && a.Icon.isEmpty() && a.LinkSet.isEmpty());
+    const HotKeyButton &soup = gHotKeyGroups[2].Buttons[4];
+    EXPECT_EQ(soup.Caption, "Soup");
+    EXPECT_EQ(soup.Root, "r");
+    EXPECT_EQ(soup.Item, "12");
+    EXPECT_EQ(gHotKeyGroups[1].Color, kButtonFaceColor) << "missing lines keep the cleared state";
+}
+
+TEST_F(HkTest, FirstLineIsAlwaysTheTitleLine) {
+    writeDataFile("HKSET09.SDF", "[GROUP]1[CAPTION]Lost[COLOR]RED\r\n[GROUP]2[CAPTION]Kept\r\n");
+    gpHotKeySet_clear();
+    EXPECT_EQ(gfsHotKeySet_read("9"), "");
+    EXPECT_EQ(gHotKeyGroups[1].Caption, "");
+    EXPECT_EQ(gHotKeyGroups[2].Caption, "Kept");
+
+    writeDataFile("HKSET10.SDF", "[SET]Only Title");
+    gpHotKeySet_clear();
+    EXPECT_EQ(gfsHotKeySet_read("10"), "Only Title");
+    for (int g = 0; g <= 4; ++g) EXPECT_EQ(gHotKeyGroups[g].Color, kButtonFaceColor);
+}
+
+TEST_F(HkTest, NumbersPadToTwoForReadingButNotForWriting) {
+    writeDataFile("HKSET07.SDF", "[SET]Seven\r\n");
+    writeDataFile("HKSET7.SDF", "[SET]Wrong\r\n");
+    writeDataFile("HKSET123.SDF", "[SET]Big\r\n");
+    EXPECT_EQ(gfsHotKeySet_read("7"), "Seven");
+    EXPECT_EQ(gfsHotKeySet_read("123"), "Big");
+    gpHotKeySet_clear();
+    ASSERT_TRUE(gpHotKeySet_write("4", "Four"));
+    EXPECT_TRUE(QFile::exists(dataPath() + "/HKSET4.SDF"));
+}
+
+TEST_F(HkTest, MissingFileIsReportedOncePerReadAndLeavesTheRecord) {
+    gpHotKeySet_clear();
+    gHotKeyGroups[1].Caption = "Kept";
+    EXPECT_EQ(gfsHotKeySet_read("42"), "");
+    EXPECT_EQ(gfsHotKeySet_read("42"), "");
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 2);
+    EXPECT_EQ(shown[0].style, 16);
+    EXPECT_EQ(shown[0].title, "ZEL Hot Keys");
+    EXPECT_EQ(shown[0].text, QDir::toNativeSeparators(dataPath() + "/HKSET42.SDF") +
+                                 "\r\rHot Keys File Is Missing\rMake sure the Hot Keys file is "
+                                 "in the data path.");
+    EXPECT_EQ(gHotKeyGroups[1].Caption, "Kept");
+}
+
+TEST_F(HkTest, BadInputNeitherCrashesNorCorruptsTheRecord) {
+    QByteArray junk = QByteArray("[SET]Junk\xff\x80\x00title\n", 20) +
+                      "[GROUP]9[CAPTION]Nine\r"
+                      "[BUTTON]1[CAPTION]After bad group\r"
+                      "[GROUP]3[CAPTION]Three\n"
+                      "[BUTTON]99[CAPTION]Too far\n"
+                      "[BUTTON]-1[CAPTION]Negative\n"
+                      "[BUTTON]99999999[CAPTION]Overflow\n"
+                      "[BUTTON]2.5[CAPTION]Even\n"
+                      "[BUTTON]5[CAPTION]" +
+                      QByteArray(70000, 'x') + "\n[GROUP]1[CAPTION]\x01\x02[COLOR]\xff";
+    writeDataFile("HKSET11.SDF", junk);
+    gpHotKeySet_clear();
+    EXPECT_EQ(gfsHotKeySet_read("11"), QString::fromUtf8("Junk\u00ff\u20ac") + QChar(0) + "title");
+    EXPECT_EQ(gHotKeyGroups[3].Caption, "Three");
+    EXPECT_EQ(gHotKeyGroups[3].Buttons[2].Caption, "Even") << "2.5 rounds half to even";
+    EXPECT_EQ(gHotKeyGroups[3].Buttons[5].Caption.size(), 70000);
+    EXPECT_EQ(gHotKeyGroups[1].Caption, "\x01\x02");
+    EXPECT_EQ(gHotKeyGroups[1].Color, kSilverColor);
+    for (const HotKeyGroup &g : gHotKeyGroups)
+        for (const HotKeyButton &b : g.Buttons) {
+            EXPECT_NE(b.Caption, "Nine");
+            EXPECT_NE(b.Caption, "After bad group");
+            EXPECT_NE(b.Caption, "Too far");
+            EXPECT_NE(b.Caption, "Negative");
+            EXPECT_NE(b.Caption, "Overflow");
+        }
+    // What was read writes back in the same code page.
+    ASSERT_TRUE(gpHotKeySet_write("11", "Junk\u00ff\u20ac"));
+    EXPECT_TRUE(readDataFile("HKSET11.SDF").startsWith("[SET]Junk\xff\x80\r\n"));
+}
+
+TEST_F(HkTest, FailedWriteTellsTheUserAndKeepsTheRecord) {
+    fillLunchMenu();
+    gDataPath.setDataPath(dataPath() + "/no such folder");
+    EXPECT_FALSE(gpHotKeySet_write("03", "Lunch Menu"));
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].style, 16);
+    EXPECT_TRUE(shown[0].text.contains("Hot Keys File Could Not Be Saved"));
+    EXPECT_TRUE(shown[0].text.contains("HKSET03.SDF"));
+    EXPECT_EQ(gHotKeyGroups[1].Buttons[1].Caption, "Coffee");
+}

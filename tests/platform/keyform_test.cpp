@@ -1,0 +1,73 @@
+#include "platform/Instance.h"
+#include "platform/KeyCodes.h"
+#include "platform/KeyPreviewForm.h"
+#include <QLineEdit>
+#include <QLockFile>
+#include <QTest>
+#include <QUuid>
+#include <QVBoxLayout>
+#include <gtest/gtest.h>
+
+namespace {
+
+class RecordingForm : public platform::KeyPreviewForm {
+public:
+    RecordingForm() {
+        box = new QLineEdit(this);
+        (new QVBoxLayout(this))->addWidget(box);
+    }
+    void Form_KeyDown(int &KeyCode, int Shift) override {
+        downs << KeyCode;
+        shifts << Shift;
+        if (KeyCode == platform::vbKeyF10) KeyCode = 0;
+    }
+    void Form_KeyPress(int &KeyAscii) override {
+        presses << KeyAscii;
+        if (KeyAscii >= 'a' && KeyAscii <= 'z') KeyAscii -= 32;
+        if (KeyAscii == '#') KeyAscii = 0;
+    }
+    QLineEdit *box;
+    QList<int> downs, shifts, presses;
+};
+
+} // namespace
+
+TEST(KeyPreview, FormSeesKeysBeforeItsControlsWithLegacyCodes) {
+    RecordingForm form;
+    form.show();
+    QTest::keyClick(form.box, Qt::Key_F10);
+    QTest::keyClick(form.box, Qt::Key_A);
+    QTest::keyClick(form.box, Qt::Key_B, Qt::ShiftModifier);
+    QTest::keyClick(form.box, Qt::Key_NumberSign);
+    QTest::keyClick(form.box, Qt::Key_Escape);
+    QTest::keyClick(form.box, Qt::Key_PageUp);
+    // Shift is a key of its own; "#" has no key code, only a character.
+    EXPECT_EQ(form.downs, QList<int>({121, 65, 16, 66, 27, 33}));
+    EXPECT_EQ(form.shifts.value(3), platform::vbShiftMask);
+    EXPECT_EQ(form.presses, QList<int>({'a', 'b', '#', 27}));
+    EXPECT_EQ(form.box->text(), "AB") << "a changed character reaches the control changed";
+}
+
+TEST(KeyPreview, OnlyTheFormHoldingTheReceiverSeesTheKey) {
+    RecordingForm form;
+    QLineEdit outside;
+    outside.show();
+    QTest::keyClick(&outside, Qt::Key_X);
+    EXPECT_TRUE(form.downs.isEmpty());
+    EXPECT_EQ(outside.text(), "x");
+}
+
+TEST(RunningInstance, TheSecondTestOnOneKeySeesTheFirst) {
+    platform::Instance::setKey("test-" + QUuid::createUuid().toString(QUuid::Id128));
+    {
+        QLockFile first(platform::Instance::lockPath());
+        ASSERT_TRUE(first.tryLock(0));
+        EXPECT_TRUE(platform::Instance::otherIsRunning());
+    }
+    EXPECT_FALSE(platform::Instance::otherIsRunning());
+    EXPECT_FALSE(platform::Instance::otherIsRunning()) << "this process holds the lock itself";
+    EXPECT_FALSE(platform::Instance::raise("no such title"));
+    QWidget window;
+    platform::Instance::listen(&window, "Listening Title");
+    EXPECT_TRUE(platform::Instance::raise("Listening Title"));
+}
