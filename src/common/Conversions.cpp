@@ -5,21 +5,25 @@ namespace conv {
 
 namespace {
 
-QString withoutBlanks(const QString &text) {
+QString withoutBlanks(const QString &text)
+{
     QString s;
     s.reserve(text.size());
     for (QChar c : text) {
-        if (c != ' ' && c != '\t' && c != '\n') s += c;
+        if (c != ' ' && c != '\t' && c != '\n')
+            s += c;
     }
     return s;
 }
 
-double radixValue(const QString &s, int from, int radix) {
+double radixValue(const QString &s, int from, int radix)
+{
     qint64 v = 0;
     int digits = 0;
     for (int i = from; i < s.size() && digits < 16; ++i) {
         const int d = QStringLiteral("0123456789ABCDEF").indexOf(s[i].toUpper());
-        if (d < 0 || d >= radix) break;
+        if (d < 0 || d >= radix)
+            break;
         v = v * radix + d;
         ++digits;
     }
@@ -31,15 +35,20 @@ double radixValue(const QString &s, int from, int radix) {
 
 } // namespace
 
-double Val(const QString &text) {
+double Val(const QString &text)
+{
     const QString s = withoutBlanks(text);
-    if (s.startsWith(QLatin1String("&H"), Qt::CaseInsensitive)) return radixValue(s, 2, 16);
-    if (s.startsWith(QLatin1String("&O"), Qt::CaseInsensitive)) return radixValue(s, 2, 8);
-    if (s.startsWith('&')) return radixValue(s, 1, 8);
+    if (s.startsWith(QLatin1String("&H"), Qt::CaseInsensitive))
+        return radixValue(s, 2, 16);
+    if (s.startsWith(QLatin1String("&O"), Qt::CaseInsensitive))
+        return radixValue(s, 2, 8);
+    if (s.startsWith('&'))
+        return radixValue(s, 1, 8);
 
     int i = 0;
     QString number;
-    if (i < s.size() && (s[i] == '-' || s[i] == '+')) number += s[i++];
+    if (i < s.size() && (s[i] == '-' || s[i] == '+'))
+        number += s[i++];
     bool digits = false;
     while (i < s.size() && s[i].isDigit() && s[i].unicode() < 128) number += s[i++], digits = true;
     if (i < s.size() && s[i] == '.') {
@@ -47,29 +56,36 @@ double Val(const QString &text) {
         while (i < s.size() && s[i].isDigit() && s[i].unicode() < 128)
             number += s[i++], digits = true;
     }
-    if (!digits) return 0;
+    if (!digits)
+        return 0;
     if (i < s.size() && QString("eEdD").contains(s[i])) {
         QString exponent = "e";
         int j = i + 1;
-        if (j < s.size() && (s[j] == '-' || s[j] == '+')) exponent += s[j++];
+        if (j < s.size() && (s[j] == '-' || s[j] == '+'))
+            exponent += s[j++];
         bool expDigits = false;
         while (j < s.size() && s[j].isDigit() && s[j].unicode() < 128)
             exponent += s[j++], expDigits = true;
-        if (expDigits) number += exponent;
+        if (expDigits)
+            number += exponent;
     }
     bool ok = false;
     const double v = number.toDouble(&ok);
     return ok && std::isfinite(v) ? v : 0;
 }
 
-std::optional<qint16> CInt(double value) {
-    if (!std::isfinite(value)) return std::nullopt;
+std::optional<qint16> CInt(double value)
+{
+    if (!std::isfinite(value))
+        return std::nullopt;
     const double r = std::nearbyint(value); // the default rounding mode is half to even
-    if (r < -32768 || r > 32767) return std::nullopt;
+    if (r < -32768 || r > 32767)
+        return std::nullopt;
     return static_cast<qint16>(r);
 }
 
-QString Format(double value, const QString &mask) {
+QString Format(double value, const QString &mask)
+{
     const int point = mask.indexOf('.');
     const QString intPart = point < 0 ? mask : mask.left(point);
     const int decimals = point < 0 ? 0 : mask.size() - point - 1;
@@ -82,29 +98,48 @@ QString Format(double value, const QString &mask) {
     const QString digits = QString::number(scaled, 'f', 0);
     QString whole = digits.size() > decimals ? digits.left(digits.size() - decimals) : QString();
     QString fraction = digits.right(decimals).rightJustified(decimals, '0');
-    if (whole == "0") whole.clear();
+    if (whole == "0")
+        whole.clear();
     whole = whole.rightJustified(minDigits, '0');
     const bool negative = value < 0 && scaled != 0;
     return (negative ? "-" : "") + whole + (point < 0 ? QString() : '.' + fraction);
 }
 
-QString FormatText(const QString &text, const QString &mask) {
+std::optional<bool> CBool(const QString &text)
+{
+    const QString t = text.trimmed();
+    if (!t.compare("True", Qt::CaseInsensitive))
+        return true;
+    if (!t.compare("False", Qt::CaseInsensitive))
+        return false;
+    bool ok = false;
+    const double v = t.toDouble(&ok);
+    if (ok)
+        return v != 0;
+    return std::nullopt;
+}
+
+QString FormatText(const QString &text, const QString &mask)
+{
     return text.rightJustified(mask.count('@'), ' ');
 }
 
-QString LTrim(const QString &s) {
+QString LTrim(const QString &s)
+{
     int i = 0;
     while (i < s.size() && s[i] == ' ') ++i;
     return s.mid(i);
 }
 
-QString RTrim(const QString &s) {
+QString RTrim(const QString &s)
+{
     int n = s.size();
     while (n > 0 && s[n - 1] == ' ') --n;
     return s.left(n);
 }
 
-QString Trim(const QString &s) {
+QString Trim(const QString &s)
+{
     return LTrim(RTrim(s));
 }
 

@@ -17,7 +17,12 @@ std::optional<qint16> CInt(double value);
 QString Format(double value, const QString &mask);
 QString FormatText(const QString &text, const QString &mask);
 
-inline QString BoolText(bool b) {
+// A text as a boolean: "True" or "False" in any case, or a number (not 0 is
+// true); empty when the text is neither.
+std::optional<bool> CBool(const QString &text);
+
+inline QString BoolText(bool b)
+{
     return b ? QStringLiteral("True") : QStringLiteral("False");
 }
 
@@ -27,7 +32,8 @@ QString LTrim(const QString &s);
 QString RTrim(const QString &s);
 
 // "Sorts above a single blank": a binary compare of the text with " ".
-inline bool AboveBlank(const QString &s) {
+inline bool AboveBlank(const QString &s)
+{
     return QString::compare(s, QStringLiteral(" ")) > 0;
 }
 

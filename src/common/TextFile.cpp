@@ -12,7 +12,8 @@ const char16_t kHigh[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x20
                             0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
                             0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
-const QHash<char16_t, char> &reverseHigh() {
+const QHash<char16_t, char> &reverseHigh()
+{
     static const QHash<char16_t, char> table = [] {
         QHash<char16_t, char> t;
         for (int i = 0; i < 32; ++i) t.insert(kHigh[i], static_cast<char>(0x80 + i));
@@ -23,7 +24,8 @@ const QHash<char16_t, char> &reverseHigh() {
 
 } // namespace
 
-QString fromCp1252(const QByteArray &bytes) {
+QString fromCp1252(const QByteArray &bytes)
+{
     QString s(bytes.size(), Qt::Uninitialized);
     for (int i = 0; i < bytes.size(); ++i) {
         const auto b = static_cast<unsigned char>(bytes[i]);
@@ -32,7 +34,8 @@ QString fromCp1252(const QByteArray &bytes) {
     return s;
 }
 
-QByteArray toCp1252(const QString &text) {
+QByteArray toCp1252(const QString &text)
+{
     QByteArray out(text.size(), Qt::Uninitialized);
     for (int i = 0; i < text.size(); ++i) {
         const char16_t c = text[i].unicode();
@@ -44,49 +47,60 @@ QByteArray toCp1252(const QString &text) {
     return out;
 }
 
-QStringList splitLines(const QString &text) {
+QStringList splitLines(const QString &text)
+{
     QStringList lines;
     int start = 0;
     for (int i = 0; i < text.size(); ++i) {
-        if (text[i] != '\r' && text[i] != '\n') continue;
+        if (text[i] != '\r' && text[i] != '\n')
+            continue;
         lines << text.mid(start, i - start);
-        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') ++i;
+        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n')
+            ++i;
         start = i + 1;
     }
-    if (start < text.size()) lines << text.mid(start);
+    if (start < text.size())
+        lines << text.mid(start);
     return lines;
 }
 
-bool readLines(const QString &path, QStringList &lines, QString *error) {
+bool readLines(const QString &path, QStringList &lines, QString *error)
+{
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly)) {
-        if (error) *error = f.errorString();
+        if (error)
+            *error = f.errorString();
         return false;
     }
     const QByteArray bytes = f.readAll();
     if (f.error() != QFileDevice::NoError) {
-        if (error) *error = f.errorString();
+        if (error)
+            *error = f.errorString();
         return false;
     }
     lines = splitLines(fromCp1252(bytes));
     return true;
 }
 
-bool writeLines(const QString &path, const QStringList &lines, QString *error) {
+bool writeLines(const QString &path, const QStringList &lines, QString *error)
+{
     QByteArray bytes;
     for (const QString &line : lines) bytes += toCp1252(line) + "\r\n";
     QFile f(path);
     if (!f.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
-        if (error) *error = f.errorString();
+        if (error)
+            *error = f.errorString();
         return false;
     }
     if (f.write(bytes) != bytes.size() || !f.flush()) {
-        if (error) *error = f.errorString();
+        if (error)
+            *error = f.errorString();
         return false;
     }
     f.close();
     if (f.error() != QFileDevice::NoError) {
-        if (error) *error = f.errorString();
+        if (error)
+            *error = f.errorString();
         return false;
     }
     return true;

@@ -2,8 +2,10 @@
 #include "common/Conversions.h"
 #include <QComboBox>
 
-void gpCombo_select(QComboBox *oCombo, const QString &sText, bool bFirst) {
-    if (oCombo->count() == 0) return;
+void gpCombo_select(QComboBox *oCombo, const QString &sText, bool bFirst)
+{
+    if (oCombo->count() == 0)
+        return;
     const QString wanted = conv::Trim(sText.toUpper());
     for (int i = 0; i < oCombo->count(); ++i) {
         if (conv::Trim(oCombo->itemText(i).toUpper()) == wanted) {
@@ -11,5 +13,6 @@ void gpCombo_select(QComboBox *oCombo, const QString &sText, bool bFirst) {
             break;
         }
     }
-    if (bFirst && oCombo->currentIndex() == -1) oCombo->setCurrentIndex(0);
+    if (bFirst && oCombo->currentIndex() == -1)
+        oCombo->setCurrentIndex(0);
 }

@@ -4,17 +4,20 @@
 
 const char *const kGuidesPage = "https://www.zelsoftware.com/guides-documents/";
 
-void gpHelp_open(const QString &) {
+void gpHelp_open(const QString &)
+{
     // The address does not depend on the topic, and a failure is not reported.
     platform::ShellPort::get().openUrl(QString::fromLatin1(kGuidesPage));
 }
 
-void gpHelp_press(const QString &sTopic) {
+void gpHelp_press(const QString &sTopic)
+{
     platform::Shell &shell = platform::ShellPort::get();
     gpHelp_open(sTopic);
     glHelpProcess = glProcess_id("WinHlp32.exe");
     for (const platform::WindowEntry &w : shell.windows()) {
-        if (!gfbWindow_match(w.handle, w.processId)) break;
+        if (!gfbWindow_match(w.handle, w.processId))
+            break;
     }
     while (shell.pingWindow(glHelpWindow, 1000)) {
     }

@@ -2,7 +2,8 @@
 #include "platform/AppInfo.h"
 #include "platform/Dialogs.h"
 
-bool gfbAsk(const QString &sText, const QString &sQuestion, int iStyle) {
+bool gfbAsk(const QString &sText, const QString &sQuestion, int iStyle)
+{
     using namespace platform;
     return MsgBox(sText + "\r\r" + sQuestion, vbYesNo + vbQuestion + iStyle,
                   QString::fromLatin1(kProductName)) == vbYes;

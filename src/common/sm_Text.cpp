@@ -6,30 +6,38 @@
 
 QString gsFontName;
 
-QString gfsTagValue(const QString &sLine, const QString &sTag, const QString &sEnd) {
+QString gfsTagValue(const QString &sLine, const QString &sTag, const QString &sEnd)
+{
     const int at = sLine.indexOf(sTag, 0, Qt::CaseSensitive);
-    if (at < 0) return QString();
+    if (at < 0)
+        return QString();
     const int start = at + sTag.size();
     int stop = start;
     while (stop < sLine.size() && QStringView(sLine).mid(stop, 1) != sEnd) ++stop;
-    if (stop <= start) return QString();
+    if (stop <= start)
+        return QString();
     return conv::RTrim(sLine.mid(start, stop - start));
 }
 
-QString gfsText_keep(const QString &sText, const QString &sAllowed) {
+QString gfsText_keep(const QString &sText, const QString &sAllowed)
+{
     QString kept;
     for (QChar c : sText) {
-        if (sAllowed.contains(c, Qt::CaseSensitive)) kept += c;
+        if (sAllowed.contains(c, Qt::CaseSensitive))
+            kept += c;
     }
     return kept;
 }
 
-QString gfsText_digits(const QString &sText) {
+QString gfsText_digits(const QString &sText)
+{
     return gfsText_keep(sText, "0123456789");
 }
 
-QString gfsText_pad(int iMode, int iWidth, const QString &sText, const QString &sPad) {
-    if (sText.size() >= iWidth) return sText;
+QString gfsText_pad(int iMode, int iWidth, const QString &sText, const QString &sPad)
+{
+    if (sText.size() >= iWidth)
+        return sText;
     const QChar pad = sPad.isEmpty() ? QChar(' ') : sPad[0];
     const int missing = iWidth - sText.size();
     switch (iMode) {
@@ -46,7 +54,8 @@ QString gfsText_pad(int iMode, int iWidth, const QString &sText, const QString &
     }
 }
 
-double gfdNumber_round(double dValue, int iDecimals) {
+double gfdNumber_round(double dValue, int iDecimals)
+{
     const double scale = std::pow(10.0, iDecimals);
     double v = std::fabs(dValue) * scale;
     const float f = static_cast<float>(v - std::floor(v));
@@ -55,19 +64,24 @@ double gfdNumber_round(double dValue, int iDecimals) {
     return dValue < 0 ? -v : v;
 }
 
-void gpTextBox_caret(QLineEdit *oBox, const QString &sSeek, int iCompare) {
+void gpTextBox_caret(QLineEdit *oBox, const QString &sSeek, int iCompare)
+{
     const QString text = oBox->text();
     int position = 0;
     if (conv::AboveBlank(sSeek)) {
         const Qt::CaseSensitivity cs = iCompare == 0 ? Qt::CaseInsensitive : Qt::CaseSensitive;
         position = conv::Trim(text).indexOf(sSeek, 0, cs) + 1;
     }
-    if (position == 0) position = text.size();
-    if (position > 0) oBox->setCursorPosition(position);
+    if (position == 0)
+        position = text.size();
+    if (position > 0)
+        oBox->setCursorPosition(position);
 }
 
-void gpForm_initControls(QWidget *oForm) {
-    if (conv::Trim(gsFontName).isEmpty()) gsFontName = "Arial";
+void gpForm_initControls(QWidget *oForm)
+{
+    if (conv::Trim(gsFontName).isEmpty())
+        gsFontName = "Arial";
     for (QWidget *control : oForm->findChildren<QWidget *>()) {
         QFont font = control->font();
         if (font.family() != "Arial") {

@@ -1,7 +1,8 @@
 #include "common/sm_WindowTop.h"
 #include "platform/Shell.h"
 
-bool gfbWindow_topMost(QWidget *hWnd, bool bOnTop) {
+bool gfbWindow_topMost(QWidget *hWnd, bool bOnTop)
+{
     platform::ShellPort::get().setTopMost(hWnd, bOnTop);
     return true;
 }

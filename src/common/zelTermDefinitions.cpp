@@ -12,19 +12,23 @@ QVector<TermDefinition> gTermDefinitions = [] {
 
 namespace {
 
-int termIndex(const QVariant &vTerm) {
+int termIndex(const QVariant &vTerm)
+{
     const double number = conv::Val(vTerm.toString());
-    if (number != 0) return static_cast<int>(number);
+    if (number != 0)
+        return static_cast<int>(number);
     const QString wanted = conv::Trim(vTerm.toString().toUpper());
     for (int i = 1; i < gTermDefinitions.size(); ++i) {
-        if (conv::Trim(gTermDefinitions[i].Default.toUpper()) == wanted) return i;
+        if (conv::Trim(gTermDefinitions[i].Default.toUpper()) == wanted)
+            return i;
     }
     return 0;
 }
 
 } // namespace
 
-QString gfsTerm(const QVariant &vTerm, int iCase) {
+QString gfsTerm(const QVariant &vTerm, int iCase)
+{
     const int index = termIndex(vTerm);
     QString text;
     if (index > 0 && index < gTermDefinitions.size()) {

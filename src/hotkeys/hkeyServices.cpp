@@ -27,14 +27,16 @@ const NamedColor kColors[] = {
 
 const char *const kDefaultColorName = "*Default";
 
-void showMissing(const QString &path) {
+void showMissing(const QString &path)
+{
     platform::MsgBox(QDir::toNativeSeparators(path) +
                          "\r\rHot Keys File Is Missing\rMake sure the Hot Keys file is in the "
                          "data path.",
                      platform::vbCritical);
 }
 
-void showWriteFailure(const QString &path, const QString &reason) {
+void showWriteFailure(const QString &path, const QString &reason)
+{
     platform::MsgBox(QDir::toNativeSeparators(path) + "\r\rHot Keys File Could Not Be Saved\r" +
                          reason +
                          "\rYour changes are still on the screen. Make sure the data folder "
@@ -44,19 +46,23 @@ void showWriteFailure(const QString &path, const QString &reason) {
 
 // A group or key number of a line, when it fits the record; lines with other
 // numbers are skipped, since the record has no room for them.
-std::optional<int> indexOf(const QString &line, const QString &tag, int last) {
+std::optional<int> indexOf(const QString &line, const QString &tag, int last)
+{
     const std::optional<qint16> n = conv::CInt(conv::Val(gfsTagValue(line, tag, "[")));
-    if (!n || *n < 0 || *n > last) return std::nullopt;
+    if (!n || *n < 0 || *n > last)
+        return std::nullopt;
     return *n;
 }
 
-void readGroupLine(const QString &line, int group) {
+void readGroupLine(const QString &line, int group)
+{
     HotKeyGroup &g = gHotKeyGroups[group];
     g.Caption = gfsTagValue(line, "[CAPTION]", "[");
     g.Color = glHotKeyColor_value(gfsTagValue(line, "[COLOR]", "["));
 }
 
-void readKeyLine(const QString &line, HotKeyButton &b) {
+void readKeyLine(const QString &line, HotKeyButton &b)
+{
     auto field = [&line](const char *tag) { return conv::Trim(gfsTagValue(line, tag, "[")); };
     b.Caption = field("[CAPTION]");
     b.Item = field("[ITEM]");
@@ -66,7 +72,8 @@ void readKeyLine(const QString &line, HotKeyButton &b) {
     b.Root = field("[ROOT]");
 }
 
-QStringList setLines(const QString &sTitle) {
+QStringList setLines(const QString &sTitle)
+{
     QStringList lines{"[SET]" + sTitle};
     for (int g = 1; g <= 4; ++g) {
         const HotKeyGroup &group = gHotKeyGroups[g];
@@ -85,11 +92,13 @@ QStringList setLines(const QString &sTitle) {
 
 } // namespace
 
-QString hotKeySetPath(const QString &sFileNumber) {
+QString hotKeySetPath(const QString &sFileNumber)
+{
     return gDataPath.DataPath() + "/HKSET" + sFileNumber + ".SDF";
 }
 
-void gpHotKeySet_clear() {
+void gpHotKeySet_clear()
+{
     for (HotKeyGroup &g : gHotKeyGroups) {
         g.Caption.clear();
         g.Color = kButtonFaceColor;
@@ -97,7 +106,8 @@ void gpHotKeySet_clear() {
     }
 }
 
-QString gfsHotKeySet_read(const QString &sSetNumber) {
+QString gfsHotKeySet_read(const QString &sSetNumber)
+{
     const QString path = hotKeySetPath(gfsText_pad(1, 2, sSetNumber, "0"));
     QStringList lines;
     // A file that vanishes between the test and the open is just as missing.
@@ -105,14 +115,16 @@ QString gfsHotKeySet_read(const QString &sSetNumber) {
         showMissing(path);
         return QString();
     }
-    if (lines.isEmpty()) return QString();
+    if (lines.isEmpty())
+        return QString();
     const QString title = gfsTagValue(lines.first(), "[SET]", "[");
     std::optional<int> group = 0;
     for (int i = 1; i < lines.size(); ++i) {
         const QString &line = lines[i];
         if (line.contains("[GROUP]")) {
             group = indexOf(line, "[GROUP]", 4);
-            if (group) readGroupLine(line, *group);
+            if (group)
+                readGroupLine(line, *group);
         } else if (line.contains("[BUTTON]") && group) {
             if (const std::optional<int> key = indexOf(line, "[BUTTON]", 8))
                 readKeyLine(line, gHotKeyGroups[*group].Buttons[*key]);
@@ -121,7 +133,8 @@ QString gfsHotKeySet_read(const QString &sSetNumber) {
     return title;
 }
 
-bool gpHotKeySet_write(const QString &sSetNumber, const QString &sTitle) {
+bool gpHotKeySet_write(const QString &sSetNumber, const QString &sTitle)
+{
     const QString path = hotKeySetPath(sSetNumber);
     QFile old(path);
     if (old.exists() && !old.remove()) {
@@ -136,16 +149,20 @@ bool gpHotKeySet_write(const QString &sSetNumber, const QString &sTitle) {
     return true;
 }
 
-qint32 glHotKeyColor_value(const QString &sName) {
+qint32 glHotKeyColor_value(const QString &sName)
+{
     for (const NamedColor &c : kColors) {
-        if (sName == QLatin1String(c.name)) return c.value;
+        if (sName == QLatin1String(c.name))
+            return c.value;
     }
     return kSilverColor;
 }
 
-QString gfsHotKeyColor_name(qint32 lColor) {
+QString gfsHotKeyColor_name(qint32 lColor)
+{
     for (const NamedColor &c : kColors) {
-        if (lColor == c.value) return QString::fromLatin1(c.name);
+        if (lColor == c.value)
+            return QString::fromLatin1(c.name);
     }
     return lColor == kButtonFaceColor ? QString::fromLatin1(kDefaultColorName) : QString();
 }

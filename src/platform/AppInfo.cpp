@@ -3,16 +3,19 @@
 namespace platform {
 
 namespace {
-QString &title() {
+QString &title()
+{
     static QString t = QString::fromLatin1(kProductName);
     return t;
 }
 } // namespace
 
-QString appTitle() {
+QString appTitle()
+{
     return title();
 }
-void setAppTitle(const QString &t) {
+void setAppTitle(const QString &t)
+{
     title() = t;
 }
 

@@ -11,7 +11,8 @@ namespace platform {
 
 namespace {
 
-QMessageBox::StandardButtons buttonsOf(int style) {
+QMessageBox::StandardButtons buttonsOf(int style)
+{
     switch (style & 7) {
     case vbOKCancel:
         return QMessageBox::Ok | QMessageBox::Cancel;
@@ -28,7 +29,8 @@ QMessageBox::StandardButtons buttonsOf(int style) {
     }
 }
 
-QMessageBox::Icon iconOf(int style) {
+QMessageBox::Icon iconOf(int style)
+{
     switch (style & 0x70) {
     case vbCritical:
         return QMessageBox::Critical;
@@ -43,7 +45,8 @@ QMessageBox::Icon iconOf(int style) {
     }
 }
 
-int resultOf(int button) {
+int resultOf(int button)
+{
     switch (button) {
     case QMessageBox::Cancel:
         return vbCancel;
@@ -63,7 +66,8 @@ int resultOf(int button) {
 }
 
 // Box texts separate lines with a carriage return alone.
-QString displayText(QString text) {
+QString displayText(QString text)
+{
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     text.replace('\r', '\n');
     return text;
@@ -71,7 +75,8 @@ QString displayText(QString text) {
 
 } // namespace
 
-int QtDialogs::msgBox(const QString &text, int style, const QString &title) {
+int QtDialogs::msgBox(const QString &text, int style, const QString &title)
+{
     QMessageBox box(iconOf(style), title, displayText(text), buttonsOf(style),
                     QApplication::activeWindow());
     const QList<QAbstractButton *> buttons = box.buttons();
@@ -80,43 +85,49 @@ int QtDialogs::msgBox(const QString &text, int style, const QString &title) {
     return resultOf(box.exec());
 }
 
-QString QtDialogs::inputBox(const QString &prompt, const QString &title,
-                            const QString &defaultText) {
+QString QtDialogs::inputBox(const QString &prompt, const QString &title, const QString &defaultText)
+{
     bool ok = false;
     QString s = QInputDialog::getText(QApplication::activeWindow(), title, displayText(prompt),
                                       QLineEdit::Normal, defaultText, &ok);
     return ok ? s : QString();
 }
 
-QString QtDialogs::openFileName(const QString &title, const QString &folder,
-                                const QString &filter) {
+QString QtDialogs::openFileName(const QString &title, const QString &folder, const QString &filter)
+{
     return QFileDialog::getOpenFileName(QApplication::activeWindow(), title, folder,
                                         qtFilter(filter));
 }
 
-QString QtDialogs::saveFileName(const QString &title, const QString &path, const QString &filter) {
+QString QtDialogs::saveFileName(const QString &title, const QString &path, const QString &filter)
+{
     return QFileDialog::getSaveFileName(QApplication::activeWindow(), title, path,
                                         qtFilter(filter));
 }
 
-QString QtDialogs::folderName(const QString &title, const QString &start) {
+QString QtDialogs::folderName(const QString &title, const QString &start)
+{
     return QFileDialog::getExistingDirectory(QApplication::activeWindow(), title, start);
 }
 
-int MsgBox(const QString &text, int style, const QString &title) {
+int MsgBox(const QString &text, int style, const QString &title)
+{
     return DialogPort::get().msgBox(text, style, title.isEmpty() ? appTitle() : title);
 }
 
-QString InputBox(const QString &prompt, const QString &title, const QString &defaultText) {
+QString InputBox(const QString &prompt, const QString &title, const QString &defaultText)
+{
     return DialogPort::get().inputBox(prompt, title.isEmpty() ? appTitle() : title, defaultText);
 }
 
-QString qtFilter(const QString &legacyFilter) {
+QString qtFilter(const QString &legacyFilter)
+{
     const QStringList parts = legacyFilter.split('|');
     QStringList filters;
     for (int i = 0; i + 1 < parts.size(); i += 2) {
         QString name = parts[i].trimmed();
-        if (!name.endsWith(')')) name += " (" + QString(parts[i + 1]).replace(';', ' ') + ')';
+        if (!name.endsWith(')'))
+            name += " (" + QString(parts[i + 1]).replace(';', ' ') + ')';
         filters << name;
     }
     return filters.join(QLatin1String(";;"));

@@ -13,7 +13,8 @@ namespace platform {
 
 namespace {
 
-QString &key() {
+QString &key()
+{
     static QString k = QString::fromLatin1(
         QCryptographicHash::hash(QCoreApplication::applicationFilePath().toUtf8(),
                                  QCryptographicHash::Md5)
@@ -22,54 +23,65 @@ QString &key() {
     return k;
 }
 
-QString socketName(const QString &title) {
+QString socketName(const QString &title)
+{
     return "hotkeys-" + key() + '-' +
            QString::fromLatin1(
                QCryptographicHash::hash(title.toUtf8(), QCryptographicHash::Md5).toHex().left(8));
 }
 
-std::unique_ptr<QLockFile> &lock() {
+std::unique_ptr<QLockFile> &lock()
+{
     static std::unique_ptr<QLockFile> l;
     return l;
 }
 
 } // namespace
 
-void Instance::setKey(const QString &k) {
+void Instance::setKey(const QString &k)
+{
     key() = k;
     lock().reset();
 }
 
-QString Instance::lockPath() {
+QString Instance::lockPath()
+{
     return QDir::temp().filePath("hotkeys-" + key() + ".lock");
 }
 
-bool Instance::otherIsRunning() {
-    if (lock() && lock()->isLocked()) return false;
+bool Instance::otherIsRunning()
+{
+    if (lock() && lock()->isLocked())
+        return false;
     auto l = std::make_unique<QLockFile>(lockPath());
     l->setStaleLockTime(0);
-    if (!l->tryLock(0)) return true;
+    if (!l->tryLock(0))
+        return true;
     lock() = std::move(l);
     return false;
 }
 
-bool Instance::raise(const QString &title) {
+bool Instance::raise(const QString &title)
+{
     QLocalSocket socket;
     socket.connectToServer(socketName(title));
-    if (!socket.waitForConnected(200)) return false;
+    if (!socket.waitForConnected(200))
+        return false;
     socket.write("raise\n");
     socket.waitForBytesWritten(200);
     return true;
 }
 
-void Instance::listen(QWidget *window, const QString &title) {
+void Instance::listen(QWidget *window, const QString &title)
+{
     auto *server = new QLocalServer(window);
     QLocalServer::removeServer(socketName(title));
     server->listen(socketName(title));
     QPointer<QWidget> target(window);
     QObject::connect(server, &QLocalServer::newConnection, server, [server, target] {
         while (QLocalSocket *s = server->nextPendingConnection()) s->deleteLater();
-        if (!target) return;
+        if (!target)
+            return;
         target->showNormal();
         target->raise();
         target->activateWindow();

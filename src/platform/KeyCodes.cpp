@@ -5,7 +5,8 @@ namespace platform {
 
 namespace {
 
-int punctuationCode(int key) {
+int punctuationCode(int key)
+{
     switch (key) {
     case Qt::Key_Semicolon:
     case Qt::Key_Colon:
@@ -45,8 +46,10 @@ int punctuationCode(int key) {
     }
 }
 
-int keypadCode(int key) {
-    if (key >= Qt::Key_0 && key <= Qt::Key_9) return vbKeyNumpad0 + (key - Qt::Key_0);
+int keypadCode(int key)
+{
+    if (key >= Qt::Key_0 && key <= Qt::Key_9)
+        return vbKeyNumpad0 + (key - Qt::Key_0);
     switch (key) {
     case Qt::Key_Asterisk:
         return 106;
@@ -65,7 +68,8 @@ int keypadCode(int key) {
     }
 }
 
-int navigationCode(int key) {
+int navigationCode(int key)
+{
     switch (key) {
     case Qt::Key_Backspace:
         return vbKeyBack;
@@ -112,27 +116,38 @@ int navigationCode(int key) {
 
 } // namespace
 
-int legacyKeyCode(const QKeyEvent &event) {
+int legacyKeyCode(const QKeyEvent &event)
+{
     const int key = event.key();
     if (event.modifiers() & Qt::KeypadModifier) {
-        if (int code = keypadCode(key)) return code;
+        if (int code = keypadCode(key))
+            return code;
     }
-    if (key >= Qt::Key_F1 && key <= Qt::Key_F24) return vbKeyF1 + (key - Qt::Key_F1);
-    if (key >= Qt::Key_0 && key <= Qt::Key_9) return vbKey0 + (key - Qt::Key_0);
-    if (key >= Qt::Key_A && key <= Qt::Key_Z) return vbKeyA + (key - Qt::Key_A);
-    if (int code = navigationCode(key)) return code;
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F24)
+        return vbKeyF1 + (key - Qt::Key_F1);
+    if (key >= Qt::Key_0 && key <= Qt::Key_9)
+        return vbKey0 + (key - Qt::Key_0);
+    if (key >= Qt::Key_A && key <= Qt::Key_Z)
+        return vbKeyA + (key - Qt::Key_A);
+    if (int code = navigationCode(key))
+        return code;
     return punctuationCode(key);
 }
 
-int legacyShift(Qt::KeyboardModifiers modifiers) {
+int legacyShift(Qt::KeyboardModifiers modifiers)
+{
     int shift = 0;
-    if (modifiers & Qt::ShiftModifier) shift |= vbShiftMask;
-    if (modifiers & Qt::ControlModifier) shift |= vbCtrlMask;
-    if (modifiers & Qt::AltModifier) shift |= vbAltMask;
+    if (modifiers & Qt::ShiftModifier)
+        shift |= vbShiftMask;
+    if (modifiers & Qt::ControlModifier)
+        shift |= vbCtrlMask;
+    if (modifiers & Qt::AltModifier)
+        shift |= vbAltMask;
     return shift;
 }
 
-int legacyKeyAscii(const QKeyEvent &event) {
+int legacyKeyAscii(const QKeyEvent &event)
+{
     switch (event.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -147,7 +162,8 @@ int legacyKeyAscii(const QKeyEvent &event) {
         break;
     }
     const QString text = event.text();
-    if (text.size() != 1) return 0;
+    if (text.size() != 1)
+        return 0;
     const char16_t c = text.at(0).unicode();
     return (c >= 32 && c < 256 && c != 127) ? c : 0;
 }

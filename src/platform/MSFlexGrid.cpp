@@ -5,7 +5,8 @@
 
 namespace platform {
 
-MSFlexGrid::MSFlexGrid(QWidget *parent) : QTableWidget(parent) {
+MSFlexGrid::MSFlexGrid(QWidget *parent) : QTableWidget(parent)
+{
     verticalHeader()->hide();
     setEditTriggers(QAbstractItemView::NoEditTriggers);
     setSelectionBehavior(QAbstractItemView::SelectItems);
@@ -13,95 +14,120 @@ MSFlexGrid::MSFlexGrid(QWidget *parent) : QTableWidget(parent) {
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 }
 
-void MSFlexGrid::setRows(int rows) {
+void MSFlexGrid::setRows(int rows)
+{
     setRowCount(std::max(0, rows - FixedRows()));
 }
 
-void MSFlexGrid::setCols(int cols) {
+void MSFlexGrid::setCols(int cols)
+{
     setColumnCount(cols);
     m_colTwips.resize(cols);
     for (int c = 0; c < cols; ++c) {
-        if (m_colTwips[c] == 0) m_colTwips[c] = pixelsToTwips(columnWidth(c));
+        if (m_colTwips[c] == 0)
+            m_colTwips[c] = pixelsToTwips(columnWidth(c));
     }
 }
 
 // Only a heading row can be fixed: it is the grid's header.
-void MSFlexGrid::setFixedRows(int rows) {
+void MSFlexGrid::setFixedRows(int rows)
+{
     const int total = Rows();
     m_fixedRows = std::clamp(rows, 0, 1);
     horizontalHeader()->setVisible(m_fixedRows == 1);
     setRows(total);
 }
 
-void MSFlexGrid::setFixedCols(int cols) {
+void MSFlexGrid::setFixedCols(int cols)
+{
     m_fixedCols = std::max(0, cols);
 }
 
-QString MSFlexGrid::TextMatrix(int row, int col) const {
+QString MSFlexGrid::TextMatrix(int row, int col) const
+{
     const QTableWidgetItem *it =
         row < FixedRows() ? horizontalHeaderItem(col) : item(row - FixedRows(), col);
     return it ? it->text() : QString();
 }
 
-QTableWidgetItem *MSFlexGrid::cell(int row, int col) {
+QTableWidgetItem *MSFlexGrid::cell(int row, int col)
+{
     if (row < FixedRows()) {
-        if (!horizontalHeaderItem(col)) setHorizontalHeaderItem(col, new QTableWidgetItem);
+        if (!horizontalHeaderItem(col))
+            setHorizontalHeaderItem(col, new QTableWidgetItem);
         return horizontalHeaderItem(col);
     }
     QTableWidgetItem *it = item(row - FixedRows(), col);
     if (!it) {
         it = new QTableWidgetItem;
-        if (col < FixedCols()) it->setBackground(palette().button());
+        if (col < FixedCols())
+            it->setBackground(palette().button());
         setItem(row - FixedRows(), col, it);
     }
     return it;
 }
 
-void MSFlexGrid::setTextMatrix(int row, int col, const QString &text) {
-    if (row < 0 || row >= Rows() || col < 0 || col >= Cols()) return;
+void MSFlexGrid::setTextMatrix(int row, int col, const QString &text)
+{
+    if (row < 0 || row >= Rows() || col < 0 || col >= Cols())
+        return;
     cell(row, col)->setText(text);
 }
 
-int MSFlexGrid::ColWidth(int col) const {
+int MSFlexGrid::ColWidth(int col) const
+{
     return col >= 0 && col < m_colTwips.size() ? m_colTwips[col] : 0;
 }
 
-void MSFlexGrid::setColWidth(int col, int twips) {
-    if (col < 0 || col >= Cols()) return;
+void MSFlexGrid::setColWidth(int col, int twips)
+{
+    if (col < 0 || col >= Cols())
+        return;
     m_colTwips[col] = twips;
     setColumnHidden(col, twips <= 0);
-    if (twips > 0) setColumnWidth(col, twipsToPixels(twips));
+    if (twips > 0)
+        setColumnWidth(col, twipsToPixels(twips));
 }
 
-int MSFlexGrid::Row() const {
+int MSFlexGrid::Row() const
+{
     return currentRow() < 0 ? 0 : currentRow() + FixedRows();
 }
 
-void MSFlexGrid::setRow(int row) {
-    if (row < FixedRows() || row >= Rows()) return;
+void MSFlexGrid::setRow(int row)
+{
+    if (row < FixedRows() || row >= Rows())
+        return;
     setCurrentCell(row - FixedRows(), std::max(0, currentColumn()));
     selectCurrent();
 }
 
-int MSFlexGrid::Col() const {
+int MSFlexGrid::Col() const
+{
     return std::max(0, currentColumn());
 }
 
-void MSFlexGrid::setCol(int col) {
-    if (col < 0 || col >= Cols()) return;
-    if (currentRow() >= 0) setCurrentCell(currentRow(), col);
+void MSFlexGrid::setCol(int col)
+{
+    if (col < 0 || col >= Cols())
+        return;
+    if (currentRow() >= 0)
+        setCurrentCell(currentRow(), col);
     m_colSel = col;
     selectCurrent();
 }
 
-void MSFlexGrid::setColSel(int col) {
+void MSFlexGrid::setColSel(int col)
+{
     m_colSel = std::clamp(col, 0, std::max(0, Cols() - 1));
     selectCurrent();
 }
 
-void MSFlexGrid::selectCurrent() {
+void MSFlexGrid::selectCurrent()
+{
     const int r = currentRow();
-    if (r < 0) return;
+    if (r < 0)
+        return;
     clearSelection();
     const int from = std::min(Col(), m_colSel), to = std::max(Col(), m_colSel);
     setRangeSelected(QTableWidgetSelectionRange(r, from, r, to), true);

@@ -3,11 +3,13 @@
 
 namespace platform {
 
-int ExecModalShower::show(QDialog &form) {
+int ExecModalShower::show(QDialog &form)
+{
     return form.exec();
 }
 
-int showModal(QDialog &form) {
+int showModal(QDialog &form)
+{
     return ModalPort::get().show(form);
 }
 

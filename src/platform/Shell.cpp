@@ -9,43 +9,54 @@
 
 namespace platform {
 
-bool NativeShell::openUrl(const QString &url) {
+bool NativeShell::openUrl(const QString &url)
+{
     return QDesktopServices::openUrl(QUrl(url));
 }
 
-QStringList NativeShell::printerNames() {
+QStringList NativeShell::printerNames()
+{
     return QPrinterInfo::availablePrinterNames();
 }
 
-QString NativeShell::defaultPrinterName() {
+QString NativeShell::defaultPrinterName()
+{
     return QPrinterInfo::defaultPrinterName();
 }
 
 // No help viewer process runs on this platform: nothing to wait for.
-QList<ProcessEntry> NativeShell::processes() {
+QList<ProcessEntry> NativeShell::processes()
+{
     return {};
 }
 
-QList<WindowEntry> NativeShell::windows() {
+QList<WindowEntry> NativeShell::windows()
+{
     return {};
 }
 
-bool NativeShell::pingWindow(quintptr, int) {
+bool NativeShell::pingWindow(quintptr, int)
+{
     return false;
 }
 
-void NativeShell::setTopMost(QWidget *window, bool onTop) {
-    if (!window) return;
+void NativeShell::setTopMost(QWidget *window, bool onTop)
+{
+    if (!window)
+        return;
     const bool visible = window->isVisible();
     window->setWindowFlag(Qt::WindowStaysOnTopHint, onTop);
-    if (visible) window->show(); // changing a window flag hides the window
+    if (visible)
+        window->show(); // changing a window flag hides the window
 }
 
-QString NativeShell::computerName() {
+QString NativeShell::computerName()
+{
     return QHostInfo::localHostName();
 }
 
-void NativeShell::exitProcess(int code) {
+void NativeShell::exitProcess(int code)
+{
     std::fflush(nullptr);
     std::_Exit(code);
 }

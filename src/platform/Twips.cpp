@@ -6,16 +6,19 @@
 namespace platform {
 
 namespace {
-double scale() {
+double scale()
+{
     const QScreen *screen = QGuiApplication::primaryScreen();
     return screen ? screen->logicalDotsPerInchX() / 96.0 : 1.0;
 }
 } // namespace
 
-int twipsToPixels(int twips) {
+int twipsToPixels(int twips)
+{
     return static_cast<int>(std::lround(twips / 15.0 * scale()));
 }
-int pixelsToTwips(int pixels) {
+int pixelsToTwips(int pixels)
+{
     return static_cast<int>(std::lround(pixels * 15.0 / scale()));
 }
 

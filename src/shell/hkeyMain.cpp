@@ -1,10 +1,35 @@
 #include "shell/hkeyMain.h"
+#include "common/sm_Files.h"
+#include "hotkeys/hkeyGlobal.h"
 #include "platform/AppInfo.h"
 #include "platform/Dialogs.h"
 #include "platform/Instance.h"
 #include "platform/Shell.h"
+#include "settings/clsDataPath.h"
+#include "settings/clsINI_Services.h"
+#include "settings/zelDataPath_Ops.h"
+#include <QApplication>
+#include <QDir>
 
-void Main() {
+namespace {
+
+// The folder for key pictures, and "pictures" above it when that is missing too.
+void mpPictureFolder_make()
+{
+    const QString pictures = gDataPath.DataPath() + "/pictures";
+    if (gfbFolder_exists(pictures + "/HotKeys"))
+        return;
+    if (!QDir().mkpath(pictures + "/HotKeys"))
+        platform::MsgBox(QDir::toNativeSeparators(pictures + "/HotKeys") +
+                             "\r\rThe folder for key pictures could not be made.\rKeys will show "
+                             "no pictures until it exists.",
+                         platform::vbExclamation);
+}
+
+} // namespace
+
+void Main()
+{
     using namespace platform;
     if (Instance::otherIsRunning()) {
         MsgBox(appTitle() + "is already running.\rThis Program Can Only Be Runing Once On This "
@@ -12,9 +37,42 @@ void Main() {
                vbCritical);
         ShellPort::get().exitProcess(0);
     }
+    // The common controls need no initialisation on this toolkit.
+    QApplication::processEvents();
+    if (!gfbZEL_DataPath_open(0))
+        ShellPort::get().exitProcess(0);
+    mpPictureFolder_make();
+    gsHotKeyPicturePath = gDataPath.DataPath() + "/pictures/HotKeys/";
+    gfbSearchFields_read();
     gpApplication_end();
 }
 
-void gpApplication_end() {
+bool gfbSearchFields_read()
+{
+    gIni.setFile_Name(gDataPath.DataPath() + "/ZEL.INI");
+    if (!gIni.FileOpen()) {
+        platform::MsgBox("Unable to open ZEL Configuration Settings File, ZEL.INI.",
+                         platform::vbOKOnly, "Error");
+        return false;
+    }
+    const QString inventory = gIni.GetValue("Primary Search Fields", "Search for Inventory by:");
+    if (inventory == "Description")
+        giInventorySearch = 0;
+    else if (inventory == "Stock Locater")
+        giInventorySearch = 2;
+    else
+        giInventorySearch = 3;
+    const QString name = gIni.GetValue("Primary Search Fields", "Search for Name by:");
+    if (name == "Business")
+        giNameSearch = 3;
+    else if (name == "ARCode")
+        giNameSearch = 2;
+    else
+        giNameSearch = 0;
+    return true;
+}
+
+void gpApplication_end()
+{
     platform::ShellPort::get().exitProcess(0);
 }

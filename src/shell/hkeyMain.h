@@ -2,5 +2,7 @@
 
 // The entry: runs the start order and ends the process.
 void Main();
+// Gives gIni the suite's ZEL.INI and reads the two search settings; true when the file opened.
+bool gfbSearchFields_read();
 // Ends the process at once.
 void gpApplication_end();

@@ -4,7 +4,8 @@
 
 using namespace conv;
 
-TEST(Val, TakesTheLeadingNumberIgnoringBlanksInside) {
+TEST(Val, TakesTheLeadingNumberIgnoringBlanksInside)
+{
     EXPECT_EQ(Val("1 2"), 12);
     EXPECT_EQ(Val(" \t7"), 7);
     EXPECT_EQ(Val("12abc"), 12);
@@ -18,7 +19,8 @@ TEST(Val, TakesTheLeadingNumberIgnoringBlanksInside) {
     EXPECT_EQ(Val("."), 0);
 }
 
-TEST(Val, ReadsHexadecimalAndOctalWithTheirSign) {
+TEST(Val, ReadsHexadecimalAndOctalWithTheirSign)
+{
     EXPECT_EQ(Val("&H1F"), 31);
     EXPECT_EQ(Val("&hff"), 255);
     EXPECT_EQ(Val("&HFFFF"), -1);
@@ -27,7 +29,8 @@ TEST(Val, ReadsHexadecimalAndOctalWithTheirSign) {
     EXPECT_EQ(Val("&HZZ"), 0);
 }
 
-TEST(CInt, RoundsHalfToEvenAndRefusesValuesOutOfRange) {
+TEST(CInt, RoundsHalfToEvenAndRefusesValuesOutOfRange)
+{
     EXPECT_EQ(CInt(2.5), 2);
     EXPECT_EQ(CInt(3.5), 4);
     EXPECT_EQ(CInt(-2.5), -2);
@@ -39,7 +42,8 @@ TEST(CInt, RoundsHalfToEvenAndRefusesValuesOutOfRange) {
     EXPECT_FALSE(CInt(1e300 * 1e300));
 }
 
-TEST(Format, MasksOfTheSuite) {
+TEST(Format, MasksOfTheSuite)
+{
     EXPECT_EQ(Format(1, "#0#"), "01");
     EXPECT_EQ(Format(9, "#0#"), "09");
     EXPECT_EQ(Format(10, "#0#"), "10");
@@ -56,7 +60,8 @@ TEST(Format, MasksOfTheSuite) {
     EXPECT_EQ(BoolText(false), "False");
 }
 
-TEST(Trim, RemovesBlanksOnlyAndAboveBlankComparesBinary) {
+TEST(Trim, RemovesBlanksOnlyAndAboveBlankComparesBinary)
+{
     EXPECT_EQ(Trim("  a b  "), "a b");
     EXPECT_EQ(Trim("\ta\t"), "\ta\t");
     EXPECT_EQ(LTrim("  a "), "a ");
@@ -67,7 +72,8 @@ TEST(Trim, RemovesBlanksOnlyAndAboveBlankComparesBinary) {
     EXPECT_FALSE(AboveBlank("\t"));
 }
 
-TEST(TextFile, Cp1252RoundTripsEveryByte) {
+TEST(TextFile, Cp1252RoundTripsEveryByte)
+{
     QByteArray all;
     for (int b = 0; b < 256; ++b) all += static_cast<char>(b);
     const QString text = textfile::fromCp1252(all);
@@ -77,7 +83,8 @@ TEST(TextFile, Cp1252RoundTripsEveryByte) {
     EXPECT_EQ(textfile::toCp1252(QString::fromUtf8("€ \u4E2D")), QByteArray("\x80 ?"));
 }
 
-TEST(TextFile, SplitsOnEveryKindOfLineEnd) {
+TEST(TextFile, SplitsOnEveryKindOfLineEnd)
+{
     EXPECT_EQ(textfile::splitLines("a\r\nb\nc\rd"), QStringList({"a", "b", "c", "d"}));
     EXPECT_EQ(textfile::splitLines("a\r\n\r\nb\r\n"), QStringList({"a", "", "b"}));
     EXPECT_EQ(textfile::splitLines("a\n\rb"), QStringList({"a", "", "b"}));

@@ -18,7 +18,8 @@
 
 using testing_support::HkTest;
 
-TEST(FileName, PartBehindTheLastSeparator) {
+TEST(FileName, PartBehindTheLastSeparator)
+{
     EXPECT_EQ(gfsFile_name("C:\\temp\\doc1.pdf"), "doc1.pdf");
     EXPECT_EQ(gfsFile_name("doc1.pdf"), "doc1.pdf");
     EXPECT_EQ(gfsFile_name("C:doc1.pdf"), "doc1.pdf");
@@ -28,7 +29,8 @@ TEST(FileName, PartBehindTheLastSeparator) {
     EXPECT_FALSE(gfbText_outerBlanks("a b"));
 }
 
-TEST_F(HkTest, FileAndFolderTestsTellThemApart) {
+TEST_F(HkTest, FileAndFolderTestsTellThemApart)
+{
     writeDataFile("HKSET01.SDF", "x");
     EXPECT_TRUE(gfbFile_exists(dataPath() + "/HKSET01.SDF"));
     EXPECT_FALSE(gfbFile_exists(dataPath()));
@@ -37,7 +39,8 @@ TEST_F(HkTest, FileAndFolderTestsTellThemApart) {
     EXPECT_FALSE(gfbFile_exists(""));
 }
 
-TEST_F(HkTest, AskShowsTheQuestionBoxWithTheProductName) {
+TEST_F(HkTest, AskShowsTheQuestionBoxWithTheProductName)
+{
     dialogs.answer(platform::vbYes);
     EXPECT_TRUE(gfbAsk("Delete set 3", "", 0));
     dialogs.answer(platform::vbNo);
@@ -51,7 +54,8 @@ TEST_F(HkTest, AskShowsTheQuestionBoxWithTheProductName) {
     EXPECT_EQ(shown[1].style, 36 + 256);
 }
 
-TEST_F(HkTest, HelpPressOpensTheGuidesPageAndWaitsForTheLastHelpProcess) {
+TEST_F(HkTest, HelpPressOpensTheGuidesPageAndWaitsForTheLastHelpProcess)
+{
     shell.processList = {{1, 10, "winhlp32.exe"}, {1, 0, "WinHlp32.exe"}, {1, 22, "WINHLP32.EXE"}};
     shell.windowList = {{100, 10}, {200, 22}, {300, 22}};
     shell.pingAnswers = 2;
@@ -63,14 +67,16 @@ TEST_F(HkTest, HelpPressOpensTheGuidesPageAndWaitsForTheLastHelpProcess) {
     EXPECT_EQ(shell.pinged, QList<quintptr>({200, 200, 200}));
 }
 
-TEST_F(HkTest, HelpPressWithoutHelpViewerReturnsAtOnce) {
+TEST_F(HkTest, HelpPressWithoutHelpViewerReturnsAtOnce)
+{
     gpHelp_press("1");
     EXPECT_EQ(glProcess_id("WinHlp32.exe"), 0);
     EXPECT_EQ(shell.urls.size(), 1);
     EXPECT_EQ(shell.pinged.size(), 1);
 }
 
-TEST(KeyPressButton, PressesTheFirstEnabledButtonNamingTheKey) {
+TEST(KeyPressButton, PressesTheFirstEnabledButtonNamingTheKey)
+{
     QDialog form;
     auto *find = new QPushButton("Find", &form);
     auto *plainF = new QPushButton("F", &form);
@@ -104,7 +110,8 @@ TEST(KeyPressButton, PressesTheFirstEnabledButtonNamingTheKey) {
     EXPECT_EQ(key, 113);
 }
 
-TEST(InitControls, AdjustsFontsAndButtonLook) {
+TEST(InitControls, AdjustsFontsAndButtonLook)
+{
     gsFontName.clear();
     QDialog form;
     auto *sans = new QLabel("a", &form);
@@ -133,7 +140,8 @@ TEST(InitControls, AdjustsFontsAndButtonLook) {
     EXPECT_FALSE(sans->property("Appearance").isValid());
 }
 
-TEST(GridHelpers, SelectRowWidthAndLastFittingColumn) {
+TEST(GridHelpers, SelectRowWidthAndLastFittingColumn)
+{
     platform::MSFlexGrid grid;
     grid.setCols(4);
     grid.setRows(5);
@@ -156,7 +164,8 @@ TEST(GridHelpers, SelectRowWidthAndLastFittingColumn) {
     EXPECT_FALSE(grid.selectionModel()->isSelected(grid.model()->index(2, 0)));
 }
 
-TEST(ComboSelect, MatchesIgnoringCaseAndBlanks) {
+TEST(ComboSelect, MatchesIgnoringCaseAndBlanks)
+{
     QComboBox combo;
     gpCombo_select(&combo, "x", true);
     EXPECT_EQ(combo.currentIndex(), -1);
@@ -171,7 +180,8 @@ TEST(ComboSelect, MatchesIgnoringCaseAndBlanks) {
     EXPECT_EQ(combo.currentIndex(), 0);
 }
 
-TEST_F(HkTest, TermsByNumberOrDefaultTextAndTheMissingTermBox) {
+TEST_F(HkTest, TermsByNumberOrDefaultTextAndTheMissingTermBox)
+{
     EXPECT_EQ(gfsTerm(94, 0), "Last Name");
     EXPECT_EQ(gfsTerm(" last name ", 1), "LAST NAME");
     gTermDefinitions[termBusiness].Defined = "Company ";
@@ -183,7 +193,8 @@ TEST_F(HkTest, TermsByNumberOrDefaultTextAndTheMissingTermBox) {
     EXPECT_EQ(shown[0].text, "ZEL Term 'Defined\\Default' Not Found\rCall ZEL Support");
 }
 
-TEST_F(HkTest, MousePointerWaitAndDefault) {
+TEST_F(HkTest, MousePointerWaitAndDefault)
+{
     gpMouse_wait();
     gpMouse_wait();
     EXPECT_EQ(giMouse_pointer(), 11);
@@ -191,7 +202,8 @@ TEST_F(HkTest, MousePointerWaitAndDefault) {
     EXPECT_EQ(giMouse_pointer(), 1);
 }
 
-TEST_F(HkTest, ActivateFirstInstanceGoesOnWhenNoneAnswers) {
+TEST_F(HkTest, ActivateFirstInstanceGoesOnWhenNoneAnswers)
+{
     const QString title = platform::appTitle();
     ActivateFirstInstance();
     EXPECT_EQ(platform::appTitle(), "Unwanted instance");

@@ -4,7 +4,8 @@
 #include <QLineEdit>
 #include <gtest/gtest.h>
 
-TEST(SLNormalize, WorkedExamplesRowForRow) {
+TEST(SLNormalize, WorkedExamplesRowForRow)
+{
     const std::pair<const char *, const char *> rows[] = {
         {"", ""},
         {"   ", ""},
@@ -31,14 +32,16 @@ TEST(SLNormalize, WorkedExamplesRowForRow) {
         EXPECT_EQ(gfsSL_normalize(typed), QString(normal)) << "typed: '" << typed << "'";
 }
 
-TEST(SLNormalize, NormalFormIsAFixedPoint) {
+TEST(SLNormalize, NormalFormIsAFixedPoint)
+{
     for (const char *typed : {"123", "123.45", "0123", "012.", "ABC", "AB.5", "12345678", "7"}) {
         const QString normal = gfsSL_normalize(typed);
         EXPECT_EQ(gfsSL_normalize(normal), normal) << typed;
     }
 }
 
-TEST(SLForms, StoredAndDisplay) {
+TEST(SLForms, StoredAndDisplay)
+{
     EXPECT_EQ(gfsSL_toStored("1234567.8"), "12345678");
     EXPECT_EQ(gfsSL_toStored("    123. "), "    123 ");
     EXPECT_EQ(gfsSL_toDisplay("12345678"), "1234567.8");
@@ -46,7 +49,8 @@ TEST(SLForms, StoredAndDisplay) {
     EXPECT_EQ(gfsSL_toDisplay(gfsSL_toStored("   0123.5")), "   0123.5");
 }
 
-TEST(ItemIDKey, NumbersRightTextLeft) {
+TEST(ItemIDKey, NumbersRightTextLeft)
+{
     EXPECT_EQ(gfsItemID_key("123", false), QString(22, ' ') + "123");
     EXPECT_EQ(gfsItemID_key("123", true), "123" + QString(22, ' '));
     EXPECT_EQ(gfsItemID_key("12A", false), "12A" + QString(22, ' '));
@@ -54,7 +58,8 @@ TEST(ItemIDKey, NumbersRightTextLeft) {
     EXPECT_EQ(gfsItemID_key(QString(30, 'X'), false), QString(25, 'X'));
 }
 
-TEST(TagValue, ValueEndsAtTheNextBracketWithTrailingBlanksGone) {
+TEST(TagValue, ValueEndsAtTheNextBracketWithTrailingBlanksGone)
+{
     EXPECT_EQ(gfsTagValue("[BUTTON]3[CAPTION]A [B]C", "[CAPTION]", "["), "A");
     EXPECT_EQ(gfsTagValue("[CAPTION]  Soup  [ITEM]", "[CAPTION]", "["), "  Soup");
     EXPECT_EQ(gfsTagValue("[SET]Lunch", "[SET]", "["), "Lunch");
@@ -63,7 +68,8 @@ TEST(TagValue, ValueEndsAtTheNextBracketWithTrailingBlanksGone) {
     EXPECT_EQ(gfsTagValue("no tag", "[SET]", "["), "");
 }
 
-TEST(TextHelpers, KeepDigitsPadAndRound) {
+TEST(TextHelpers, KeepDigitsPadAndRound)
+{
     EXPECT_EQ(gfsText_keep("a1b2c3", "abc"), "abc");
     EXPECT_EQ(gfsText_digits("HKSET07.SDF"), "07");
     EXPECT_EQ(gfsText_pad(1, 2, "7", "0"), "07");
@@ -78,13 +84,15 @@ TEST(TextHelpers, KeepDigitsPadAndRound) {
     EXPECT_DOUBLE_EQ(gfdNumber_round(1.23456, 4), 1.2346);
 }
 
-TEST(DateDisplay, UsAndEuropeanOrder) {
+TEST(DateDisplay, UsAndEuropeanOrder)
+{
     EXPECT_EQ(gfsDate_display("20261118", "U"), "11/18/2026");
     EXPECT_EQ(gfsDate_display("20261118", "E"), "18/11/2026");
     EXPECT_EQ(gfsDate_display("        ", "E"), "          ");
 }
 
-TEST(TextBoxCaret, FindsTheTextOrGoesBehindIt) {
+TEST(TextBoxCaret, FindsTheTextOrGoesBehindIt)
+{
     QLineEdit box("Hello World");
     box.setCursorPosition(0);
     gpTextBox_caret(&box, "world", 0);

@@ -10,14 +10,16 @@ namespace {
 
 const char *const kBlank = "[CAPTION][ITEM][ICON][IDSELECT][LINKSET][ROOT]";
 
-QByteArray blankKeys(int from) {
+QByteArray blankKeys(int from)
+{
     QByteArray out;
     for (int k = from; k <= 8; ++k) out += "[BUTTON]" + QByteArray::number(k) + kBlank + "\r\n";
     return out;
 }
 
 // The worked example: set 03, Lunch Menu.
-QByteArray lunchMenu() {
+QByteArray lunchMenu()
+{
     return "[SET]Lunch Menu\r\n"
            "[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n"
            "[BUTTON]1[CAPTION]Coffee[ITEM]0001234.5[ICON]coffee.jpg[IDSELECT]No[LINKSET][ROOT]\r\n"
@@ -29,7 +31,8 @@ QByteArray lunchMenu() {
            "[GROUP]4[CAPTION][COLOR]*Default\r\n" + blankKeys(1);
 }
 
-void fillLunchMenu() {
+void fillLunchMenu()
+{
     gpHotKeySet_clear();
     gHotKeyGroups[1].Caption = "Drinks";
     gHotKeyGroups[1].Color = glHotKeyColor_value("BLUE");
@@ -42,7 +45,8 @@ void fillLunchMenu() {
 
 } // namespace
 
-TEST_F(HkTest, WorkedExampleIsWrittenByteForByteAndReadBack) {
+TEST_F(HkTest, WorkedExampleIsWrittenByteForByteAndReadBack)
+{
     fillLunchMenu();
     ASSERT_TRUE(gpHotKeySet_write("03", "Lunch Menu"));
     const QByteArray bytes = readDataFile("HKSET03.SDF");
@@ -59,7 +63,8 @@ TEST_F(HkTest, WorkedExampleIsWrittenByteForByteAndReadBack) {
     EXPECT_EQ(gHotKeyGroups[2].Buttons[1].IdSelect, "Yes");
 }
 
-TEST_F(HkTest, ColoursNormaliseOnceAndThenStay) {
+TEST_F(HkTest, ColoursNormaliseOnceAndThenStay)
+{
     gpHotKeySet_clear();
     ASSERT_TRUE(gpHotKeySet_write("05", "New"));
     EXPECT_EQ(readDataFile("HKSET05.SDF").count("[COLOR]*Default\r\n"), 4);
@@ -81,7 +86,8 @@ TEST_F(HkTest, ColoursNormaliseOnceAndThenStay) {
     EXPECT_TRUE(six.contains("[GROUP]2[CAPTION]B[COLOR]BLUE\r\n"));
 }
 
-TEST(HotKeyColors, TablesBothWays) {
+TEST(HotKeyColors, TablesBothWays)
+{
     EXPECT_EQ(glHotKeyColor_value("DARK_BLUE"), 0x800000);
     EXPECT_EQ(glHotKeyColor_value("DARK_GREEN"), 0x008000);
     EXPECT_EQ(glHotKeyColor_value("DARK_MAGENTA"), 0xC000C0);
@@ -93,7 +99,8 @@ TEST(HotKeyColors, TablesBothWays) {
     EXPECT_EQ(gfsHotKeyColor_name(0x123456), "");
 }
 
-TEST_F(HkTest, ReaderSkipsWhatItDoesNotKnow) {
+TEST_F(HkTest, ReaderSkipsWhatItDoesNotKnow)
+{
     writeDataFile("HKSET08.SDF", "[SET]Title\r\n"
                                  "[BUTTON]2[CAPTION]Orphan\r\n"
                                  "\r\n"
@@ -116,7 +123,8 @@ TEST_F(HkTest, ReaderSkipsWhatItDoesNotKnow) {
     EXPECT_EQ(gHotKeyGroups[1].Color, kButtonFaceColor) << "missing lines keep the cleared state";
 }
 
-TEST_F(HkTest, FirstLineIsAlwaysTheTitleLine) {
+TEST_F(HkTest, FirstLineIsAlwaysTheTitleLine)
+{
     writeDataFile("HKSET09.SDF", "[GROUP]1[CAPTION]Lost[COLOR]RED\r\n[GROUP]2[CAPTION]Kept\r\n");
     gpHotKeySet_clear();
     EXPECT_EQ(gfsHotKeySet_read("9"), "");
@@ -129,7 +137,8 @@ TEST_F(HkTest, FirstLineIsAlwaysTheTitleLine) {
     for (int g = 0; g <= 4; ++g) EXPECT_EQ(gHotKeyGroups[g].Color, kButtonFaceColor);
 }
 
-TEST_F(HkTest, NumbersPadToTwoForReadingButNotForWriting) {
+TEST_F(HkTest, NumbersPadToTwoForReadingButNotForWriting)
+{
     writeDataFile("HKSET07.SDF", "[SET]Seven\r\n");
     writeDataFile("HKSET7.SDF", "[SET]Wrong\r\n");
     writeDataFile("HKSET123.SDF", "[SET]Big\r\n");
@@ -140,7 +149,8 @@ TEST_F(HkTest, NumbersPadToTwoForReadingButNotForWriting) {
     EXPECT_TRUE(QFile::exists(dataPath() + "/HKSET4.SDF"));
 }
 
-TEST_F(HkTest, MissingFileIsReportedOncePerReadAndLeavesTheRecord) {
+TEST_F(HkTest, MissingFileIsReportedOncePerReadAndLeavesTheRecord)
+{
     gpHotKeySet_clear();
     gHotKeyGroups[1].Caption = "Kept";
     EXPECT_EQ(gfsHotKeySet_read("42"), "");
@@ -155,7 +165,8 @@ TEST_F(HkTest, MissingFileIsReportedOncePerReadAndLeavesTheRecord) {
     EXPECT_EQ(gHotKeyGroups[1].Caption, "Kept");
 }
 
-TEST_F(HkTest, BadInputNeitherCrashesNorCorruptsTheRecord) {
+TEST_F(HkTest, BadInputNeitherCrashesNorCorruptsTheRecord)
+{
     QByteArray junk = QByteArray("[SET]Junk\xff\x80\x00title\n", 20) +
                       "[GROUP]9[CAPTION]Nine\r"
                       "[BUTTON]1[CAPTION]After bad group\r"
@@ -187,7 +198,8 @@ TEST_F(HkTest, BadInputNeitherCrashesNorCorruptsTheRecord) {
     EXPECT_TRUE(readDataFile("HKSET11.SDF").startsWith("[SET]Junk\xff\x80\r\n"));
 }
 
-TEST_F(HkTest, FailedWriteTellsTheUserAndKeepsTheRecord) {
+TEST_F(HkTest, FailedWriteTellsTheUserAndKeepsTheRecord)
+{
     fillLunchMenu();
     gDataPath.setDataPath(dataPath() + "/no such folder");
     EXPECT_FALSE(gpHotKeySet_write("03", "Lunch Menu"));

@@ -12,19 +12,25 @@ namespace {
 
 class RecordingForm : public platform::KeyPreviewForm {
 public:
-    RecordingForm() {
+    RecordingForm()
+    {
         box = new QLineEdit(this);
         (new QVBoxLayout(this))->addWidget(box);
     }
-    void Form_KeyDown(int &KeyCode, int Shift) override {
+    void Form_KeyDown(int &KeyCode, int Shift) override
+    {
         downs << KeyCode;
         shifts << Shift;
-        if (KeyCode == platform::vbKeyF10) KeyCode = 0;
+        if (KeyCode == platform::vbKeyF10)
+            KeyCode = 0;
     }
-    void Form_KeyPress(int &KeyAscii) override {
+    void Form_KeyPress(int &KeyAscii) override
+    {
         presses << KeyAscii;
-        if (KeyAscii >= 'a' && KeyAscii <= 'z') KeyAscii -= 32;
-        if (KeyAscii == '#') KeyAscii = 0;
+        if (KeyAscii >= 'a' && KeyAscii <= 'z')
+            KeyAscii -= 32;
+        if (KeyAscii == '#')
+            KeyAscii = 0;
     }
     QLineEdit *box;
     QList<int> downs, shifts, presses;
@@ -32,7 +38,8 @@ public:
 
 } // namespace
 
-TEST(KeyPreview, FormSeesKeysBeforeItsControlsWithLegacyCodes) {
+TEST(KeyPreview, FormSeesKeysBeforeItsControlsWithLegacyCodes)
+{
     RecordingForm form;
     form.show();
     QTest::keyClick(form.box, Qt::Key_F10);
@@ -48,7 +55,8 @@ TEST(KeyPreview, FormSeesKeysBeforeItsControlsWithLegacyCodes) {
     EXPECT_EQ(form.box->text(), "AB") << "a changed character reaches the control changed";
 }
 
-TEST(KeyPreview, OnlyTheFormHoldingTheReceiverSeesTheKey) {
+TEST(KeyPreview, OnlyTheFormHoldingTheReceiverSeesTheKey)
+{
     RecordingForm form;
     QLineEdit outside;
     outside.show();
@@ -57,7 +65,8 @@ TEST(KeyPreview, OnlyTheFormHoldingTheReceiverSeesTheKey) {
     EXPECT_EQ(outside.text(), "x");
 }
 
-TEST(RunningInstance, TheSecondTestOnOneKeySeesTheFirst) {
+TEST(RunningInstance, TheSecondTestOnOneKeySeesTheFirst)
+{
     platform::Instance::setKey("test-" + QUuid::createUuid().toString(QUuid::Id128));
     {
         QLockFile first(platform::Instance::lockPath());

@@ -23,8 +23,16 @@ struct Box {
 // has none fails the test and gets a cancel; it never blocks.
 class ScriptedDialogs : public platform::Dialogs {
 public:
-    void answer(int result) { m_answers.enqueue(QString::number(result)); }
-    void answerText(const QString &text) { m_answers.enqueue(text); }
+    void answer(int result) { answerText(QString::number(result)); }
+    void answerText(const QString &text)
+    {
+        m_answers.enqueue([text] { return text; });
+    }
+    // An answer worked out when the box shows, for a test that changes the world meanwhile.
+    void answerBy(std::function<int()> f)
+    {
+        m_answers.enqueue([f] { return QString::number(f()); });
+    }
     // The boxes shown since the last call.
     QList<Box> take();
     bool idle() const { return m_boxes.isEmpty() && m_answers.isEmpty(); }
@@ -41,7 +49,7 @@ private:
     QString next(const Box &box, bool needed, const QString &fallback);
 
     QList<Box> m_boxes;
-    QQueue<QString> m_answers;
+    QQueue<std::function<QString()>> m_answers;
 };
 
 // Modal forms are handed to the driver registered for their class, which acts

@@ -6,7 +6,8 @@
 
 namespace testing_support {
 
-void HkTest::SetUp() {
+void HkTest::SetUp()
+{
     ASSERT_TRUE(temp.isValid());
     QDir(temp.path()).mkpath("data");
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, temp.filePath("settings"));
@@ -17,7 +18,8 @@ void HkTest::SetUp() {
     platform::ShellPort::install(&shell);
 }
 
-void HkTest::TearDown() {
+void HkTest::TearDown()
+{
     platform::DialogPort::install(nullptr);
     platform::ModalPort::install(nullptr);
     platform::ShellPort::install(nullptr);
@@ -26,17 +28,20 @@ void HkTest::TearDown() {
                       << b.text.toStdString();
 }
 
-QString HkTest::dataPath() const {
+QString HkTest::dataPath() const
+{
     return temp.filePath("data");
 }
 
-void HkTest::writeDataFile(const QString &name, const QByteArray &bytes) const {
+void HkTest::writeDataFile(const QString &name, const QByteArray &bytes) const
+{
     QFile f(QDir(dataPath()).filePath(name));
     ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
     f.write(bytes);
 }
 
-QByteArray HkTest::readDataFile(const QString &name) const {
+QByteArray HkTest::readDataFile(const QString &name) const
+{
     QFile f(QDir(dataPath()).filePath(name));
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }

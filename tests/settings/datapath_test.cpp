@@ -1,0 +1,311 @@
+#include "platform/Paths.h"
+#include "platform/SettingsStore.h"
+#include "settings/clsDataPath.h"
+#include "settings/clsINI_Services.h"
+#include "settings/frmSMFILE_PATH.h"
+#include "settings/frmSM_DATAPATH2.h"
+#include "settings/zelDataPath_Ops.h"
+#include "support/HkTest.h"
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+using namespace platform;
+using testing_support::HkTest;
+
+namespace {
+
+QString stored(const char *key)
+{
+    return GetSetting("ZEL Settings", "DATABASE", key, "<none>");
+}
+void store(const char *key, const QString &v)
+{
+    SaveSetting("ZEL Settings", "DATABASE", key, v);
+}
+
+// Drive C of the suite's paths is a folder of the test.
+class DataPathTest : public HkTest {
+protected:
+    void SetUp() override
+    {
+        HkTest::SetUp();
+        QDir(temp.path()).mkpath("C");
+        qputenv("HOTKEYS_DRIVE_C", temp.filePath("C").toLocal8Bit());
+        gDataPath = clsDataPath();
+        gIni = clsINI_Services();
+    }
+    void TearDown() override
+    {
+        qunsetenv("HOTKEYS_DRIVE_C");
+        HkTest::TearDown();
+    }
+    // The form as the user sees it when the start-up shows it.
+    void onDialog(std::function<void(frmSM_DATAPATH2 &)> act)
+    {
+        modal.drive("frmSM_DATAPATH2",
+                    [act](QDialog &d) { act(static_cast<frmSM_DATAPATH2 &>(d)); });
+    }
+};
+
+} // namespace
+
+TEST_F(DataPathTest, FirstStartAsksDefinesCreatesSavesAndGoesOn)
+{
+    const QString qr = temp.filePath("C") + "/QR";
+    dialogs.answer(vbYes); // define it now
+    dialogs.answer(vbYes); // create the folder
+    onDialog([&](frmSM_DATAPATH2 &f) {
+        EXPECT_EQ(f.windowTitle(), "Set Data Path");
+        EXPECT_EQ(f.txtEdit[1]->text(), qr);
+        EXPECT_EQ(f.cboEdit->currentText(), "1");
+        EXPECT_EQ(f.cboEdit->count(), 50);
+        EXPECT_FALSE(f.chkNetwork->isChecked());
+        EXPECT_TRUE(f.cmdOkCancel[0]->isEnabled());
+        QTest::mouseClick(f.cmdOkCancel[0], Qt::LeftButton);
+    });
+    EXPECT_TRUE(gfbZEL_DataPath_open(0));
+    EXPECT_EQ(gDataPath.DataPath(), qr);
+    EXPECT_TRUE(QDir(qr).exists());
+    EXPECT_EQ(stored("DATAPATH"), qr);
+    EXPECT_EQ(stored("STATIONPATH"), qr);
+    EXPECT_EQ(stored("NETWORK"), "False");
+    EXPECT_EQ(stored("STATION"), "1");
+    EXPECT_EQ(stored("TESTDATA"), "");
+    EXPECT_FALSE(QFile::exists(qr + "/ZEL.INI")) << "gIni has no file during the start-up";
+
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 2);
+    EXPECT_EQ(shown[0].text, "A path to the ZEL Data Files has not been defined\r\rDo you want "
+                             "to define it now?");
+    EXPECT_EQ(shown[0].style, 36);
+    EXPECT_EQ(shown[1].text, qr + "\rData Path Does Not Exist\rDo you want to create it?");
+    EXPECT_EQ(shown[1].title, "ZEL Hot Keys");
+
+    // The second start goes straight through.
+    gDataPath = clsDataPath();
+    EXPECT_TRUE(gfbZEL_DataPath_open(0));
+    EXPECT_EQ(gDataPath.DataPath(), qr);
+    EXPECT_TRUE(boxes().isEmpty());
+}
+
+TEST_F(DataPathTest, StoredFolderGoneLeadsBackToTheQuestion)
+{
+    store("DATAPATH", dataPath() + "/gone");
+    dialogs.answer(vbNo);
+    EXPECT_FALSE(gfbZEL_DataPath_open(0));
+    EXPECT_EQ(boxes().size(), 1);
+    EXPECT_EQ(stored("DATAPATH"), dataPath() + "/gone");
+}
+
+TEST_F(DataPathTest, StoredPathIsTrimmedAndLosesOneTrailingSeparator)
+{
+    store("DATAPATH", "  " + dataPath() + "/  ");
+    store("NETWORK", "   ");
+    EXPECT_TRUE(gfbZEL_DataPath_open(51));
+    EXPECT_EQ(gDataPath.DataPath(), dataPath());
+    EXPECT_EQ(gDataPath.MaxStations(), 51);
+    EXPECT_FALSE(gDataPath.Network());
+
+    store("DATAPATH", dataPath() + "//");
+    EXPECT_TRUE(gfbZEL_DataPath_open(50));
+    EXPECT_EQ(gDataPath.DataPath(), dataPath() + "/");
+    EXPECT_EQ(gDataPath.MaxStations(), 50);
+}
+
+TEST_F(DataPathTest, NetworkWithoutPathEndsWithTheNetworkBox)
+{
+    store("NETWORK", "True");
+    EXPECT_FALSE(gfbZEL_DataPath_open(0));
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].title, "Network Not Found");
+    EXPECT_EQ(shown[0].style, 0);
+    EXPECT_EQ(shown[0].text, "The network is currently down or is not set up properly. Please "
+                             "contact your network administrator for help.");
+}
+
+TEST_F(DataPathTest, NetworkValueThatIsNoBooleanIsTakenAsFalseAndSaid)
+{
+    store("NETWORK", "maybe");
+    store("DATAPATH", dataPath());
+    EXPECT_TRUE(gfbZEL_DataPath_open(0));
+    EXPECT_FALSE(gDataPath.Network());
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_TRUE(shown[0].text.contains("NETWORK is 'maybe'"));
+}
+
+TEST_F(DataPathTest, StationAboveTheMaximumBecomesOneUnlessValidationFails)
+{
+    gDataPath.setMaxStations(50);
+    gDataPath.setStation("51");
+    gDataPath.setDataPath(dataPath());
+    gDataPath.Validate(true);
+    EXPECT_TRUE(gDataPath.Valid());
+    EXPECT_EQ(gDataPath.Station(), "1");
+    EXPECT_EQ(gDataPath.FieldKey(), "STATION");
+
+    gDataPath.setStation("51");
+    gDataPath.setDataPath(dataPath() + "/missing");
+    gDataPath.Validate(false);
+    EXPECT_FALSE(gDataPath.Valid());
+    EXPECT_EQ(gDataPath.Station(), "51");
+    EXPECT_EQ(gDataPath.FieldKey(), "DATAPATH");
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].title, "Validation");
+    EXPECT_EQ(shown[0].style, 64);
+    EXPECT_EQ(shown[0].text, "Data Path Not Found.\r\rUse the Browse method to find a valid path.");
+
+    gDataPath.setStation("abc");
+    gDataPath.setDataPath(dataPath());
+    gDataPath.Validate(true);
+    EXPECT_TRUE(gDataPath.Valid());
+    EXPECT_EQ(gDataPath.Station(), "abc");
+    EXPECT_EQ(gDataPath.FieldKey(), "DATAPATH") << "a passing Validate leaves FieldKey";
+}
+
+TEST_F(DataPathTest, StationFileAndCheckFileSteps)
+{
+    gDataPath.setMaxStations(50);
+    gDataPath.setStation("3");
+    gDataPath.setDataPath(dataPath());
+    gDataPath.setStationPath(dataPath());
+    gDataPath.setStationPathEnabled(true);
+    gDataPath.setCheckFile("INVT.ZEL");
+    gDataPath.Validate(false);
+    EXPECT_EQ(gDataPath.FieldKey(), "STATIONPATH");
+    writeDataFile("STA3.ZEL", "");
+    gDataPath.Validate(false);
+    EXPECT_EQ(gDataPath.FieldKey(), "DATAPATH");
+    gDataPath.setSupressFileCheck(true);
+    gDataPath.Validate(false);
+    EXPECT_TRUE(gDataPath.Valid());
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 2);
+    EXPECT_EQ(shown[0].text, "Station 3 not in Station Path.\r\rSelect another Station or "
+                             "change the Station Path.");
+    EXPECT_EQ(shown[1].text, "Primary Data File Not Found.\r\rThere is no 'INVT.ZEL' file in "
+                             "the specified data path.");
+}
+
+TEST_F(DataPathTest, DeclinedOrFailedCreationKeepsTheDialogOpen)
+{
+    writeDataFile("afile", "x");
+    dialogs.answer(vbYes); // define now
+    onDialog([&](frmSM_DATAPATH2 &f) {
+        f.txtEdit[1]->setText(dataPath() + "/new");
+        dialogs.answer(vbNo); // do not create
+        QTest::keyClick(f.txtEdit[1], Qt::Key_F10);
+        EXPECT_FALSE(f.isHidden());
+        f.txtEdit[1]->setText(dataPath() + "/afile");
+        dialogs.answer(vbYes); // create: but it is a file
+        QTest::keyClick(f.txtEdit[1], Qt::Key_F10);
+        EXPECT_FALSE(f.isHidden());
+        f.txtEdit[1]->setText("   ");
+        EXPECT_FALSE(f.cmdOkCancel[0]->isEnabled());
+        dialogs.answer(vbNo);
+        QTest::keyClick(f.txtEdit[1], Qt::Key_F10); // the key still runs Accept
+        QTest::keyClick(f.txtEdit[1], Qt::Key_Escape);
+        EXPECT_TRUE(gDataPath.Cancelled());
+    });
+    EXPECT_FALSE(gfbZEL_DataPath_open(0));
+    EXPECT_FALSE(QDir(dataPath() + "/new").exists());
+    QStringList texts;
+    for (const auto &b : boxes()) texts << b.text;
+    ASSERT_EQ(texts.size(), 8);
+    EXPECT_EQ(texts[2], "Data Path Not Found.\r\rUse the Browse method to find a valid path.");
+    EXPECT_TRUE(texts[4].startsWith("Unable To Create Path\r"));
+    EXPECT_EQ(texts[5], "Data Path Not Found.\r\rUse the Browse method to find a valid path.");
+    EXPECT_EQ(texts[6], "   \rData Path Does Not Exist\rDo you want to create it?");
+    EXPECT_EQ(stored("DATAPATH"), "<none>");
+}
+
+TEST_F(DataPathTest, TrainingFlagHelpAndBrowser)
+{
+    gDataPath.setMaxStations(50);
+    gDataPath.setStationNumberEnabled(true);
+    gDataPath.setStation("7");
+    gDataPath.setDataPath(dataPath());
+    frmSM_DATAPATH2 f;
+    f.Form_Load();
+    f.show();
+    EXPECT_EQ(f.cboEdit->currentText(), "7");
+    f.ckTest->click();
+    f.ckTest->click();
+    QTest::keyClick(f.txtEdit[1], Qt::Key_F1);
+    auto shown = boxes();
+    ASSERT_EQ(shown.size(), 2) << "only checking the box warns";
+    EXPECT_EQ(shown[0].title, "Caution");
+    EXPECT_EQ(shown[0].text, "Checking this box does not set up a traning directory or change "
+                             "your data path \r\nIt is a manual switch that turns on or off the "
+                             "training flag on the main screen ");
+    EXPECT_EQ(shown[1].title, "Station and Data Path Help");
+    EXPECT_TRUE(shown[1].text.startsWith("A valid data path is necessary before an application "
+                                         "can run.\rA path is also"));
+
+    modal.drive("frmSMFILE_PATH", [](QDialog &d) { QTest::keyClick(&d, Qt::Key_Escape); });
+    QTest::mouseClick(f.cmdBrowsePath[1], Qt::LeftButton);
+    EXPECT_EQ(f.txtEdit[1]->text(), dataPath()) << "a cancelled browser changes nothing";
+
+    QDir(dataPath()).mkdir("picked");
+    modal.drive("frmSMFILE_PATH", [this](QDialog &d) {
+        auto &b = static_cast<frmSMFILE_PATH &>(d);
+        EXPECT_EQ(b.Path, dataPath());
+        b.Path.clear();
+        b.lblPath->setText(dataPath() + "/picked");
+        QTest::keyClick(&b, Qt::Key_F10);
+    });
+    QTest::mouseClick(f.cmdBrowsePath[1], Qt::LeftButton);
+    EXPECT_EQ(f.txtEdit[1]->text(), dataPath() + "/picked");
+}
+
+TEST_F(DataPathTest, MarkerFolderSwitchesOnTheRetryLoop)
+{
+    store("DATAPATH", dataPath() + "/share");
+    dialogs.answer(vbNo); // no define-now without the marker: straight to the question
+    EXPECT_FALSE(gfbZEL_DataPath_open(0));
+    ASSERT_EQ(boxes().size(), 1);
+
+    QDir(temp.filePath("C")).mkdir("zelsafe");
+    dialogs.answerBy([this] {
+        QDir(dataPath()).mkdir("share"); // the share comes back while the box is open
+        return vbYes;
+    });
+    EXPECT_TRUE(gfbZEL_DataPath_open(0));
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].title, "Network Error");
+    EXPECT_EQ(shown[0].style, 36);
+    EXPECT_EQ(shown[0].text, "Server not found. Check Server and Network Connections.\r\n Retry?");
+}
+
+TEST_F(DataPathTest, UpperAltIsCarriedOverButNeverOverwritten)
+{
+    const QString source = QCoreApplication::applicationDirPath() + "/upper.alt";
+    QFile f(source);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write("from app");
+    f.close();
+    store("DATAPATH", dataPath());
+    EXPECT_TRUE(gfbZEL_DataPath_open(0));
+    EXPECT_EQ(readDataFile("upper.alt"), "from app");
+    writeDataFile("upper.alt", "site's own");
+    EXPECT_TRUE(gfbZEL_DataPath_open(0));
+    EXPECT_EQ(readDataFile("upper.alt"), "site's own");
+    QFile::remove(source);
+}
+
+TEST(NativePath, DriveRootsAndBackslashes)
+{
+    qputenv("HOTKEYS_DRIVE_C", "/srv/c");
+    EXPECT_EQ(nativePath("C:\\QR"), "/srv/c/QR");
+    EXPECT_EQ(nativePath("c:\\zelsafe\\x"), "/srv/c/zelsafe/x");
+    EXPECT_EQ(nativePath("/already/native"), "/already/native");
+    qunsetenv("HOTKEYS_DRIVE_C");
+}

@@ -1,0 +1,96 @@
+#include "hotkeys/hkeyGlobal.h"
+#include "platform/Instance.h"
+#include "platform/SettingsStore.h"
+#include "settings/clsDataPath.h"
+#include "settings/clsINI_Services.h"
+#include "shell/hkeyMain.h"
+#include "support/HkTest.h"
+#include <QDir>
+#include <QLockFile>
+#include <QUuid>
+
+using namespace platform;
+using testing_support::HkTest;
+using testing_support::ProcessExit;
+
+namespace {
+
+class StartupTest : public HkTest {
+protected:
+    void SetUp() override
+    {
+        HkTest::SetUp();
+        Instance::setKey("startup-" + QUuid::createUuid().toString(QUuid::Id128));
+        gIni = clsINI_Services();
+        giInventorySearch = giNameSearch = 0;
+    }
+    int runMain()
+    {
+        try {
+            Main();
+        } catch (const ProcessExit &e) {
+            return e.code;
+        }
+        ADD_FAILURE() << "Main returned instead of ending the process";
+        return -1;
+    }
+};
+
+} // namespace
+
+TEST_F(StartupTest, SecondInstanceGetsTheBoxAndChangesNothing)
+{
+    QLockFile first(Instance::lockPath());
+    ASSERT_TRUE(first.tryLock(0));
+    EXPECT_EQ(runMain(), 0);
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].style, 16);
+    EXPECT_EQ(shown[0].text, "ZEL Hot Keysis already running.\rThis Program Can Only Be Runing "
+                             "Once On This Machine");
+    EXPECT_TRUE(QDir(temp.filePath("settings")).isEmpty());
+    EXPECT_TRUE(QDir(dataPath()).isEmpty());
+}
+
+TEST_F(StartupTest, StartMakesThePictureFoldersAndReadsTheSearchSettings)
+{
+    SaveSetting("ZEL Settings", "DATABASE", "DATAPATH", dataPath());
+    writeDataFile("ZEL.INI", "[Primary Search Fields]\r\nSearch for Inventory by:=Stock Locater\r\n"
+                             "Search for Name by:=ARCode\r\n");
+    EXPECT_EQ(runMain(), 0);
+    EXPECT_TRUE(QDir(dataPath() + "/pictures/HotKeys").exists());
+    EXPECT_EQ(gsHotKeyPicturePath, dataPath() + "/pictures/HotKeys/");
+    EXPECT_EQ(giInventorySearch, 2);
+    EXPECT_EQ(giNameSearch, 2);
+}
+
+TEST_F(StartupTest, SearchSettingsMapExactlyAndAMissingKeyIsNotZero)
+{
+    gDataPath.setDataPath(dataPath());
+    const std::pair<const char *, std::pair<int, int>> cases[] = {
+        {"Search for Inventory by:=Description\r\nSearch for Name by:=Business", {0, 3}},
+        {"Search for Inventory by:=description\r\nSearch for Name by:=business", {3, 0}},
+        {"Search for Inventory by:=Vendor ID", {3, 0}},
+        {"", {3, 0}},
+    };
+    for (const auto &[body, expected] : cases) {
+        QFile::remove(dataPath() + "/ZEL.INI");
+        writeDataFile("ZEL.INI", QByteArray("[Primary Search Fields]\r\n") + body);
+        EXPECT_TRUE(gfbSearchFields_read());
+        EXPECT_EQ(giInventorySearch, expected.first) << body;
+        EXPECT_EQ(giNameSearch, expected.second) << body;
+    }
+}
+
+TEST_F(StartupTest, UnusableIniLeavesTheSettingsAndSaysSo)
+{
+    gDataPath.setDataPath(dataPath() + "/missing");
+    giInventorySearch = 0;
+    EXPECT_FALSE(gfbSearchFields_read());
+    EXPECT_EQ(giInventorySearch, 0);
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].title, "Error");
+    EXPECT_EQ(shown[0].style, 0);
+    EXPECT_EQ(shown[0].text, "Unable to open ZEL Configuration Settings File, ZEL.INI.");
+}

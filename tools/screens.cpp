@@ -1,0 +1,43 @@
+// Renders the program's screens offscreen to PNG files, to look at them as a
+// person would: hk_screens OUTPUT_FOLDER
+#include "platform/KeyPreviewForm.h"
+#include "settings/clsDataPath.h"
+#include "settings/frmSMFILE_PATH.h"
+#include "settings/frmSM_DATAPATH2.h"
+#include <QDir>
+#include <QTimer>
+#include <cstdio>
+
+namespace {
+
+void save(QWidget &w, const QString &folder, const QString &name)
+{
+    w.show();
+    QApplication::processEvents();
+    const QString path = QDir(folder).filePath(name + ".png");
+    w.grab().save(path);
+    std::printf("%s\n", qPrintable(path));
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    platform::Application app(argc, argv);
+    const QString out = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QDir::currentPath();
+    QDir().mkpath(out);
+
+    gDataPath.setMaxStations(50);
+    gDataPath.setStationNumberEnabled(true);
+    frmSM_DATAPATH2 datapath;
+    datapath.Form_Load();
+    save(datapath, out, "frmSM_DATAPATH2");
+
+    frmSMFILE_PATH browser;
+    browser.Path = QDir::homePath();
+    browser.Form_Load();
+    save(browser, out, "frmSMFILE_PATH");
+    return 0;
+}
