@@ -1,5 +1,9 @@
 #include "common/Conversions.h"
+#include <cctype>
+#include <charconv>
 #include <cmath>
+#include <cstring>
+#include <string>
 
 namespace conv {
 
@@ -16,7 +20,7 @@ QString withoutBlanks(const QString &text)
     return s;
 }
 
-double radixValue(const QString &s, int from, int radix)
+double radixDigits(const QString &s, int from, int radix)
 {
     qint64 v = 0;
     int digits = 0;
@@ -33,45 +37,85 @@ double radixValue(const QString &s, int from, int radix)
     return static_cast<qint32>(static_cast<quint32>(v));
 }
 
+// "&H1F", "&O17" or "&17", blanks already gone.
+double radixValue(const QString &s)
+{
+    if (s.startsWith(QLatin1String("&H"), Qt::CaseInsensitive))
+        return radixDigits(s, 2, 16);
+    if (s.startsWith(QLatin1String("&O"), Qt::CaseInsensitive))
+        return radixDigits(s, 2, 8);
+    return radixDigits(s, 1, 8);
+}
+
+// The leading decimal number of an ASCII text: sign, digits, point, exponent.
+double decimalValue(const std::string &s)
+{
+    size_t i = 0;
+    const bool negative = i < s.size() && s[i] == '-';
+    if (i < s.size() && (s[i] == '-' || s[i] == '+'))
+        ++i;
+    const size_t digitsFrom = i;
+    qint64 whole = 0;
+    bool simple = true;
+    while (i < s.size() && std::isdigit(static_cast<unsigned char>(s[i]))) {
+        if (i - digitsFrom < 17)
+            whole = whole * 10 + (s[i] - '0');
+        else
+            simple = false;
+        ++i;
+    }
+    bool digits = i > digitsFrom;
+    size_t end = i;
+    if (i < s.size() && s[i] == '.') {
+        simple = false;
+        ++i;
+        while (i < s.size() && std::isdigit(static_cast<unsigned char>(s[i]))) ++i, digits = true;
+        end = i;
+    }
+    if (!digits)
+        return 0;
+    if (i < s.size() && std::strchr("eEdD", s[i])) {
+        size_t j = i + 1;
+        if (j < s.size() && (s[j] == '-' || s[j] == '+'))
+            ++j;
+        const size_t expFrom = j;
+        while (j < s.size() && std::isdigit(static_cast<unsigned char>(s[j]))) ++j;
+        if (j > expFrom)
+            simple = false, end = j;
+    }
+    if (simple)
+        return negative ? -static_cast<double>(whole) : static_cast<double>(whole);
+    std::string plain = s.substr(0, end);
+    for (char &c : plain) {
+        if (c == 'd' || c == 'D')
+            c = 'e';
+    }
+    double v = 0; // from_chars, unlike strtod, ignores the locale's decimal point
+    std::from_chars(plain.data(), plain.data() + plain.size(), v);
+    return std::isfinite(v) ? v : 0;
+}
+
 } // namespace
 
 double Val(const QString &text)
 {
-    const QString s = withoutBlanks(text);
-    if (s.startsWith(QLatin1String("&H"), Qt::CaseInsensitive))
-        return radixValue(s, 2, 16);
-    if (s.startsWith(QLatin1String("&O"), Qt::CaseInsensitive))
-        return radixValue(s, 2, 8);
-    if (s.startsWith('&'))
-        return radixValue(s, 1, 8);
-
-    int i = 0;
-    QString number;
-    if (i < s.size() && (s[i] == '-' || s[i] == '+'))
-        number += s[i++];
-    bool digits = false;
-    while (i < s.size() && s[i].isDigit() && s[i].unicode() < 128) number += s[i++], digits = true;
-    if (i < s.size() && s[i] == '.') {
-        number += s[i++];
-        while (i < s.size() && s[i].isDigit() && s[i].unicode() < 128)
-            number += s[i++], digits = true;
+    // Blanks, tabs and line feeds count nowhere, so they are skipped on the way.
+    std::string number;
+    number.reserve(24);
+    bool started = false;
+    for (QChar c : text) {
+        if (c == ' ' || c == '\t' || c == '\n')
+            continue;
+        if (!started && c == '&')
+            return radixValue(withoutBlanks(text));
+        started = true;
+        if (c.unicode() >= 128)
+            break;
+        number += static_cast<char>(c.unicode());
+        if (number.size() > 400)
+            break;
     }
-    if (!digits)
-        return 0;
-    if (i < s.size() && QString("eEdD").contains(s[i])) {
-        QString exponent = "e";
-        int j = i + 1;
-        if (j < s.size() && (s[j] == '-' || s[j] == '+'))
-            exponent += s[j++];
-        bool expDigits = false;
-        while (j < s.size() && s[j].isDigit() && s[j].unicode() < 128)
-            exponent += s[j++], expDigits = true;
-        if (expDigits)
-            number += exponent;
-    }
-    bool ok = false;
-    const double v = number.toDouble(&ok);
-    return ok && std::isfinite(v) ? v : 0;
+    return decimalValue(number);
 }
 
 std::optional<qint16> CInt(double value)

@@ -26,10 +26,11 @@ const QHash<char16_t, char> &reverseHigh()
 
 QString fromCp1252(const QByteArray &bytes)
 {
-    QString s(bytes.size(), Qt::Uninitialized);
-    for (int i = 0; i < bytes.size(); ++i) {
-        const auto b = static_cast<unsigned char>(bytes[i]);
-        s[i] = QChar(b >= 0x80 && b < 0xA0 ? kHigh[b - 0x80] : char16_t(b));
+    QString s = QString::fromLatin1(bytes);
+    char16_t *data = reinterpret_cast<char16_t *>(s.data());
+    for (qsizetype i = 0; i < s.size(); ++i) {
+        if (data[i] >= 0x80 && data[i] < 0xA0)
+            data[i] = kHigh[data[i] - 0x80];
     }
     return s;
 }
@@ -47,24 +48,33 @@ QByteArray toCp1252(const QString &text)
     return out;
 }
 
-QStringList splitLines(const QString &text)
+QList<QStringView> splitLineViews(const QString &text)
 {
-    QStringList lines;
-    int start = 0;
-    for (int i = 0; i < text.size(); ++i) {
-        if (text[i] != '\r' && text[i] != '\n')
+    QList<QStringView> lines;
+    const QStringView all(text);
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < all.size(); ++i) {
+        const QChar c = all[i];
+        if (c != '\r' && c != '\n')
             continue;
-        lines << text.mid(start, i - start);
-        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n')
+        lines << all.mid(start, i - start);
+        if (c == '\r' && i + 1 < all.size() && all[i + 1] == '\n')
             ++i;
         start = i + 1;
     }
-    if (start < text.size())
-        lines << text.mid(start);
+    if (start < all.size())
+        lines << all.mid(start);
     return lines;
 }
 
-bool readLines(const QString &path, QStringList &lines, QString *error)
+QStringList splitLines(const QString &text)
+{
+    QStringList lines;
+    for (QStringView line : splitLineViews(text)) lines << line.toString();
+    return lines;
+}
+
+bool readText(const QString &path, QString &text, QString *error)
 {
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly)) {
@@ -78,7 +88,16 @@ bool readLines(const QString &path, QStringList &lines, QString *error)
             *error = f.errorString();
         return false;
     }
-    lines = splitLines(fromCp1252(bytes));
+    text = fromCp1252(bytes);
+    return true;
+}
+
+bool readLines(const QString &path, QStringList &lines, QString *error)
+{
+    QString text;
+    if (!readText(path, text, error))
+        return false;
+    lines = splitLines(text);
     return true;
 }
 

@@ -12,6 +12,11 @@ QByteArray toCp1252(const QString &text);
 
 // Lines ended by CR LF, a lone LF or a lone CR; a last line without an end counts.
 QStringList splitLines(const QString &text);
+// The same lines as views into `text`, which must outlive them.
+QList<QStringView> splitLineViews(const QString &text);
+
+// The whole file as text; false with `error` set when it cannot be read.
+bool readText(const QString &path, QString &text, QString *error = nullptr);
 
 // False when the file cannot be opened or read; `error` says why.
 bool readLines(const QString &path, QStringList &lines, QString *error = nullptr);

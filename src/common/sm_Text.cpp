@@ -12,8 +12,10 @@ QString gfsTagValue(const QString &sLine, const QString &sTag, const QString &sE
     if (at < 0)
         return QString();
     const int start = at + sTag.size();
-    int stop = start;
-    while (stop < sLine.size() && QStringView(sLine).mid(stop, 1) != sEnd) ++stop;
+    // Only a one-character end can equal a character of the line.
+    int stop = sEnd.size() == 1 ? sLine.indexOf(sEnd[0], start) : -1;
+    if (stop < 0)
+        stop = sLine.size();
     if (stop <= start)
         return QString();
     return conv::RTrim(sLine.mid(start, stop - start));

@@ -5,6 +5,7 @@
 #include "common/sm_Text.h"
 #include "platform/Dialogs.h"
 #include "settings/clsDataPath.h"
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <optional>
@@ -44,32 +45,69 @@ void showWriteFailure(const QString &path, const QString &reason)
                      platform::vbCritical);
 }
 
+// The tags of a set file. Values hold no "[", so every tag starts at a "[" and
+// one scan of a line finds the first occurrence of each, as gfsTagValue would.
+enum Tag { tGroup, tButton, tCaption, tColor, tItem, tIcon, tIdSelect, tLinkSet, tRoot, tCount };
+const QLatin1StringView kTagNames[tCount] = {
+    QLatin1StringView("GROUP]"),    QLatin1StringView("BUTTON]"),  QLatin1StringView("CAPTION]"),
+    QLatin1StringView("COLOR]"),    QLatin1StringView("ITEM]"),    QLatin1StringView("ICON]"),
+    QLatin1StringView("IDSELECT]"), QLatin1StringView("LINKSET]"), QLatin1StringView("ROOT]")};
+
+struct TagScan {
+    std::array<std::optional<QStringView>, tCount> values;
+
+    explicit TagScan(QStringView line)
+    {
+        for (qsizetype at = line.indexOf('['); at >= 0;) {
+            const qsizetype next = line.indexOf('[', at + 1);
+            const QStringView rest = line.mid(at + 1);
+            for (int t = 0; t < tCount && !rest.isEmpty(); ++t) {
+                if (!values[t] && rest.front() == QLatin1Char(kTagNames[t].front()) &&
+                    rest.startsWith(kTagNames[t])) {
+                    const qsizetype start = at + 1 + kTagNames[t].size();
+                    values[t] = line.mid(start, (next < 0 ? line.size() : next) - start);
+                    break;
+                }
+            }
+            at = next;
+        }
+    }
+    bool has(Tag t) const { return values[t].has_value(); }
+    // The value with trailing blanks removed, as gfsTagValue gives it.
+    QString value(Tag t) const
+    {
+        QStringView v = values[t].value_or(QStringView());
+        while (!v.isEmpty() && v.back() == ' ') v.chop(1);
+        return v.toString();
+    }
+    QString trimmed(Tag t) const { return conv::LTrim(value(t)); }
+};
+
 // A group or key number of a line, when it fits the record; lines with other
 // numbers are skipped, since the record has no room for them.
-std::optional<int> indexOf(const QString &line, const QString &tag, int last)
+std::optional<int> numberOf(const TagScan &scan, Tag tag, int last)
 {
-    const std::optional<qint16> n = conv::CInt(conv::Val(gfsTagValue(line, tag, "[")));
+    const std::optional<qint16> n = conv::CInt(conv::Val(scan.value(tag)));
     if (!n || *n < 0 || *n > last)
         return std::nullopt;
     return *n;
 }
 
-void readGroupLine(const QString &line, int group)
+void readGroupLine(const TagScan &scan, int group)
 {
     HotKeyGroup &g = gHotKeyGroups[group];
-    g.Caption = gfsTagValue(line, "[CAPTION]", "[");
-    g.Color = glHotKeyColor_value(gfsTagValue(line, "[COLOR]", "["));
+    g.Caption = scan.value(tCaption);
+    g.Color = glHotKeyColor_value(scan.value(tColor));
 }
 
-void readKeyLine(const QString &line, HotKeyButton &b)
+void readKeyLine(const TagScan &scan, HotKeyButton &b)
 {
-    auto field = [&line](const char *tag) { return conv::Trim(gfsTagValue(line, tag, "[")); };
-    b.Caption = field("[CAPTION]");
-    b.Item = field("[ITEM]");
-    b.Icon = field("[ICON]");
-    b.LinkSet = field("[LINKSET]");
-    b.IdSelect = field("[IDSELECT]");
-    b.Root = field("[ROOT]");
+    b.Caption = scan.trimmed(tCaption);
+    b.Item = scan.trimmed(tItem);
+    b.Icon = scan.trimmed(tIcon);
+    b.LinkSet = scan.trimmed(tLinkSet);
+    b.IdSelect = scan.trimmed(tIdSelect);
+    b.Root = scan.trimmed(tRoot);
 }
 
 QStringList setLines(const QString &sTitle)
@@ -109,25 +147,26 @@ void gpHotKeySet_clear()
 QString gfsHotKeySet_read(const QString &sSetNumber)
 {
     const QString path = hotKeySetPath(gfsText_pad(1, 2, sSetNumber, "0"));
-    QStringList lines;
-    // A file that vanishes between the test and the open is just as missing.
-    if (!gfbFile_exists(path) || !textfile::readLines(path, lines)) {
+    QString text;
+    // A file that cannot be opened is missing, also when it vanished after the listing.
+    if (!textfile::readText(path, text)) {
         showMissing(path);
         return QString();
     }
+    const QList<QStringView> lines = textfile::splitLineViews(text);
     if (lines.isEmpty())
         return QString();
-    const QString title = gfsTagValue(lines.first(), "[SET]", "[");
+    const QString title = gfsTagValue(lines.first().toString(), "[SET]", "[");
     std::optional<int> group = 0;
     for (int i = 1; i < lines.size(); ++i) {
-        const QString &line = lines[i];
-        if (line.contains("[GROUP]")) {
-            group = indexOf(line, "[GROUP]", 4);
+        const TagScan scan(lines[i]);
+        if (scan.has(tGroup)) {
+            group = numberOf(scan, tGroup, 4);
             if (group)
-                readGroupLine(line, *group);
-        } else if (line.contains("[BUTTON]") && group) {
-            if (const std::optional<int> key = indexOf(line, "[BUTTON]", 8))
-                readKeyLine(line, gHotKeyGroups[*group].Buttons[*key]);
+                readGroupLine(scan, *group);
+        } else if (scan.has(tButton) && group) {
+            if (const std::optional<int> key = numberOf(scan, tButton, 8))
+                readKeyLine(scan, gHotKeyGroups[*group].Buttons[*key]);
         }
     }
     return title;
@@ -165,4 +204,120 @@ QString gfsHotKeyColor_name(qint32 lColor)
             return QString::fromLatin1(c.name);
     }
     return lColor == kButtonFaceColor ? QString::fromLatin1(kDefaultColorName) : QString();
+}
+
+QStringList hotKeySetFiles()
+{
+    QDir folder(gDataPath.DataPath());
+    // The sales stations write the names in capitals; elsewhere than on Windows case counts.
+    QDir::Filters filters = QDir::Files | QDir::Hidden | QDir::System;
+#ifndef Q_OS_WIN
+    filters |= QDir::CaseSensitive;
+#endif
+    return folder.entryList({"HKSET*.SDF"}, filters, QDir::Name);
+}
+
+QString hotKeySetDigits(const QString &sFileName)
+{
+    return gfsText_digits(sFileName);
+}
+
+QString hotKeySetShownDigits(const QString &sFileName)
+{
+    return gfsText_digits(sFileName.right(7));
+}
+
+QString gfsHotKeySet_label(const QString &sSetNumber)
+{
+    if (conv::Trim(sSetNumber).isEmpty())
+        return QString();
+    const QString number = gfsText_pad(1, 2, sSetNumber, "0");
+    QStringList lines;
+    // A link to a set whose file has gone still shows its number.
+    if (!textfile::readLines(hotKeySetPath(number), lines))
+        return number + " (missing)";
+    return number + ' ' + (lines.isEmpty() ? QString() : gfsTagValue(lines.first(), "[SET]", "["));
+}
+
+namespace {
+
+// Drops every line that links to `removed`; true when anything was dropped.
+bool mpDropLinks(QStringList &lines, double removed)
+{
+    bool changed = false;
+    for (QString &line : lines) {
+        QCoreApplication::processEvents();
+        if (line.contains("[LINKSET]") &&
+            conv::Val(gfsTagValue(line, "[LINKSET]", "[")) == removed) {
+            line.clear();
+            changed = true;
+        }
+    }
+    return changed;
+}
+
+bool mpRewrite(const QString &path, const QStringList &original, const QStringList &lines,
+               QString *error)
+{
+    QStringList kept;
+    for (const QString &line : lines) {
+        if (!conv::Trim(line).isEmpty())
+            kept << line;
+    }
+    QFile old(path);
+    if (old.exists() && !old.remove()) {
+        *error = old.errorString();
+        return false;
+    }
+    if (textfile::writeLines(path, kept, error))
+        return true;
+    // Put the set back rather than lose it; its links stay and the removal stops.
+    QFile::remove(path);
+    textfile::writeLines(path, original);
+    return false;
+}
+
+} // namespace
+
+// A changed file is rewritten at once. Passes repeat until one changes nothing,
+// so a file that another station adds meanwhile is repaired too; every file is
+// repaired in the same pass, since one file's repair never depends on another's.
+SetRemoval gpHotKeySet_remove(const QString &sSetNumber)
+{
+    SetRemoval result;
+    const double removed = conv::Val(sSetNumber);
+    QStringList failed;
+    bool changed = true;
+    while (changed) {
+        changed = false;
+        for (const QString &name : hotKeySetFiles()) {
+            if (conv::Val(hotKeySetDigits(name)) == removed || failed.contains(name))
+                continue;
+            const QString path = gDataPath.DataPath() + '/' + name;
+            QStringList lines;
+            QString error;
+            if (!textfile::readLines(path, lines, &error)) {
+                if (QFile::exists(path)) { // gone meanwhile: nothing left to repair
+                    failed << name;
+                    result.problems << QDir::toNativeSeparators(path) + ": " + error;
+                }
+                continue;
+            }
+            const QStringList original = lines;
+            if (!mpDropLinks(lines, removed))
+                continue;
+            changed = true;
+            if (!mpRewrite(path, original, lines, &error)) {
+                failed << name;
+                result.problems << QDir::toNativeSeparators(path) + ": " + error;
+            }
+        }
+    }
+    if (!result.problems.isEmpty())
+        return result;
+    QFile set(hotKeySetPath(sSetNumber));
+    result.removed = set.remove() || !set.exists();
+    if (!result.removed)
+        result.problems << QDir::toNativeSeparators(set.fileName()) + ": " + set.errorString();
+    return result;
 }

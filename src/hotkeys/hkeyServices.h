@@ -1,5 +1,6 @@
 #pragma once
 #include <QString>
+#include <QStringList>
 #include <array>
 
 struct HotKeyButton {
@@ -38,3 +39,20 @@ bool gpHotKeySet_write(const QString &sSetNumber, const QString &sTitle);
 
 qint32 glHotKeyColor_value(const QString &sName);
 QString gfsHotKeyColor_name(qint32 lColor);
+
+// The catalogue: the names of HKSET*.SDF in the data folder, found anew each time.
+QStringList hotKeySetFiles();
+// The number forms of a listed name: the digits of the whole name, or of its last 7 characters.
+QString hotKeySetDigits(const QString &sFileName);
+QString hotKeySetShownDigits(const QString &sFileName);
+
+// "07 Lunch Menu": file form of the number, a blank, the title; empty for a blank number.
+QString gfsHotKeySet_label(const QString &sSetNumber);
+
+// What a removal could not do. A set is only deleted when every link to it was removed.
+struct SetRemoval {
+    bool removed = false;
+    QStringList problems; // one line per file that could not be read or rewritten
+};
+// Removes a set and every key line that links to it in the other sets.
+SetRemoval gpHotKeySet_remove(const QString &sSetNumber);

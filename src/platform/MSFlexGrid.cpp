@@ -71,7 +71,76 @@ void MSFlexGrid::setTextMatrix(int row, int col, const QString &text)
 {
     if (row < 0 || row >= Rows() || col < 0 || col >= Cols())
         return;
-    cell(row, col)->setText(text);
+    QTableWidgetItem *it = cell(row, col);
+    it->setText(text);
+    if (row >= FixedRows() && col < m_alignments.size() && m_alignments[col])
+        it->setTextAlignment(m_alignments[col]);
+}
+
+void MSFlexGrid::AddItem(const QString &text)
+{
+    const int row = Rows();
+    setRows(row + 1);
+    const QStringList parts = text.split('\t');
+    for (int c = 0; c < Cols() && c < parts.size(); ++c) setTextMatrix(row, c, parts[c]);
+}
+
+void MSFlexGrid::RemoveItem(int row)
+{
+    if (row >= FixedRows() && row < Rows())
+        removeRow(row - FixedRows());
+}
+
+void MSFlexGrid::Clear()
+{
+    clearContents();
+    for (int c = 0; c < Cols(); ++c) {
+        if (horizontalHeaderItem(c))
+            horizontalHeaderItem(c)->setText(QString());
+    }
+}
+
+void MSFlexGrid::setColAlignment(int col, Qt::Alignment alignment)
+{
+    if (col >= m_alignments.size())
+        m_alignments.resize(col + 1);
+    m_alignments[col] = alignment | Qt::AlignVCenter;
+}
+
+bool MSFlexGrid::GenericLess(const QString &a, const QString &b)
+{
+    bool aNumber = false, bNumber = false;
+    const double x = a.trimmed().toDouble(&aNumber), y = b.trimmed().toDouble(&bNumber);
+    if (aNumber && bNumber)
+        return x < y;
+    return QString::compare(a, b, Qt::CaseInsensitive) < 0;
+}
+
+void MSFlexGrid::AddItems(const QList<QStringList> &rows)
+{
+    const int first = Rows();
+    setRows(first + static_cast<int>(rows.size()));
+    for (int i = 0; i < rows.size(); ++i) {
+        for (int c = 0; c < Cols() && c < rows[i].size(); ++c)
+            setTextMatrix(first + i, c, rows[i][c]);
+    }
+}
+
+void MSFlexGrid::SortGenericAscending()
+{
+    const int key = Col();
+    QVector<QStringList> rows;
+    for (int r = FixedRows(); r < Rows(); ++r) {
+        QStringList cells;
+        for (int c = 0; c < Cols(); ++c) cells << TextMatrix(r, c);
+        rows << cells;
+    }
+    std::stable_sort(rows.begin(), rows.end(), [key](const QStringList &a, const QStringList &b) {
+        return GenericLess(a[key], b[key]);
+    });
+    for (int i = 0; i < rows.size(); ++i) {
+        for (int c = 0; c < Cols(); ++c) setTextMatrix(i + FixedRows(), c, rows[i][c]);
+    }
 }
 
 int MSFlexGrid::ColWidth(int col) const

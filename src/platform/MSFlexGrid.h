@@ -33,6 +33,20 @@ public:
     int ColSel() const { return m_colSel; }
     void setColSel(int col);
 
+    // A new row at the end: its cells are the tab-separated parts of `text`.
+    void AddItem(const QString &text);
+    void RemoveItem(int row);
+    // Empties every cell, headings included.
+    void Clear();
+    void setColAlignment(int col, Qt::Alignment alignment);
+    // Sorts the data rows on column Col(): numbers as numbers, other text
+    // without regard to case, as the legacy grid's generic ascending sort does.
+    void SortGenericAscending();
+    // The order of that sort, for callers that sort rows before they add them.
+    static bool GenericLess(const QString &a, const QString &b);
+    // Many rows at once: the same as AddItem for each, without the cost per row.
+    void AddItems(const QList<QStringList> &rows);
+
 private:
     void selectCurrent();
     QTableWidgetItem *cell(int row, int col);
@@ -41,6 +55,7 @@ private:
     int m_fixedCols = 0;
     int m_colSel = 0;
     QVector<int> m_colTwips;
+    QVector<Qt::Alignment> m_alignments;
 };
 
 } // namespace platform

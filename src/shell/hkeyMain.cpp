@@ -4,10 +4,12 @@
 #include "platform/AppInfo.h"
 #include "platform/Dialogs.h"
 #include "platform/Instance.h"
+#include "platform/Modal.h"
 #include "platform/Shell.h"
 #include "settings/clsDataPath.h"
 #include "settings/clsINI_Services.h"
 #include "settings/zelDataPath_Ops.h"
+#include "shell/frmMain.h"
 #include <QApplication>
 #include <QDir>
 
@@ -44,6 +46,12 @@ void Main()
     mpPictureFolder_make();
     gsHotKeyPicturePath = gDataPath.DataPath() + "/pictures/HotKeys/";
     gfbSearchFields_read();
+    {
+        frmMain form;
+        Instance::listen(&form, appTitle());
+        form.Form_Load();
+        showModal(form);
+    }
     gpApplication_end();
 }
 

@@ -5,8 +5,10 @@
 #include "settings/clsINI_Services.h"
 #include "shell/hkeyMain.h"
 #include "support/HkTest.h"
+#include <QDialog>
 #include <QDir>
 #include <QLockFile>
+#include <QTest>
 #include <QUuid>
 
 using namespace platform;
@@ -57,7 +59,14 @@ TEST_F(StartupTest, StartMakesThePictureFoldersAndReadsTheSearchSettings)
     SaveSetting("ZEL Settings", "DATABASE", "DATAPATH", dataPath());
     writeDataFile("ZEL.INI", "[Primary Search Fields]\r\nSearch for Inventory by:=Stock Locater\r\n"
                              "Search for Name by:=ARCode\r\n");
+    writeDataFile("HKSET01.SDF", "[SET]First\r\n");
+    bool shown = false;
+    modal.drive("frmMain", [&](QDialog &form) {
+        shown = true;
+        QTest::keyClick(&form, Qt::Key_Escape); // closing the main screen ends the program
+    });
     EXPECT_EQ(runMain(), 0);
+    EXPECT_TRUE(shown);
     EXPECT_TRUE(QDir(dataPath() + "/pictures/HotKeys").exists());
     EXPECT_EQ(gsHotKeyPicturePath, dataPath() + "/pictures/HotKeys/");
     EXPECT_EQ(giInventorySearch, 2);

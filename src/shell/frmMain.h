@@ -1,0 +1,54 @@
+#pragma once
+#include "platform/KeyPreviewForm.h"
+#include <array>
+
+class MyButton;
+class QMenu;
+class QAction;
+class QPushButton;
+namespace platform {
+class MSFlexGrid;
+}
+
+// The main screen: every hot key set of the data folder with its title and column titles.
+class frmMain : public platform::KeyPreviewForm {
+    Q_OBJECT
+public:
+    explicit frmMain(QWidget *parent = nullptr);
+
+    void Form_Load();
+    void Form_KeyDown(int &KeyCode, int Shift) override;
+
+    platform::MSFlexGrid *fgrdItems;
+    std::array<QPushButton *, 3> cmdEdit;
+    QPushButton *cmdTrial;
+    QPushButton *cmdSpecial;
+    QPushButton *CmdCoupon;
+    QPushButton *cmdPrint;
+    QPushButton *cmdHelp;
+    QPushButton *cmdExit;
+    MyButton *cmdChangeOrder;
+    QMenu *mnuPrint;
+    std::array<QAction *, 2> mnuPrintType;
+
+    int HelpContextID = 0;
+    bool bHaveSets = false;
+
+    // The lowest positive number that no listed set uses.
+    int mpSetNumber_next() const;
+    void mpSetList_fill();
+
+protected:
+    bool event(QEvent *e) override;
+
+private:
+    void mpSetList_format();
+    void mpSelectRow(int row);
+    void cmdEdit_Click(int Index);
+    void cmdTrial_Click();
+    void cmdSpecial_Click(bool coupons);
+    void cmdPrint_Click();
+    void fgrdItems_DblClick();
+    // Shows the set editor for a set; true when the user accepted it.
+    bool mpEditSet(const QString &setNumber, const QString &fileName, int helpContext);
+};

@@ -1,0 +1,147 @@
+#include "common/sm_FGrid.h"
+#include "hotkeys/hkeyServices.h"
+#include "platform/MSFlexGrid.h"
+#include "shell/frmMain.h"
+#include "support/HkTest.h"
+#include <QFile>
+#include <QMenu>
+#include <QPushButton>
+#include <QTest>
+
+using namespace platform;
+using testing_support::HkTest;
+
+namespace {
+
+class MainScreenTest : public HkTest {
+protected:
+    void addSet(int number, const QString &title, const QString &link = QString())
+    {
+        const QString name = QString("HKSET%1.SDF").arg(number, 2, 10, QChar('0'));
+        writeDataFile(name, ("[SET]" + title +
+                             "\r\n[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n"
+                             "[BUTTON]1[CAPTION]Go[ITEM][ICON][IDSELECT]No[LINKSET]" +
+                             link + "[ROOT]\r\n[GROUP]4[CAPTION]Last[COLOR]\r\n")
+                                .toLatin1());
+    }
+    QStringList column(int c) const
+    {
+        QStringList out;
+        for (int r = 1; r < form->fgrdItems->Rows(); ++r) out << form->fgrdItems->TextMatrix(r, c);
+        return out;
+    }
+    void load()
+    {
+        form = std::make_unique<frmMain>();
+        form->Form_Load();
+        form->show();
+    }
+    std::unique_ptr<frmMain> form;
+};
+
+} // namespace
+
+TEST_F(MainScreenTest, EmptyFolderShowsOneBlankRowAndOnlyAdd)
+{
+    load();
+    EXPECT_EQ(form->windowTitle(), "ZEL Hot Keys");
+    EXPECT_EQ(form->fgrdItems->Rows(), 2);
+    EXPECT_EQ(form->fgrdItems->TextMatrix(0, 0), "Set");
+    EXPECT_EQ(form->fgrdItems->TextMatrix(0, 5), "Column 4");
+    EXPECT_EQ(form->fgrdItems->ColWidth(1), 2200);
+    EXPECT_EQ(form->fgrdItems->TextMatrix(1, 0), "");
+    EXPECT_TRUE(form->cmdEdit[0]->isEnabled());
+    EXPECT_FALSE(form->cmdEdit[1]->isEnabled());
+    EXPECT_FALSE(form->cmdEdit[2]->isEnabled());
+    EXPECT_FALSE(form->cmdTrial->isEnabled());
+    EXPECT_EQ(form->mpSetNumber_next(), 1);
+    QTest::keyClick(form->fgrdItems, Qt::Key_D); // the key does what its disabled button does
+    EXPECT_TRUE(boxes().isEmpty());
+}
+
+TEST_F(MainScreenTest, NumbersSortAsNumbersAndTheNextNumberFillsTheGap)
+{
+    for (int n : {100, 9, 10, 2, 1, 99}) addSet(n, "Set " + QString::number(n));
+    writeDataFile("HKSET05.SDFX", "[SET]Not listed\r\n");
+    load();
+    EXPECT_EQ(column(0), QStringList({"01", "02", "09", "10", "99", "100"}));
+    EXPECT_EQ(column(1).first(), "Set 1");
+    EXPECT_EQ(column(2).first(), "Drinks");
+    EXPECT_EQ(column(5).first(), "Last");
+    EXPECT_EQ(form->mpSetNumber_next(), 3);
+    EXPECT_EQ(form->fgrdItems->Row(), 1);
+    EXPECT_TRUE(form->cmdTrial->isEnabled());
+}
+
+TEST_F(MainScreenTest, NextNumberAfterAnUnbrokenRunIsOnePastTheEnd)
+{
+    for (int n = 1; n <= 12; ++n) addSet(n, "S");
+    load();
+    EXPECT_EQ(form->mpSetNumber_next(), 13);
+}
+
+TEST_F(MainScreenTest, AnUnreadableNameIsSaidAndListedEmpty)
+{
+    addSet(1, "One");
+    writeDataFile("HKSET7.SDF", "[SET]Short name\r\n");
+    load();
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_TRUE(shown[0].text.contains("HKSET07.SDF\r\rHot Keys File Is Missing"));
+    EXPECT_EQ(column(0), QStringList({"01", "7"}));
+    EXPECT_EQ(column(1), QStringList({"One", ""}));
+}
+
+TEST_F(MainScreenTest, DeleteAsksRemovesRepairsAndSelectsRowOne)
+{
+    addSet(1, "One", "3");
+    addSet(2, "Two");
+    addSet(3, "Three");
+    load();
+    gpGrid_selectRow(form->fgrdItems, 3);
+    dialogs.answer(vbNo);
+    QTest::keyClick(form->fgrdItems, Qt::Key_D);
+    EXPECT_TRUE(QFile::exists(dataPath() + "/HKSET03.SDF"));
+    dialogs.answer(vbYes);
+    QTest::mouseClick(form->cmdEdit[2], Qt::LeftButton);
+    EXPECT_FALSE(QFile::exists(dataPath() + "/HKSET03.SDF"));
+    EXPECT_FALSE(readDataFile("HKSET01.SDF").contains("[LINKSET]3"));
+    EXPECT_EQ(column(0), QStringList({"01", "02"}));
+    EXPECT_EQ(form->fgrdItems->Row(), 1);
+    EXPECT_EQ(form->mpSetNumber_next(), 3);
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 3);
+    EXPECT_EQ(shown[0].text, "Ready To Delete 'Three'\r\rAre You Sure You Want To Delete?");
+    EXPECT_EQ(shown[0].style, 36);
+    EXPECT_EQ(shown[0].title, "ZEL Hot Keys");
+    EXPECT_EQ(shown[2].text, "Hot keys Removed");
+    EXPECT_EQ(shown[2].style, 0);
+}
+
+TEST_F(MainScreenTest, PrintNeedsAPrinterAndOffersTheTwoReports)
+{
+    load();
+    QTest::keyClick(form->fgrdItems, Qt::Key_F9);
+    auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].title, "Error");
+    EXPECT_EQ(shown[0].text, "You must have a windows printer installed ");
+    EXPECT_FALSE(form->mnuPrint->isVisible());
+
+    shell.printers = {"Office"};
+    QTest::mouseClick(form->cmdPrint, Qt::LeftButton);
+    EXPECT_TRUE(form->mnuPrint->isVisible());
+    EXPECT_EQ(form->mnuPrint->actions().size(), 2);
+    EXPECT_EQ(form->mnuPrint->actions()[1]->text(), "Detail");
+    form->mnuPrint->hide();
+}
+
+TEST_F(MainScreenTest, HelpOpensTheGuidesAndEscCloses)
+{
+    load();
+    QTest::keyClick(form->fgrdItems, Qt::Key_F1);
+    ASSERT_EQ(shell.urls.size(), 1);
+    QTest::keyClick(form->fgrdItems, Qt::Key_Escape);
+    EXPECT_TRUE(form->isHidden());
+    EXPECT_EQ(form->result(), QDialog::Rejected);
+}

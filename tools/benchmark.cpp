@@ -1,0 +1,102 @@
+// Measures the set catalogue on a large data folder: hk_benchmark [SETS]
+// Fills the list of 999 sets against reading the same files raw, and removes a
+// set that every other set links to.
+#include "hotkeys/hkeyServices.h"
+#include "platform/KeyPreviewForm.h"
+#include "settings/clsDataPath.h"
+#include "shell/frmMain.h"
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <cstdio>
+
+namespace {
+
+void seed(int sets)
+{
+    for (int n = 1; n <= sets; ++n) {
+        gpHotKeySet_clear();
+        for (int g = 1; g <= 4; ++g) {
+            gHotKeyGroups[g].Caption = QString("Column %1").arg(g);
+            for (int k = 1; k <= 8; ++k) {
+                HotKeyButton &b = gHotKeyGroups[g].Buttons[k];
+                b.Caption = QString("Key %1-%2").arg(g).arg(k);
+                b.Item = QString("%1").arg(n * 100 + k, 7, 10, QChar('0')) + ".0";
+                b.IdSelect = "No";
+            }
+        }
+        if (n != 1)
+            gHotKeyGroups[4].Buttons[8] = {"To set 1", "", "1", "", "No", ""};
+        gpHotKeySet_write(QString("%1").arg(n, 2, 10, QChar('0')), QString("Set %1").arg(n));
+    }
+}
+
+double rawRead()
+{
+    QElapsedTimer t;
+    t.start();
+    qint64 bytes = 0;
+    for (const QString &name : QDir(gDataPath.DataPath()).entryList({"HKSET*.SDF"}, QDir::Files)) {
+        QFile f(gDataPath.DataPath() + '/' + name);
+        if (f.open(QIODevice::ReadOnly))
+            bytes += f.readAll().size();
+    }
+    return t.nsecsElapsed() / 1e6 + (bytes < 0 ? 1 : 0);
+}
+
+template <class F> double best(int runs, F f)
+{
+    double ms = 1e30;
+    for (int i = 0; i < runs; ++i) ms = std::min(ms, f());
+    return ms;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    platform::Application app(argc, argv);
+    const int sets = argc > 1 ? std::atoi(argv[1]) : 999;
+    QTemporaryDir dir;
+    gDataPath.setDataPath(dir.path());
+    seed(sets);
+
+    const double raw = best(5, rawRead);
+    frmMain form;
+    const double fill = best(5, [&form] {
+        QElapsedTimer t;
+        t.start();
+        form.mpSetList_fill();
+        return t.nsecsElapsed() / 1e6;
+    });
+    const double parse = best(5, [] {
+        QElapsedTimer t;
+        t.start();
+        for (const QString &name : hotKeySetFiles()) {
+            gpHotKeySet_clear();
+            gfsHotKeySet_read(hotKeySetDigits(name));
+        }
+        return t.nsecsElapsed() / 1e6;
+    });
+    std::printf("list of %d sets: raw read %.1f ms, set reads %.1f ms, list fill %.1f ms, "
+                "ratio of fill to raw read %.2f\n",
+                sets, raw, parse, fill, fill / raw);
+
+    QElapsedTimer t;
+    t.start();
+    const SetRemoval removal = gpHotKeySet_remove("01");
+    const double remove = t.nsecsElapsed() / 1e6;
+    const QStringList left = hotKeySetFiles();
+    const bool linksLeft = std::any_of(left.cbegin(), left.cend(), [](const QString &name) {
+        QFile f(gDataPath.DataPath() + '/' + name);
+        return f.open(QIODevice::ReadOnly) && f.readAll().contains("[LINKSET]1[");
+    });
+    std::printf("remove a set that %d sets link to: %.1f ms (%s, %s)\n", sets - 1, remove,
+                removal.removed ? "removed" : "NOT removed",
+                linksLeft ? "LINKS LEFT" : "no links left");
+    return removal.removed && !linksLeft ? 0 : 1;
+}

@@ -1,0 +1,224 @@
+// Seeds a demo data folder: a dozen hot key sets that link to each other, key
+// pictures, the suite's ZEL.INI, and the data path in the settings store.
+// hk_demo_seed DATA_FOLDER
+#include "hotkeys/hkeyServices.h"
+#include "platform/SettingsStore.h"
+#include "settings/clsDataPath.h"
+#include <QColor>
+#include <QDir>
+#include <QFile>
+#include <QFont>
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+#include <cstdio>
+
+namespace {
+
+struct Key {
+    const char *caption;
+    const char *item; // S/L display form, or Item ID when byId
+    const char *link; // set number, plain form
+    const char *icon;
+    bool byId = false;
+};
+
+struct Column {
+    const char *caption;
+    const char *color;
+    std::initializer_list<Key> keys;
+};
+
+struct Set {
+    int number;
+    const char *title;
+    std::initializer_list<Column> columns;
+};
+
+const Set kSets[] = {
+    {1,
+     "Main Menu",
+     {{"Drinks",
+       "BLUE",
+       {{"Hot Drinks", "", "2", "coffee.jpg"},
+        {"Cold Drinks", "", "3", "soda.jpg"},
+        {"Water 500ml", "0000101.0", "", "water.jpg"}}},
+      {"Food",
+       "DARK_RED",
+       {{"Sandwiches", "", "4", "sandwich.jpg"},
+        {"Salads", "", "5", ""},
+        {"Bakery", "", "6", "bread.jpg"}}},
+      {"Treats", "MAGENTA", {{"Ice Cream", "", "7", "icecream.jpg"}, {"Snacks", "", "8", ""}}},
+      {"Store",
+       "GREEN",
+       {{"Specials", "", "9", ""},
+        {"Grocery", "", "10", ""},
+        {"Tobacco", "", "11", ""},
+        {"Lottery", "", "12", ""}}}}},
+    {2,
+     "Hot Drinks",
+     {{"Coffee",
+       "DARK_BLUE",
+       {{"Coffee Small", "0001234.5", "", "coffee.jpg"},
+        {"Coffee Large", "0001234.6", "", ""},
+        {"Espresso", "ESPRESSO", "", "", true},
+        {"Back to Menu", "", "1", ""}}},
+      {"Tea",
+       "DARK_GREEN",
+       {{"Green Tea", "0001301.0", "", ""}, {"Chai Latte", "CHAI-12", "", "", true}}},
+      {"", "", {}},
+      {"Extras",
+       "YELLOW",
+       {{"Extra Shot", "0001299.0", "", ""}, {"Oat Milk", "OAT-1", "", "", true}}}}},
+    {3,
+     "Cold Drinks",
+     {{"Soda",
+       "CYAN",
+       {{"Cola 330ml", "0002001.0", "", "soda.jpg"}, {"Lemonade", "0002002.0", "", ""}}},
+      {"Juice",
+       "DARK_YELLOW",
+       {{"Orange Juice", "0002101.0", "", ""}, {"Apple Juice", "0002102.0", "", ""}}},
+      {"Water",
+       "BLUE",
+       {{"Water 500ml", "0000101.0", "", "water.jpg"}, {"Sparkling", "0000102.0", "", ""}}},
+      {"Menu", "", {{"Back to Menu", "", "1", ""}, {"Hot Drinks", "", "2", "coffee.jpg"}}}}},
+    {4,
+     "Sandwiches",
+     {{"Classics",
+       "DARK_RED",
+       {{"Ham & Cheese", "0003001.0", "", "sandwich.jpg"}, {"BLT", "0003002.0", "", ""}}},
+      {"Veggie", "DARK_GREEN", {{"Hummus Wrap", "HUMWRAP", "", "", true}}},
+      {"Sides", "", {{"Chips", "0008001.0", "", ""}, {"Snacks", "", "8", ""}}},
+      {"Menu", "", {{"Back to Menu", "", "1", ""}}}}},
+    {5,
+     "Salads",
+     {{"Salads", "GREEN", {{"Garden Salad", "0003101.0", "", ""}, {"Caesar", "0003102.0", "", ""}}},
+      {"", "", {}},
+      {"", "", {}},
+      {"Menu", "", {{"Back to Menu", "", "1", ""}}}}},
+    {6,
+     "Bakery",
+     {{"Bread",
+       "DARK_YELLOW",
+       {{"Baguette", "0004001.0", "", "bread.jpg"}, {"Rye Loaf", "0004002.0", "", ""}}},
+      {"Pastry", "MAGENTA", {{"Croissant", "0004101.0", "", ""}, {"Muffin", "0004102.0", "", ""}}},
+      {"", "", {}},
+      {"Menu", "", {{"Back to Menu", "", "1", ""}}}}},
+    {7,
+     "Ice Cream",
+     {{"Cones",
+       "CYAN",
+       {{"Vanilla Cone", "0005001.0", "", "icecream.jpg"}, {"Choc Cone", "0005002.0", "", ""}}},
+      {"", "", {}},
+      {"", "", {}},
+      {"Menu", "", {{"Back to Menu", "", "1", ""}}}}},
+    {8,
+     "Snacks",
+     {{"Chips", "RED", {{"Salted Chips", "0008001.0", "", ""}, {"BBQ Chips", "0008002.0", "", ""}}},
+      {"Candy", "MAGENTA", {{"Chocolate Bar", "0008101.0", "", ""}}},
+      {"", "", {}},
+      {"Menu", "", {{"Back to Menu", "", "1", ""}}}}},
+    {9,
+     "Weekly Specials",
+     {{"This Week", "RED", {{"Coffee + Muffin", "COMBO-1", "", "coffee.jpg", true}}},
+      {"", "", {}},
+      {"", "", {}},
+      {"Menu", "", {{"Back to Menu", "", "1", ""}}}}},
+    {10,
+     "Grocery",
+     {{"Dairy", "BLUE", {{"Milk 1L", "0006001.0", "", ""}, {"Butter", "0006002.0", "", ""}}},
+      {"Pantry", "DARK_CYAN", {{"Rice 1kg", "0006101.0", "", ""}, {"Pasta", "0006102.0", "", ""}}},
+      {"", "", {}},
+      {"Menu", "", {{"Back to Menu", "", "1", ""}}}}},
+    {11,
+     "Tobacco",
+     {{"Cigarettes", "DARK_MAGENTA", {{"Brand A", "0007001.0", "", ""}}},
+      {"", "", {}},
+      {"", "", {}},
+      {"Menu", "", {{"Back to Menu", "", "1", ""}}}}},
+    {12,
+     "Lottery",
+     {{"Tickets",
+       "YELLOW",
+       {{"Scratch $2", "LOTTO-2", "", "", true}, {"Scratch $5", "LOTTO-5", "", "", true}}},
+      {"", "", {}},
+      {"", "", {}},
+      {"Menu", "", {{"Back to Menu", "", "1", ""}}}}},
+};
+
+void picture(const QString &folder, const QString &name, QColor color, const QString &letter)
+{
+    QImage image(96, 96, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter p(&image);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setBrush(color);
+    p.setPen(Qt::NoPen);
+    p.drawEllipse(8, 8, 80, 80);
+    p.setPen(Qt::white);
+    QFont f = p.font();
+    f.setPixelSize(44);
+    f.setBold(true);
+    p.setFont(f);
+    p.drawText(image.rect(), Qt::AlignCenter, letter);
+    p.end();
+    image.save(folder + '/' + name, "JPG");
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
+    if (argc < 2) {
+        std::fprintf(stderr, "usage: hk_demo_seed DATA_FOLDER\n");
+        return 2;
+    }
+    const QString data = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
+    const QString pictures = data + "/pictures/HotKeys";
+    QDir().mkpath(pictures);
+    gDataPath.setDataPath(data);
+
+    for (const Set &set : kSets) {
+        gpHotKeySet_clear();
+        int g = 1;
+        for (const Column &column : set.columns) {
+            gHotKeyGroups[g].Caption = column.caption;
+            if (*column.color)
+                gHotKeyGroups[g].Color = glHotKeyColor_value(column.color);
+            int k = 1;
+            for (const Key &key : column.keys) {
+                HotKeyButton &b = gHotKeyGroups[g].Buttons[k++];
+                b.Caption = key.caption;
+                b.Item = key.item;
+                b.LinkSet = key.link;
+                b.Icon = key.icon;
+                b.IdSelect = key.byId ? "Yes" : "No";
+            }
+            ++g;
+        }
+        gpHotKeySet_write(QString("%1").arg(set.number, 2, 10, QChar('0')), set.title);
+    }
+    picture(pictures, "coffee.jpg", QColor(111, 78, 55), "C");
+    picture(pictures, "soda.jpg", QColor(200, 30, 30), "S");
+    picture(pictures, "water.jpg", QColor(40, 120, 220), "W");
+    picture(pictures, "sandwich.jpg", QColor(210, 150, 40), "H");
+    picture(pictures, "bread.jpg", QColor(180, 120, 60), "B");
+    picture(pictures, "icecream.jpg", QColor(230, 120, 180), "I");
+
+    QFile ini(data + "/ZEL.INI");
+    if (ini.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        ini.write("[Primary Search Fields]\r\nSearch for Inventory by:=Description\r\n"
+                  "Search for Name by:=Last Name\r\n[MISCELLANEOUS]\r\nDatapath=" +
+                  data.toLocal8Bit() + "\r\n");
+    for (const auto &[key, value] : {std::pair{"NETWORK", QString("False")},
+                                     {"STATION", QString("1")},
+                                     {"STATIONPATH", data},
+                                     {"DATAPATH", data},
+                                     {"TESTDATA", QString()}})
+        platform::SaveSetting("ZEL Settings", "DATABASE", key, value);
+    std::printf("Demo data folder: %s\n", qPrintable(data));
+    return 0;
+}
