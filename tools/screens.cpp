@@ -1,9 +1,10 @@
 // Renders the program's screens offscreen to PNG files, to look at them as a
-// person would: hk_screens OUTPUT_FOLDER
+// person would: hk_render_screens OUTPUT_FOLDER [DATA_FOLDER]
 #include "platform/KeyPreviewForm.h"
 #include "settings/clsDataPath.h"
 #include "settings/frmSMFILE_PATH.h"
 #include "settings/frmSM_DATAPATH2.h"
+#include "shell/frmMain.h"
 #include <QDir>
 #include <QTimer>
 #include <cstdio>
@@ -34,6 +35,13 @@ int main(int argc, char **argv)
     frmSM_DATAPATH2 datapath;
     datapath.Form_Load();
     save(datapath, out, "frmSM_DATAPATH2");
+
+    if (argc > 2) {
+        gDataPath.setDataPath(QString::fromLocal8Bit(argv[2]));
+        frmMain main;
+        main.Form_Load();
+        save(main, out, "frmMain");
+    }
 
     frmSMFILE_PATH browser;
     browser.Path = QDir::homePath();

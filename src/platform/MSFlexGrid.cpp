@@ -105,6 +105,8 @@ void MSFlexGrid::setColAlignment(int col, Qt::Alignment alignment)
     if (col >= m_alignments.size())
         m_alignments.resize(col + 1);
     m_alignments[col] = alignment | Qt::AlignVCenter;
+    if (FixedRows() > 0)
+        cell(0, col)->setTextAlignment(m_alignments[col]);
 }
 
 bool MSFlexGrid::GenericLess(const QString &a, const QString &b)
