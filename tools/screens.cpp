@@ -1,6 +1,10 @@
 // Renders the program's screens offscreen to PNG files, to look at them as a
 // person would: hk_render_screens OUTPUT_FOLDER [DATA_FOLDER]
+#include "hotkeys/hkeyGlobal.h"
 #include "platform/KeyPreviewForm.h"
+#include "screens/frmButtonSet_Find.h"
+#include "screens/frmHotKey_Define.h"
+#include "screens/frmHotKeys.h"
 #include "settings/clsDataPath.h"
 #include "settings/frmSMFILE_PATH.h"
 #include "settings/frmSM_DATAPATH2.h"
@@ -41,6 +45,23 @@ int main(int argc, char **argv)
         frmMain main;
         main.Form_Load();
         save(main, out, "frmMain");
+
+        gsHotKeyPicturePath = gDataPath.DataPath() + "/pictures/HotKeys/";
+        frmHotKeys editor;
+        editor.HotKeySet = "01";
+        editor.fileName = "HKSET01.SDF";
+        editor.Form_Load();
+        for (const QSize size : {QSize(800, 600), QSize(1920, 1080)}) {
+            editor.resize(size);
+            save(editor, out, QString("frmHotKeys-%1").arg(size.width()));
+        }
+        frmHotKey_Define key;
+        editor.PrepareKeyDialog(key, 1, 1);
+        save(key, out, "frmHotKey_Define");
+        frmButtonSet_Find finder;
+        finder.ButtonSet_Current = "1";
+        finder.Form_Load();
+        save(finder, out, "frmButtonSet_Find");
     }
 
     frmSMFILE_PATH browser;

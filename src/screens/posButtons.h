@@ -1,8 +1,11 @@
 #pragma once
+#include <QPixmap>
 #include <QPushButton>
 
-// The suite's drawn button: a push button that carries the legacy look
-// properties, a text Tag and a picture laid out beside its caption.
+// The suite's drawn button: caption, picture, alignments and a text Tag. The
+// picture sits at the left, scaled to the key's height; the caption takes the
+// rest of the face, wrapped, so a 15-character label and a picture both read
+// on the smallest key.
 class MyButton : public QPushButton {
     Q_OBJECT
     Q_PROPERTY(int Appearance MEMBER m_Appearance)
@@ -12,9 +15,26 @@ class MyButton : public QPushButton {
 public:
     explicit MyButton(const QString &caption = QString(), QWidget *parent = nullptr);
 
+    QString caption() const { return text(); }
+    void setCaption(const QString &caption);
+    const QPixmap &picture() const { return m_picture; }
+    // False when the file is no picture; the former picture then stays.
+    bool setPicture(const QString &file);
+    int captionalignment() const { return m_captionalignment; }
+    void setCaptionalignment(int v);
+    int captionposition = 0;
+    int picturealignment = 0;
     QString Tag;
 
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
 private:
+    QPixmap m_picture;
+    int m_captionalignment = 0;
     int m_Appearance = 0;
     bool m_PictureStretch = false;
     int m_AppearanceThemes = 0;

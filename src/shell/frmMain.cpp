@@ -10,7 +10,9 @@
 #include "platform/Dialogs.h"
 #include "platform/KeyCodes.h"
 #include "platform/MSFlexGrid.h"
+#include "platform/Modal.h"
 #include "platform/Shell.h"
+#include "screens/frmHotKeys.h"
 #include "screens/posButtons.h"
 #include <QCursor>
 #include <QEvent>
@@ -175,10 +177,15 @@ int frmMain::mpSetNumber_next() const
     return fgrdItems->Rows();
 }
 
-bool frmMain::mpEditSet(const QString &, const QString &, int)
+bool frmMain::mpEditSet(const QString &setNumber, const QString &fileName, int helpContext)
 {
-    // The set editor opens here once it is part of the program.
-    return false;
+    frmHotKeys editor(this);
+    editor.HotKeySet = setNumber;
+    editor.fileName = fileName;
+    editor.HelpContextID = helpContext;
+    editor.Form_Load();
+    platform::showModal(editor);
+    return !editor.Canceled;
 }
 
 void frmMain::cmdEdit_Click(int Index)

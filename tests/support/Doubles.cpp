@@ -88,3 +88,15 @@ void RecordingShell::setTopMost(QWidget *, bool onTop)
 }
 
 } // namespace testing_support
+
+#include <QTest>
+
+namespace testing_support {
+
+void doubleClick(QWidget *widget, const QPoint &pos)
+{
+    QTest::mouseClick(widget, Qt::LeftButton, {}, pos);
+    QTest::mouseDClick(widget, Qt::LeftButton, {}, pos);
+}
+
+} // namespace testing_support

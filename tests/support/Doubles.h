@@ -92,3 +92,10 @@ public:
 };
 
 } // namespace testing_support
+
+class QWidget;
+class QPoint;
+namespace testing_support {
+// A double click as the platform delivers it: a click, then the double click.
+void doubleClick(QWidget *widget, const QPoint &pos);
+} // namespace testing_support

@@ -1,0 +1,237 @@
+#include "screens/frmHotKey_Define.h"
+#include "common/Conversions.h"
+#include "common/sm_Files.h"
+#include "common/sm_Text.h"
+#include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyServices.h"
+#include "platform/AppInfo.h"
+#include "platform/Dialogs.h"
+#include "platform/KeyCodes.h"
+#include "platform/Modal.h"
+#include "screens/frmButtonSet_Find.h"
+#include "settings/clsDataPath.h"
+#include <QDir>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace {
+
+QPushButton *button(const QString &caption, const QString &name, QWidget *parent)
+{
+    auto *b = new QPushButton(caption, parent);
+    b->setObjectName(name);
+    b->setAutoDefault(false);
+    return b;
+}
+
+} // namespace
+
+frmHotKey_Define::frmHotKey_Define(QWidget *parent) : KeyPreviewForm(parent)
+{
+    static const char *const labels[] = {"Key Label", "Stock Locater", "Link To Hot Keys Set",
+                                         "Picture (icon)"};
+    auto *grid = new QGridLayout(this);
+    for (int i = 0; i < 4; ++i) {
+        txtEdit[i] = new QLineEdit(this);
+        txtEdit[i]->setObjectName("txtEdit");
+        lblEdit[i] = new QLabel(labels[i], this);
+        lblEdit[i]->setObjectName("lblEdit");
+        lblEdit[i]->setBuddy(txtEdit[i]);
+        grid->addWidget(lblEdit[i], i, 0);
+        grid->addWidget(txtEdit[i], i, 1);
+        connect(txtEdit[i], &QLineEdit::textChanged, this, [this] { txtEdit_Change(); });
+    }
+    txtEdit[2]->setReadOnly(true);
+    cmdBrowsePath = button("...", "cmdBrowsePath", this);
+    cmdBrowsePath->setFixedWidth(36);
+    grid->addWidget(cmdBrowsePath, 3, 2);
+
+    LinkLabel = new QLabel("Link Item to key by:", this);
+    LinkLabel->setObjectName("LinkLabel");
+    Option1[0] = new QRadioButton("Stock Locater", this);
+    Option1[1] = new QRadioButton("Item ID", this);
+    auto *options = new QHBoxLayout;
+    options->addWidget(LinkLabel);
+    for (int i = 0; i < 2; ++i) {
+        Option1[i]->setObjectName("Option1");
+        options->addWidget(Option1[i]);
+        connect(Option1[i], &QRadioButton::clicked, this, [this, i] { Option1_Click(i); });
+    }
+    options->addStretch();
+    grid->addLayout(options, 4, 0, 1, 3);
+    Option1[0]->setChecked(true); // as the form is stored
+
+    cmdFind[0] = button("F3 Find &Item", "cmdFind", this);
+    cmdFind[1] = button("F4 Find Set", "cmdFind", this);
+    cmdClear = button("Clea&r Key", "cmdClear", this);
+    cmdOkCancel[0] = button("F10 Accept", "cmdOkCancel", this);
+    cmdOkCancel[1] = button("Esc Cancel", "cmdOkCancel", this);
+    auto *buttons = new QHBoxLayout;
+    for (QPushButton *b : {cmdFind[0], cmdFind[1], cmdClear}) buttons->addWidget(b);
+    buttons->addStretch();
+    buttons->addWidget(cmdOkCancel[0]);
+    buttons->addWidget(cmdOkCancel[1]);
+    grid->addLayout(buttons, 5, 0, 1, 3);
+    grid->setColumnStretch(1, 1);
+    resize(560, sizeHint().height());
+
+    for (int i = 0; i < 2; ++i) {
+        connect(cmdFind[i], &QPushButton::clicked, this, [this, i] { cmdFind_Click(i); });
+        connect(cmdOkCancel[i], &QPushButton::clicked, this, [this, i] { cmdOkCancel_Click(i); });
+    }
+    connect(cmdClear, &QPushButton::clicked, this, [this] { cmdClear_Click(); });
+    connect(cmdBrowsePath, &QPushButton::clicked, this, [this] { cmdBrowsePath_Click(); });
+}
+
+void frmHotKey_Define::Form_Load()
+{
+    gpForm_initControls(this);
+    Canceled = true;
+    setWindowTitle(Group + " Button #" + ButtonNumber);
+    txtEdit[0]->setMaxLength(15);
+    txtEdit[0]->setText(ButtonLabel);
+    txtEdit[1]->setText(ButtomItem);
+    txtEdit[2]->setText(gfsHotKeySet_label(ButtonLink));
+    txtEdit2_Tag = ButtonLink;
+    txtEdit[3]->setText(ButtonIcon);
+    mpSelectOption(ItemIDLink == "Yes" ? 1 : 0);
+    cmdOkCancel[0]->setVisible(false);
+    HelpContextID = 9;
+    mpSelectOption(giLinkOption);
+}
+
+// Selecting an option that was not selected runs its click, as the user's would.
+void frmHotKey_Define::mpSelectOption(int Index)
+{
+    if (Option1[Index]->isChecked())
+        return;
+    Option1[Index]->setChecked(true);
+    Option1_Click(Index);
+}
+
+void frmHotKey_Define::Option1_Click(int Index)
+{
+    giLinkOption = static_cast<qint16>(Index);
+    lblEdit[1]->setText(Index == 0 ? "Stock Locater" : "Item ID");
+}
+
+void frmHotKey_Define::txtEdit_Change()
+{
+    cmdOkCancel[0]->setVisible(true);
+    cmdOkCancel[0]->setEnabled(true);
+}
+
+void frmHotKey_Define::cmdFind_Click(int Index)
+{
+    if (Index == 0)
+        return; // the inventory lookup answers here once it is part of the program
+    frmButtonSet_Find finder(this);
+    finder.ButtonSet_Current = ButtonSet;
+    finder.Form_Load();
+    platform::showModal(finder);
+    if (finder.Canceled)
+        return;
+    txtEdit[0]->setText(conv::Trim(finder.ButtonSetLabel.mid(3)));
+    txtEdit[1]->clear();
+    txtEdit[2]->setText(finder.ButtonSetLabel);
+    txtEdit2_Tag = finder.ButtonSet;
+    txtEdit[3]->clear();
+}
+
+void frmHotKey_Define::cmdBrowsePath_Click()
+{
+    const QString pictures = gDataPath.DataPath() + "/pictures";
+    if (!gfbFolder_exists(pictures + "/HotKeys") && !QDir().mkpath(pictures + "/HotKeys")) {
+        platform::MsgBox("The folder " + QDir::toNativeSeparators(pictures + "/HotKeys") +
+                             " could not be made.",
+                         platform::vbOKOnly, "Unexpected Error");
+        return;
+    }
+    const QString file = platform::DialogPort::get().openFileName(
+        "Set Picture", pictures + "/HotKeys", "Picture (*.jpg)|*.jpg");
+    // Leaving the file dialog without a choice keeps the picture the key had.
+    if (file.isEmpty())
+        return;
+    ButtonIcon = QFileInfo(file).fileName();
+    txtEdit[3]->setText(ButtonIcon);
+}
+
+void frmHotKey_Define::cmdClear_Click()
+{
+    for (QLineEdit *box : txtEdit) box->clear();
+    txtEdit2_Tag.clear();
+    Canceled = false;
+    ButtonLabel.clear();
+    ButtomItem.clear();
+    ButtonLink.clear();
+    ButtonIcon.clear();
+    hide();
+}
+
+void frmHotKey_Define::cmdOkCancel_Click(int Index)
+{
+    if (Index == 1) {
+        Canceled = true;
+        reject();
+        return;
+    }
+    const QString L = conv::Trim(txtEdit[0]->text()), I = conv::Trim(txtEdit[1]->text()),
+                  K = conv::Trim(txtEdit[2]->text()), P = conv::Trim(txtEdit[3]->text());
+    QString message;
+    QLineEdit *focus = nullptr;
+    if (!L.isEmpty() && I.isEmpty() && K.isEmpty()) {
+        message = "Button needs an Item or a Link";
+        focus = txtEdit[1];
+    } else if ((!I.isEmpty() || !K.isEmpty()) && L.isEmpty()) {
+        if (P.isEmpty()) {
+            message = "Button needs a Label or Icon";
+            focus = txtEdit[0];
+        } else if (platform::MsgBox("Create Key with no Caption",
+                                    platform::vbYesNo + platform::vbQuestion) != platform::vbYes) {
+            // No: the user wants a label after all, so the dialog stays open for it.
+            txtEdit[0]->setFocus();
+            return;
+        }
+    }
+    if (!message.isEmpty()) {
+        platform::MsgBox(message, platform::vbInformation, platform::appTitle());
+        focus->setFocus();
+        return;
+    }
+    Canceled = false;
+    ButtonLabel = txtEdit[0]->text();
+    ButtomItem = txtEdit[1]->text();
+    ButtonIcon = txtEdit[3]->text();
+    ButtonLink = txtEdit2_Tag;
+    ItemIDLink = giLinkOption == 0 ? "No" : "Yes";
+    accept();
+}
+
+void frmHotKey_Define::Form_KeyDown(int &KeyCode, int Shift)
+{
+    if (Shift != 0)
+        return;
+    switch (KeyCode) {
+    case platform::vbKeyF3:
+        cmdFind[0]->click();
+        break;
+    case platform::vbKeyF4:
+        cmdFind[1]->click();
+        break;
+    case platform::vbKeyF10:
+        KeyCode = 0;
+        cmdOkCancel_Click(0);
+        break;
+    case platform::vbKeyEscape:
+        KeyCode = 0;
+        cmdOkCancel_Click(1);
+        break;
+    default:
+        break;
+    }
+}

@@ -1,0 +1,51 @@
+#pragma once
+#include "platform/KeyPreviewForm.h"
+#include <array>
+
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+
+// One key of a set: label, item or link, picture. The editor fills the public
+// fields, shows the form and reads them back; the form writes nothing itself.
+class frmHotKey_Define : public platform::KeyPreviewForm {
+    Q_OBJECT
+public:
+    explicit frmHotKey_Define(QWidget *parent = nullptr);
+
+    bool Canceled = true;
+    QString Group;
+    QString ButtonSet;
+    QString ButtonNumber;
+    QString ButtomItem;
+    QString ButtonLabel;
+    QString ButtonLink;
+    QString ButtonIcon;
+    QString ItemIDLink;
+    int HelpContextID = 0;
+
+    void Form_Load();
+    void Form_KeyDown(int &KeyCode, int Shift) override;
+
+    std::array<QLineEdit *, 4> txtEdit;
+    QString txtEdit2_Tag; // the linked set's number behind the label in txtEdit(2)
+    std::array<QLabel *, 4> lblEdit;
+    QPushButton *cmdBrowsePath;
+    std::array<QRadioButton *, 2> Option1;
+    QLabel *LinkLabel;
+    std::array<QPushButton *, 2> cmdFind;
+    QPushButton *cmdClear;
+    std::array<QPushButton *, 2> cmdOkCancel;
+
+    void cmdOkCancel_Click(int Index);
+    void cmdClear_Click();
+    void cmdFind_Click(int Index);
+    void cmdBrowsePath_Click();
+
+private:
+    void Option1_Click(int Index);
+    void txtEdit_Change();
+    void mpSelectOption(int Index);
+};

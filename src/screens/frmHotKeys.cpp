@@ -1,0 +1,293 @@
+#include "screens/frmHotKeys.h"
+#include "common/Conversions.h"
+#include "common/sm_Files.h"
+#include "common/sm_Help_Ops.h"
+#include "common/sm_Text.h"
+#include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyServices.h"
+#include "platform/KeyCodes.h"
+#include "platform/Modal.h"
+#include "screens/frmHotKey_Define.h"
+#include "screens/posButtons.h"
+#include <QEvent>
+#include <QFrame>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace {
+
+MyButton *button(const QString &caption, const QString &name, QWidget *parent)
+{
+    auto *b = new MyButton(caption, parent);
+    b->setObjectName(name);
+    return b;
+}
+
+} // namespace
+
+frmHotKeys::frmHotKeys(QWidget *parent) : KeyPreviewForm(parent)
+{
+    lblEdit = new QLabel("Hot Keys Set Title", this);
+    lblEdit->setObjectName("lblEdit");
+    lblEdit->installEventFilter(this);
+    QFont bold = lblEdit->font();
+    bold.setBold(true);
+    lblEdit->setMinimumWidth(QFontMetrics(bold).horizontalAdvance(lblEdit->text()) + 4);
+    txtButtonSet = new QLineEdit(this);
+    txtButtonSet->setObjectName("txtButtonSet");
+    txtButtonSet->installEventFilter(this);
+    auto *title = new QHBoxLayout;
+    title->addWidget(lblEdit);
+    title->addWidget(txtButtonSet, 1);
+
+    auto *columns = new QGridLayout;
+    columns->setSpacing(6);
+    for (int n = 1; n <= 4; ++n) {
+        LblGroup[n - 1] = new QLabel("Group" + QString::number(n), this);
+        LblGroup[n - 1]->setObjectName("LblGroup");
+        LblGroup[n - 1]->setAlignment(Qt::AlignCenter);
+        columns->addWidget(LblGroup[n - 1], 0, n - 1);
+        cmdEdit_Group[n] =
+            button("Group" + QString::number(n), "cmdEdit_Group" + QString::number(n), this);
+        QFont bold = cmdEdit_Group[n]->font();
+        bold.setBold(true);
+        cmdEdit_Group[n]->setFont(bold);
+        columns->addWidget(cmdEdit_Group[n], 1, n - 1);
+        connect(cmdEdit_Group[n], &QPushButton::clicked, this, [this, n] { BeginColumnEdit(n); });
+        for (int j = 0; j < 8; ++j) {
+            MyButton *key = button(QString(), "cmdHkGroup" + QString::number(n), this);
+            key->setCaptionalignment(7);
+            key->captionposition = 3;
+            key->picturealignment = 1;
+            key->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+            cmdHkGroup[n][j] = key;
+            columns->addWidget(key, j + 2, n - 1);
+            connect(key, &QPushButton::clicked, this, [this, n, j] { PressKey(n, j); });
+        }
+    }
+
+    cmdOkCancel[0] = button("Accept", "cmdOkCancel", this);
+    cmdOkCancel[1] = button("Cancel", "cmdOkCancel", this);
+    cmdHelp = button("&Help", "cmdHelp", this);
+    fraGroupEdit = new QFrame(this);
+    fraGroupEdit->setObjectName("fraGroupEdit");
+    fraGroupEdit->setFrameShape(QFrame::StyledPanel);
+    lblButtonEdit = new QLabel("Column Title", fraGroupEdit);
+    txtEdit = new QLineEdit(fraGroupEdit);
+    txtEdit->setObjectName("txtEdit");
+    cmdGroup_OkCancel[0] = button("Accept", "cmdGroup_OkCancel", fraGroupEdit);
+    cmdGroup_OkCancel[1] = button("Cancel", "cmdGroup_OkCancel", fraGroupEdit);
+    auto *panel = new QVBoxLayout(fraGroupEdit);
+    panel->addWidget(lblButtonEdit);
+    panel->addWidget(txtEdit);
+    panel->addWidget(cmdGroup_OkCancel[0]);
+    panel->addWidget(cmdGroup_OkCancel[1]);
+    fraGroupEdit->setVisible(false);
+
+    auto *right = new QVBoxLayout;
+    for (MyButton *b : {cmdOkCancel[0], cmdOkCancel[1], cmdHelp}) {
+        b->setMinimumSize(110, 44);
+        right->addWidget(b);
+    }
+    right->addSpacing(16);
+    right->addWidget(fraGroupEdit);
+    right->addStretch();
+
+    lblInstructions = new QLabel("Click on the button or label(above column) to change it.", this);
+    lblInstructions->setObjectName("lblInstructions");
+
+    auto *body = new QHBoxLayout;
+    body->addLayout(columns, 1);
+    body->addLayout(right);
+    auto *outer = new QVBoxLayout(this);
+    outer->addLayout(title);
+    outer->addLayout(body, 1);
+    outer->addWidget(lblInstructions);
+
+    for (int i = 0; i < 2; ++i) {
+        connect(cmdOkCancel[i], &QPushButton::clicked, this, [this, i] { cmdOkCancel_Click(i); });
+        connect(cmdGroup_OkCancel[i], &QPushButton::clicked, this,
+                [this, i] { cmdGroup_OkCancel_Click(i); });
+    }
+    connect(cmdHelp, &QPushButton::clicked, this, [this] { cmdHelp_Click(); });
+    connect(txtButtonSet, &QLineEdit::textEdited, this, [this] {
+        HelpContextID = 8;
+        ShowAcceptButton();
+    });
+}
+
+void frmHotKeys::Form_Load()
+{
+    gpForm_initControls(this);
+    Canceled = false;
+    SetLoaded = false;
+    if (!conv::Trim(fileName).isEmpty()) {
+        gpHotKeys_populate(fileName);
+    } else {
+        txtButtonSet->setText("New Set " + HotKeySet);
+        gpHotKeySet_clear();
+    }
+    cmdOkCancel[0]->setVisible(false);
+    SetLoaded = true;
+    if (const QScreen *screen = QGuiApplication::primaryScreen())
+        resize(screen->availableGeometry().size());
+}
+
+void frmHotKeys::gpHotKeys_populate(const QString &sHotKeySet)
+{
+    if (SetLoaded) {
+        SetTitle = txtButtonSet->text();
+    } else {
+        gpHotKeySet_clear();
+        SetTitle = gfsHotKeySet_read(gfsText_digits(sHotKeySet));
+        txtButtonSet->setText(SetTitle);
+    }
+    if (SetTitle.isEmpty())
+        return;
+    setWindowTitle("Hot Keys Set:  - " + sHotKeySet);
+    for (int n = 1; n <= 4; ++n) {
+        DrawColumnTitle(n);
+        for (int j = 1; j <= 8; ++j) {
+            const HotKeyButton &k = gHotKeyGroups[n].Buttons[j];
+            MyButton *control = cmdHkGroup[n][j - 1];
+            if (conv::Trim(k.Icon).isEmpty() && conv::Trim(k.Caption).isEmpty()) {
+                control->setCaption("");
+                control->Tag.clear();
+            } else {
+                control->setCaption(k.Caption);
+            }
+            // A redraw never takes a picture away; a missing file leaves the caption alone.
+            const QString picture = gsHotKeyPicturePath + k.Icon;
+            if (!(conv::AboveBlank(k.Icon) && gfbFile_exists(picture) &&
+                  control->setPicture(picture)))
+                control->setCaptionalignment(4);
+        }
+    }
+}
+
+void frmHotKeys::ShowAcceptButton()
+{
+    cmdOkCancel[0]->setVisible(true);
+}
+
+void frmHotKeys::DrawColumnTitle(int N)
+{
+    if (N >= 1 && N <= 4)
+        cmdEdit_Group[N]->setCaption(gHotKeyGroups[N].Caption);
+}
+
+void frmHotKeys::BeginColumnEdit(int N)
+{
+    CurrentGroup = N;
+    txtEdit->setText(gHotKeyGroups[N].Caption);
+    if (gHotKeyGroups[N].Caption.isEmpty())
+        gHotKeyGroups[N].Color = kSilverColor;
+    fraGroupEdit->setVisible(true);
+    txtEdit->setFocus();
+    HelpContextID = 9;
+}
+
+void frmHotKeys::cmdGroup_OkCancel_Click(int Index)
+{
+    if (Index == 0) {
+        gHotKeyGroups[CurrentGroup].Caption = txtEdit->text();
+        gpHotKeys_populate("");
+    } else {
+        fraGroupEdit->setVisible(false);
+    }
+    ShowAcceptButton();
+}
+
+void frmHotKeys::PressKey(int group, int index)
+{
+    CurrentGroup = group;
+    frmHotKey_Define dialog(this);
+    PrepareKeyDialog(dialog, group, index + 1);
+    RunKeyDialog(dialog);
+}
+
+void frmHotKeys::PrepareKeyDialog(frmHotKey_Define &dialog, int group, int key)
+{
+    const HotKeyButton &k = gHotKeyGroups[group].Buttons[key];
+    dialog.ButtonSet = HotKeySet;
+    dialog.Group = gHotKeyGroups[group].Caption;
+    dialog.ButtonNumber = QString::number(key);
+    dialog.ButtomItem = k.Item;
+    dialog.ButtonLabel = k.Caption;
+    dialog.ButtonLink = k.LinkSet;
+    dialog.ItemIDLink = k.IdSelect;
+    dialog.ButtonIcon = k.Icon;
+    dialog.Form_Load();
+}
+
+void frmHotKeys::RunKeyDialog(frmHotKey_Define &dialog)
+{
+    platform::showModal(dialog);
+    if (!dialog.Canceled) {
+        const int key = static_cast<int>(conv::Val(dialog.ButtonNumber));
+        if (key >= 1 && key <= 8) {
+            HotKeyButton &k = gHotKeyGroups[CurrentGroup].Buttons[key];
+            k.Caption = dialog.ButtonLabel;
+            k.Item = dialog.ButtomItem;
+            k.IdSelect = dialog.ItemIDLink;
+            k.LinkSet = dialog.ButtonLink;
+            k.Icon = dialog.ButtonIcon;
+        }
+        gpHotKeys_populate("");
+    }
+    ShowAcceptButton();
+}
+
+void frmHotKeys::cmdOkCancel_Click(int Index)
+{
+    if (Index == 0) {
+        Canceled = false;
+        // A save that fails keeps the editor open, so nothing typed is lost.
+        if (!gpHotKeySet_write(HotKeySet, txtButtonSet->text()))
+            return;
+    } else {
+        Canceled = true;
+    }
+    hide();
+}
+
+void frmHotKeys::cmdHelp_Click()
+{
+    gpHelp_press(QString::number(HelpContextID));
+}
+
+void frmHotKeys::Form_KeyDown(int &KeyCode, int)
+{
+    if (KeyCode == platform::vbKeyF1) {
+        KeyCode = 0;
+        cmdHelp_Click();
+    } else if (KeyCode == platform::vbKeyF10) {
+        KeyCode = 0;
+        if (cmdGroup_OkCancel[0]->isVisible())
+            cmdGroup_OkCancel_Click(0);
+        else
+            cmdOkCancel_Click(0);
+    } else if (KeyCode == platform::vbKeyEscape) {
+        // Esc leaves without saving, as Cancel does.
+        KeyCode = 0;
+        cmdOkCancel_Click(1);
+    }
+}
+
+bool frmHotKeys::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == lblEdit && event->type() == QEvent::MouseButtonPress) {
+        txtButtonSet->setFocus();
+    } else if (watched == txtButtonSet &&
+               (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut)) {
+        QFont f = lblEdit->font();
+        f.setBold(event->type() == QEvent::FocusIn);
+        lblEdit->setFont(f);
+    }
+    return KeyPreviewForm::eventFilter(watched, event);
+}

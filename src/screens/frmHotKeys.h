@@ -1,0 +1,58 @@
+#pragma once
+#include "platform/KeyPreviewForm.h"
+#include <array>
+
+class MyButton;
+class QFrame;
+class QLabel;
+class QLineEdit;
+class frmHotKey_Define;
+
+// The set editor: four columns of eight keys, the set's title and the column
+// titles. It works on gHotKeyGroups in place; only Accept writes the file.
+class frmHotKeys : public platform::KeyPreviewForm {
+    Q_OBJECT
+public:
+    explicit frmHotKeys(QWidget *parent = nullptr);
+
+    QString HotKeySet;
+    QString fileName;
+    bool Canceled = false;
+    int HelpContextID = 0;
+
+    void Form_Load();
+    void Form_KeyDown(int &KeyCode, int Shift) override;
+
+    void gpHotKeys_populate(const QString &sHotKeySet);
+    void ShowAcceptButton();
+    void DrawColumnTitle(int N);
+    void BeginColumnEdit(int N);
+    void PrepareKeyDialog(frmHotKey_Define &dialog, int group, int key);
+    void RunKeyDialog(frmHotKey_Define &dialog);
+    void PressKey(int group, int index);
+
+    QLineEdit *txtButtonSet;
+    QLabel *lblEdit;
+    std::array<MyButton *, 5> cmdEdit_Group{};             // 1 to 4
+    std::array<std::array<MyButton *, 8>, 5> cmdHkGroup{}; // [1..4][0..7]
+    std::array<MyButton *, 2> cmdOkCancel;
+    MyButton *cmdHelp;
+    QFrame *fraGroupEdit;
+    QLineEdit *txtEdit;
+    QLabel *lblButtonEdit;
+    std::array<MyButton *, 2> cmdGroup_OkCancel;
+    QLabel *lblInstructions;
+    std::array<QLabel *, 4> LblGroup;
+
+    void cmdOkCancel_Click(int Index);
+    void cmdGroup_OkCancel_Click(int Index);
+    void cmdHelp_Click();
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    bool SetLoaded = false;
+    int CurrentGroup = 1;
+    QString SetTitle;
+};

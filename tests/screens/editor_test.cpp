@@ -1,0 +1,316 @@
+#include "common/sm_FGrid.h"
+#include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyServices.h"
+#include "platform/MSFlexGrid.h"
+#include "screens/frmButtonSet_Find.h"
+#include "screens/frmHotKey_Define.h"
+#include "screens/frmHotKeys.h"
+#include "screens/posButtons.h"
+#include "shell/frmMain.h"
+#include "support/HkTest.h"
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QRadioButton>
+#include <QTest>
+
+using namespace platform;
+using testing_support::HkTest;
+
+namespace {
+
+class EditorTest : public HkTest {
+protected:
+    void SetUp() override
+    {
+        HkTest::SetUp();
+        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
+        giLinkOption = 0;
+    }
+    template <class Form> void on(std::function<void(Form &)> act)
+    {
+        modal.drive(Form::staticMetaObject.className(),
+                    [act](QDialog &d) { act(static_cast<Form &>(d)); });
+    }
+    void writeSet(const QString &number, const QString &title)
+    {
+        writeDataFile("HKSET" + number + ".SDF", ("[SET]" + title + "\r\n").toLatin1());
+    }
+};
+
+QByteArray blankKeys(int from)
+{
+    QByteArray out;
+    for (int k = from; k <= 8; ++k)
+        out += "[BUTTON]" + QByteArray::number(k) +
+               "[CAPTION][ITEM][ICON][IDSELECT][LINKSET][ROOT]\r\n";
+    return out;
+}
+
+} // namespace
+
+TEST_F(EditorTest, ASetIsBuiltThroughTheScreensAndWrittenAsTheFileFormatSays)
+{
+    writeSet("07", "Desserts");
+    QDir(dataPath()).mkpath("pictures/HotKeys");
+    writeDataFile("pictures/HotKeys/coffee.jpg", "");
+
+    frmMain main;
+    main.Form_Load();
+    main.show();
+    on<frmHotKeys>([&](frmHotKeys &editor) {
+        EXPECT_EQ(editor.txtButtonSet->text(), "New Set 01");
+        EXPECT_TRUE(editor.cmdOkCancel[0]->isHidden());
+        QTest::mouseClick(editor.cmdEdit_Group[1], Qt::LeftButton);
+        editor.txtEdit->setText("Drinks");
+        QTest::keyClick(editor.txtEdit, Qt::Key_F10); // F10 belongs to the open panel
+        EXPECT_FALSE(editor.fraGroupEdit->isHidden());
+        QTest::mouseClick(editor.cmdGroup_OkCancel[1], Qt::LeftButton);
+        EXPECT_TRUE(editor.fraGroupEdit->isHidden());
+
+        on<frmHotKey_Define>([&](frmHotKey_Define &key) {
+            EXPECT_EQ(key.windowTitle(), "Drinks Button #1");
+            QTest::keyClicks(key.txtEdit[0], "Coffee");
+            QTest::keyClicks(key.txtEdit[1], "0001234.5");
+            dialogs.answerText(dataPath() + "/pictures/HotKeys/coffee.jpg");
+            QTest::mouseClick(key.cmdBrowsePath, Qt::LeftButton);
+            EXPECT_EQ(key.txtEdit[3]->text(), "coffee.jpg");
+            QTest::keyClick(key.txtEdit[0], Qt::Key_F10);
+        });
+        QTest::mouseClick(editor.cmdHkGroup[1][0], Qt::LeftButton);
+        EXPECT_EQ(editor.cmdHkGroup[1][0]->caption(), "Coffee");
+
+        on<frmHotKey_Define>([&](frmHotKey_Define &key) {
+            on<frmButtonSet_Find>([](frmButtonSet_Find &finder) {
+                ASSERT_EQ(finder.lstItems->count(), 1);
+                QTest::keyClick(finder.lstItems, Qt::Key_F10);
+            });
+            QTest::keyClick(key.txtEdit[0], Qt::Key_F4);
+            EXPECT_EQ(key.txtEdit[0]->text(), "Desserts");
+            EXPECT_EQ(key.txtEdit[2]->text(), "07 Desserts");
+            QTest::mouseClick(key.cmdOkCancel[0], Qt::LeftButton);
+        });
+        QTest::mouseClick(editor.cmdHkGroup[1][1], Qt::LeftButton);
+
+        on<frmHotKey_Define>([&](frmHotKey_Define &key) {
+            QTest::mouseClick(key.Option1[1], Qt::LeftButton);
+            QTest::keyClicks(key.txtEdit[0], "Cake");
+            QTest::keyClicks(key.txtEdit[1], "CAKE-1");
+            QTest::keyClick(key.txtEdit[0], Qt::Key_F10);
+        });
+        QTest::mouseClick(editor.cmdHkGroup[2][0], Qt::LeftButton);
+        QTest::mouseClick(editor.cmdEdit_Group[2], Qt::LeftButton);
+        QTest::keyClicks(editor.txtEdit, "Sweets");
+        QTest::mouseClick(editor.cmdGroup_OkCancel[0], Qt::LeftButton);
+
+        editor.txtButtonSet->clear();
+        QTest::keyClicks(editor.txtButtonSet, "Lunch Menu");
+        QTest::mouseClick(editor.cmdOkCancel[0], Qt::LeftButton);
+    });
+    QTest::mouseClick(main.cmdEdit[0], Qt::LeftButton);
+
+    EXPECT_EQ(
+        readDataFile("HKSET01.SDF"),
+        "[SET]Lunch Menu\r\n[GROUP]1[CAPTION]Drinks[COLOR]\r\n"
+        "[BUTTON]1[CAPTION]Coffee[ITEM]0001234.5[ICON]coffee.jpg[IDSELECT]No[LINKSET][ROOT]\r\n"
+        "[BUTTON]2[CAPTION]Desserts[ITEM][ICON][IDSELECT]No[LINKSET]7[ROOT]\r\n" +
+            blankKeys(3) + "[GROUP]2[CAPTION]Sweets[COLOR]\r\n" +
+            "[BUTTON]1[CAPTION]Cake[ITEM]CAKE-1[ICON][IDSELECT]Yes[LINKSET][ROOT]\r\n" +
+            blankKeys(2) + "[GROUP]3[CAPTION][COLOR]*Default\r\n" + blankKeys(1) +
+            "[GROUP]4[CAPTION][COLOR]*Default\r\n" + blankKeys(1));
+    EXPECT_EQ(main.fgrdItems->TextMatrix(1, 1), "Lunch Menu") << "the list refreshed";
+    EXPECT_EQ(giLinkOption, 1) << "the last option chosen is remembered";
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].kind, "open");
+    EXPECT_EQ(shown[0].title, "Set Picture");
+    EXPECT_EQ(shown[0].text, dataPath() + "/pictures/HotKeys|Picture (*.jpg)|*.jpg");
+}
+
+TEST_F(EditorTest, CancelLeavesTheFileAndChangeKeepsTheSelectedRow)
+{
+    writeSet("01", "One");
+    writeSet("02", "Two");
+    writeSet("03", "Three");
+    const QByteArray before = readDataFile("HKSET02.SDF");
+    frmMain main;
+    main.Form_Load();
+    main.show();
+    gpGrid_selectRow(main.fgrdItems, 2);
+
+    on<frmHotKeys>([](frmHotKeys &editor) {
+        EXPECT_EQ(editor.windowTitle(), "Hot Keys Set:  - HKSET02.SDF");
+        editor.txtButtonSet->setText("Changed");
+        QTest::keyClick(editor.txtButtonSet, Qt::Key_Escape);
+    });
+    QTest::keyClick(main.fgrdItems, Qt::Key_C);
+    EXPECT_EQ(readDataFile("HKSET02.SDF"), before);
+
+    on<frmHotKeys>([](frmHotKeys &editor) {
+        editor.txtButtonSet->clear();
+        QTest::keyClicks(editor.txtButtonSet, "A new title");
+        QTest::keyClick(editor.txtButtonSet, Qt::Key_F10);
+    });
+    QTest::keyClick(main.fgrdItems, Qt::Key_C);
+    EXPECT_EQ(main.fgrdItems->Row(), 2);
+    EXPECT_EQ(main.fgrdItems->TextMatrix(2, 1), "A new title");
+}
+
+TEST_F(EditorTest, EmptyListDoubleClickAddsSetOneAndUntouchedAcceptWritesTheNewSet)
+{
+    frmMain main;
+    main.Form_Load();
+    main.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+    on<frmHotKeys>([](frmHotKeys &editor) {
+        EXPECT_TRUE(editor.cmdOkCancel[0]->isHidden());
+        QTest::keyClick(editor.txtButtonSet, Qt::Key_F10);
+    });
+    const QRect cell = main.fgrdItems->visualRect(main.fgrdItems->model()->index(0, 1));
+    testing_support::doubleClick(main.fgrdItems->viewport(), cell.center());
+    const QByteArray file = readDataFile("HKSET01.SDF");
+    EXPECT_TRUE(file.startsWith("[SET]New Set 01\r\n"));
+    EXPECT_EQ(file.count("[COLOR]*Default"), 4);
+    EXPECT_EQ(main.fgrdItems->TextMatrix(1, 0), "01");
+}
+
+TEST_F(EditorTest, EmptyTitleDrawsNothingAndARedrawKeepsPictures)
+{
+    QDir(dataPath()).mkpath("pictures/HotKeys");
+    QImage image(8, 8, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    image.save(dataPath() + "/pictures/HotKeys/p.jpg");
+    writeDataFile("HKSET04.SDF",
+                  "[SET]Four\r\n[GROUP]1[CAPTION]Col[COLOR]BLUE\r\n"
+                  "[BUTTON]1[CAPTION][ITEM]1[ICON]p.jpg[IDSELECT]No[LINKSET][ROOT]\r\n"
+                  "[BUTTON]2[CAPTION][ITEM]12[ICON][IDSELECT]No[LINKSET][ROOT]\r\n"
+                  "[BUTTON]3[CAPTION]Gone[ITEM]1[ICON]none.jpg[IDSELECT]No[LINKSET][ROOT]\r\n");
+    frmHotKeys editor;
+    editor.HotKeySet = "04";
+    editor.fileName = "HKSET04.SDF";
+    editor.Form_Load();
+    EXPECT_FALSE(editor.cmdHkGroup[1][0]->picture().isNull()) << "a picture-only key is not empty";
+    EXPECT_EQ(editor.cmdHkGroup[1][1]->caption(), "") << "an item alone shows nothing";
+    EXPECT_EQ(editor.cmdHkGroup[1][2]->captionalignment(), 4);
+    EXPECT_EQ(editor.cmdEdit_Group[1]->caption(), "Col");
+
+    gHotKeyGroups[1].Buttons[1] = HotKeyButton();
+    gHotKeyGroups[1].Caption = "Renamed";
+    editor.gpHotKeys_populate("");
+    EXPECT_FALSE(editor.cmdHkGroup[1][0]->picture().isNull()) << "a redraw never removes a picture";
+    EXPECT_EQ(editor.cmdEdit_Group[1]->caption(), "Renamed");
+
+    editor.txtButtonSet->clear();
+    gHotKeyGroups[1].Caption = "Hidden";
+    editor.gpHotKeys_populate("");
+    EXPECT_EQ(editor.cmdEdit_Group[1]->caption(), "Renamed") << "no title, no drawing";
+}
+
+TEST_F(EditorTest, KeyDialogValidatesAsTheStoreExpects)
+{
+    frmHotKey_Define key;
+    key.Group = "Drinks";
+    key.ButtonNumber = "3";
+    key.ButtonLink = "9"; // a set whose file has gone
+    key.ItemIDLink = "No";
+    key.Form_Load();
+    key.show();
+    EXPECT_EQ(key.txtEdit[2]->text(), "09 (missing)");
+    EXPECT_TRUE(key.cmdOkCancel[0]->isHidden());
+
+    key.txtEdit[2]->clear();
+    key.txtEdit2_Tag.clear();
+    QTest::keyClicks(key.txtEdit[0], "A label that is far too long");
+    EXPECT_EQ(key.txtEdit[0]->text().size(), 15);
+    QTest::keyClick(key.txtEdit[0], Qt::Key_F10);
+    key.txtEdit[0]->clear();
+    key.txtEdit[1]->setText("123");
+    QTest::keyClick(key.txtEdit[1], Qt::Key_F10);
+    key.txtEdit[3]->setText("pic.jpg");
+    dialogs.answer(vbNo);
+    QTest::keyClick(key.txtEdit[1], Qt::Key_F10);
+    EXPECT_TRUE(key.Canceled) << "No keeps the dialog open for a label";
+    dialogs.answer(vbYes);
+    QTest::keyClick(key.txtEdit[1], Qt::Key_F10);
+    EXPECT_FALSE(key.Canceled);
+    EXPECT_EQ(key.ButtonLabel, "");
+    EXPECT_EQ(key.ButtomItem, "123");
+    EXPECT_EQ(key.ButtonIcon, "pic.jpg");
+
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 4);
+    EXPECT_EQ(shown[0].text, "Button needs an Item or a Link");
+    EXPECT_EQ(shown[0].style, 64);
+    EXPECT_EQ(shown[1].text, "Button needs a Label or Icon");
+    EXPECT_EQ(shown[2].text, "Create Key with no Caption");
+    EXPECT_EQ(shown[2].style, 36);
+}
+
+TEST_F(EditorTest, OptionMemoryClearKeyAndCancel)
+{
+    auto open = [](const QString &idSelect) {
+        auto key = std::make_unique<frmHotKey_Define>();
+        key->ButtonLabel = "Tea";
+        key->ButtomItem = "TEA-1";
+        key->ItemIDLink = idSelect;
+        key->Form_Load();
+        return key;
+    };
+    auto yes = open("Yes");
+    EXPECT_TRUE(yes->Option1[1]->isChecked());
+    EXPECT_EQ(yes->lblEdit[1]->text(), "Item ID");
+    EXPECT_EQ(giLinkOption, 1);
+    auto no = open("No");
+    EXPECT_TRUE(no->Option1[1]->isChecked()) << "the remembered choice wins over the key's";
+    QTest::mouseClick(no->Option1[0], Qt::LeftButton);
+    QTest::mouseClick(no->cmdOkCancel[0], Qt::LeftButton);
+    EXPECT_EQ(no->ItemIDLink, "No");
+
+    auto cleared = open("Yes");
+    QTest::mouseClick(cleared->cmdClear, Qt::LeftButton);
+    EXPECT_FALSE(cleared->Canceled);
+    EXPECT_EQ(cleared->ButtonLabel, "");
+    EXPECT_EQ(cleared->ButtomItem, "");
+    EXPECT_EQ(cleared->ItemIDLink, "Yes");
+
+    auto cancelled = open("No");
+    QTest::keyClick(cancelled->txtEdit[0], Qt::Key_Escape);
+    EXPECT_TRUE(cancelled->Canceled);
+}
+
+TEST_F(EditorTest, FinderLeavesOutTheSetBeingEditedByNumber)
+{
+    writeSet("07", "Seven");
+    writeSet("12", "Twelve");
+    frmButtonSet_Find finder;
+    finder.ButtonSet_Current = "7";
+    finder.Form_Load();
+    finder.show();
+    ASSERT_EQ(finder.lstItems->count(), 1);
+    EXPECT_EQ(finder.lstItems->item(0)->text(), "12 Twelve");
+
+    frmButtonSet_Find other;
+    other.ButtonSet_Current = "12";
+    other.Form_Load();
+    other.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&other));
+    testing_support::doubleClick(other.lstItems->viewport(),
+                                 other.lstItems->visualItemRect(other.lstItems->item(0)).center());
+    EXPECT_FALSE(other.Canceled);
+    EXPECT_EQ(other.ButtonSet, "7");
+    EXPECT_EQ(other.ButtonSetLabel, "07 Seven");
+
+    QFile::remove(dataPath() + "/HKSET12.SDF");
+    frmButtonSet_Find empty;
+    empty.ButtonSet_Current = "07";
+    empty.Form_Load();
+    empty.show();
+    EXPECT_FALSE(empty.cmdOkCancel[0]->isEnabled());
+    QTest::keyClick(empty.lstItems, Qt::Key_F10);
+    EXPECT_TRUE(empty.Canceled);
+    EXPECT_FALSE(empty.isHidden()) << "F10 does nothing without a set to choose";
+    QTest::keyClick(empty.lstItems, Qt::Key_Escape);
+    EXPECT_TRUE(empty.isHidden());
+}
