@@ -208,6 +208,16 @@ int main(int argc, char **argv)
     picture(pictures, "bread.jpg", QColor(180, 120, 60), "B");
     picture(pictures, "icecream.jpg", QColor(230, 120, 180), "I");
 
+    for (const auto &[name, body] :
+         {std::pair{"SPECIAL.BDF", QByteArray("[BUTTON]1[CAPTION]Void Line[KEY]*\r\n"
+                                              "[BUTTON]3[CAPTION]Weigh[KEY]W\r\n")},
+          {"COUPON.BDF", QByteArray("[BUTTON]1[CAPTION]Dollar Off[KEY]~SCOUPN[VALUE]1.00\r\n"
+                                    "[BUTTON]2[CAPTION]Fifty Cents[KEY]~SCOUPN[VALUE].50\r\n")}}) {
+        QFile f(data + '/' + name);
+        if (f.open(QIODevice::WriteOnly | QIODevice::Truncate))
+            f.write(body);
+    }
+
     QFile ini(data + "/ZEL.INI");
     if (ini.open(QIODevice::WriteOnly | QIODevice::Truncate))
         ini.write("[Primary Search Fields]\r\nSearch for Inventory by:=Description\r\n"

@@ -5,11 +5,14 @@
 #include "screens/frmButtonSet_Find.h"
 #include "screens/frmHotKey_Define.h"
 #include "screens/frmHotKeys.h"
+#include "screens/frmSpecialKey_edit.h"
+#include "screens/frmSpecialKeys.h"
 #include "settings/clsDataPath.h"
 #include "settings/frmSMFILE_PATH.h"
 #include "settings/frmSM_DATAPATH2.h"
 #include "shell/frmMain.h"
 #include <QDir>
+#include <QLineEdit>
 #include <QTimer>
 #include <cstdio>
 
@@ -62,6 +65,20 @@ int main(int argc, char **argv)
         finder.ButtonSet_Current = "1";
         finder.Form_Load();
         save(finder, out, "frmButtonSet_Find");
+
+        gbSpecialKeys = true;
+        frmSpecialKeys special;
+        special.Form_Load();
+        save(special, out, "frmSpecialKeys");
+        gbCouponKeys = true;
+        frmSpecialKeys coupons;
+        coupons.Form_Load();
+        save(coupons, out, "frmSpecialKeys-coupons");
+        frmSpecialKey_edit edit;
+        edit.KeyLabel = "Fifty Cents";
+        edit.Form_Load();
+        edit.TxtAmount->setText(".50");
+        save(edit, out, "frmSpecialKey_edit");
     }
 
     frmSMFILE_PATH browser;

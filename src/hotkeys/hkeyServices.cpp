@@ -3,6 +3,7 @@
 #include "common/TextFile.h"
 #include "common/sm_Files.h"
 #include "common/sm_Text.h"
+#include "hotkeys/hkeyGlobal.h"
 #include "platform/Dialogs.h"
 #include "settings/clsDataPath.h"
 #include <QCoreApplication>
@@ -36,9 +37,9 @@ void showMissing(const QString &path)
                      platform::vbCritical);
 }
 
-void showWriteFailure(const QString &path, const QString &reason)
+void showWriteFailure(const QString &path, const QString &reason, const QString &kind = "Hot Keys")
 {
-    platform::MsgBox(QDir::toNativeSeparators(path) + "\r\rHot Keys File Could Not Be Saved\r" +
+    platform::MsgBox(QDir::toNativeSeparators(path) + "\r\r" + kind + " File Could Not Be Saved\r" +
                          reason +
                          "\rYour changes are still on the screen. Make sure the data folder "
                          "can be written to and try again.",
@@ -320,4 +321,84 @@ SetRemoval gpHotKeySet_remove(const QString &sSetNumber)
     if (!result.removed)
         result.problems << QDir::toNativeSeparators(set.fileName()) + ": " + set.errorString();
     return result;
+}
+
+namespace {
+
+QString dataFile(const char *name)
+{
+    return gDataPath.DataPath() + '/' + name;
+}
+
+bool mpKeyFile_write(const QString &path, const QStringList &lines, const QString &kind)
+{
+    QFile old(path);
+    QString error;
+    if (old.exists() && !old.remove())
+        error = old.errorString();
+    else if (textfile::writeLines(path, lines, &error))
+        return true;
+    showWriteFailure(path, error, kind);
+    return false;
+}
+
+} // namespace
+
+void gpSpecialKey_read(SpecialKey &oButton)
+{
+    QString path;
+    if (gbCouponKeys)
+        path = dataFile("COUPON.BDF");
+    else if (gbSpecialKeys)
+        path = dataFile("SPECIAL.BDF");
+    else
+        return;
+    QString text;
+    if (!textfile::readText(path, text))
+        return;
+    for (QStringView view : textfile::splitLineViews(text)) {
+        const QString line = view.toString();
+        if (conv::Val(gfsTagValue(line, "[BUTTON]", "[")) - 1 != oButton.Index)
+            continue;
+        const QString label = gfsTagValue(line, "[CAPTION]", "[");
+        const QString key = gfsTagValue(line, "[KEY]", "[");
+        if (key != kCouponMarker) {
+            oButton.Caption = label + '\r' + key;
+            oButton.Tag = key;
+        } else {
+            oButton.Caption = label;
+            oButton.Tag = QString(kCouponMarker) + '|' + gfsTagValue(line, "[VALUE]", "[");
+        }
+        return;
+    }
+}
+
+bool gpSpecialKeys_write(const QString &sKey1, const QString &sKey2, const QString &sKey3)
+{
+    QStringList lines;
+    const QString keys[] = {sKey1, sKey2, sKey3};
+    for (int n = 0; n < 3; ++n) {
+        if (conv::Trim(keys[n]).isEmpty())
+            continue;
+        // A text without a carriage return is all label and no character.
+        const int cr = keys[n].indexOf('\r');
+        const QString label = cr < 0 ? keys[n] : keys[n].left(cr);
+        const QString character = cr < 0 ? QString() : keys[n].mid(cr + 1);
+        lines << "[BUTTON]" + QString::number(n + 1) + "[CAPTION]" + label + "[KEY]" + character;
+    }
+    return mpKeyFile_write(dataFile("SPECIAL.BDF"), lines, "Special Keys");
+}
+
+bool gpCouponKeys_write(const SpecialKey &oKey1, const SpecialKey &oKey2, const SpecialKey &oKey3)
+{
+    QStringList lines;
+    const SpecialKey *keys[] = {&oKey1, &oKey2, &oKey3};
+    for (int n = 0; n < 3; ++n) {
+        const QString label = conv::Trim(keys[n]->Caption);
+        if (label.isEmpty())
+            continue;
+        lines << "[BUTTON]" + QString::number(n + 1) + "[CAPTION]" + label + "[KEY]" +
+                     kCouponMarker + "[VALUE]" + keys[n]->Tag.mid(8);
+    }
+    return mpKeyFile_write(dataFile("COUPON.BDF"), lines, "Coupon Keys");
 }

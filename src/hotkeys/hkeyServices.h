@@ -56,3 +56,20 @@ struct SetRemoval {
 };
 // Removes a set and every key line that links to it in the other sets.
 SetRemoval gpHotKeySet_remove(const QString &sSetNumber);
+
+// One key of the special or coupon key screen, as its button holds it: a special
+// key's Caption is label, carriage return, keyboard character, and its Tag the
+// character; a coupon key's Caption is the label and its Tag "~SCOUPN|" and the amount.
+struct SpecialKey {
+    int Index = 0; // 0 to 2
+    QString Caption;
+    QString Tag;
+};
+
+inline constexpr const char *kCouponMarker = "~SCOUPN";
+
+// Fills one key from COUPON.BDF or SPECIAL.BDF, as gbCouponKeys and gbSpecialKeys choose.
+void gpSpecialKey_read(SpecialKey &oButton);
+// Rewrite SPECIAL.BDF and COUPON.BDF; on failure the user is told and false comes back.
+bool gpSpecialKeys_write(const QString &sKey1, const QString &sKey2, const QString &sKey3);
+bool gpCouponKeys_write(const SpecialKey &oKey1, const SpecialKey &oKey2, const SpecialKey &oKey3);

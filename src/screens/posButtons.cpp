@@ -77,3 +77,23 @@ void MyButton::paintEvent(QPaintEvent *)
         palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText));
     p.drawText(face, flags, text());
 }
+
+SpecialKeyPanel::SpecialKeyPanel(int index, QWidget *parent) : QPushButton(parent), m_index(index)
+{
+    setAutoDefault(false);
+    setMinimumSize(150, 90);
+    QFont f = font();
+    f.setPixelSize(18);
+    f.setBold(true);
+    setFont(f);
+}
+
+void SpecialKeyPanel::setCaption(const QString &caption)
+{
+    m_caption = caption;
+    QString shown = caption;
+    shown.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    shown.replace('\r', '\n');
+    // A button takes "&" for a mnemonic; the label shows it as typed.
+    setText(shown.replace('&', QLatin1String("&&")));
+}

@@ -40,3 +40,20 @@ private:
     int m_AppearanceThemes = 0;
     QString m_PictureDisabledEffect;
 };
+
+// A clickable key panel of the special key screen: a caption of several lines
+// (carriage returns separate them) and a text Tag.
+class SpecialKeyPanel : public QPushButton {
+    Q_OBJECT
+public:
+    explicit SpecialKeyPanel(int index, QWidget *parent = nullptr);
+
+    int Index() const { return m_index; }
+    QString Caption() const { return m_caption; }
+    void setCaption(const QString &caption);
+    QString Tag;
+
+private:
+    int m_index;
+    QString m_caption;
+};

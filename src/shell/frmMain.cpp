@@ -13,6 +13,7 @@
 #include "platform/Modal.h"
 #include "platform/Shell.h"
 #include "screens/frmHotKeys.h"
+#include "screens/frmSpecialKeys.h"
 #include "screens/posButtons.h"
 #include <QCursor>
 #include <QEvent>
@@ -232,7 +233,9 @@ void frmMain::cmdSpecial_Click(bool coupons)
     gbCouponKeys = coupons;
     if (!coupons)
         gbSpecialKeys = true;
-    // The special key screen opens here once it is part of the program.
+    frmSpecialKeys screen(this);
+    screen.Form_Load();
+    platform::showModal(screen);
 }
 
 void frmMain::cmdPrint_Click()

@@ -1,0 +1,205 @@
+#include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyServices.h"
+#include "platform/MSFlexGrid.h"
+#include "screens/frmSpecialKey_edit.h"
+#include "screens/frmSpecialKeys.h"
+#include "screens/posButtons.h"
+#include "settings/clsDataPath.h"
+#include "shell/frmMain.h"
+#include "support/HkTest.h"
+#include <QComboBox>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+
+using namespace platform;
+using testing_support::HkTest;
+
+namespace {
+
+class SpecialKeysTest : public HkTest {
+protected:
+    void mode(bool coupons)
+    {
+        gbCouponKeys = coupons;
+        gbSpecialKeys = !coupons;
+    }
+    void onEdit(std::function<void(frmSpecialKey_edit &)> act)
+    {
+        modal.drive("frmSpecialKey_edit",
+                    [act](QDialog &d) { act(static_cast<frmSpecialKey_edit &>(d)); });
+    }
+    std::unique_ptr<frmSpecialKeys> open()
+    {
+        auto screen = std::make_unique<frmSpecialKeys>();
+        screen->Form_Load();
+        screen->show();
+        return screen;
+    }
+};
+
+} // namespace
+
+TEST_F(SpecialKeysTest, WorkedExampleRoundTripsThroughTheScreens)
+{
+    mode(false);
+    auto special = open();
+    EXPECT_EQ(special->windowTitle(), "Special Keys");
+    onEdit([](frmSpecialKey_edit &d) {
+        EXPECT_EQ(d.cboEdit->currentText(), "*") << "a new key opens on the first character";
+        QTest::keyClicks(d.txtEdit, "Void Line");
+        QTest::keyClick(d.txtEdit, Qt::Key_F10);
+    });
+    QTest::mouseClick(special->cmdSpecial[0], Qt::LeftButton);
+    onEdit([](frmSpecialKey_edit &d) {
+        QTest::keyClicks(d.txtEdit, "Weigh");
+        d.cboEdit->setCurrentIndex(2);
+        QTest::mouseClick(d.cmdOkCancel[0], Qt::LeftButton);
+    });
+    QTest::mouseClick(special->cmdSpecial[2], Qt::LeftButton);
+    EXPECT_EQ(special->cmdSpecial[2]->text(), "Weigh\nW");
+    QTest::keyClick(special.get(), Qt::Key_F10);
+    EXPECT_EQ(readDataFile("SPECIAL.BDF"),
+              "[BUTTON]1[CAPTION]Void Line[KEY]*\r\n[BUTTON]3[CAPTION]Weigh[KEY]W\r\n");
+
+    mode(true);
+    auto coupons = open();
+    EXPECT_EQ(coupons->windowTitle(), "Coupons");
+    onEdit([](frmSpecialKey_edit &d) {
+        EXPECT_EQ(d.windowTitle(), "Edit Special Key") << "an undefined key is not prefilled";
+        EXPECT_EQ(d.lblEdit[1]->text(), "Amount ");
+        EXPECT_TRUE(d.cboEdit->isHidden());
+        QTest::keyClicks(d.txtEdit, "Dollar Off");
+        QTest::keyClicks(d.TxtAmount, "1.00");
+        QTest::keyClick(d.txtEdit, Qt::Key_F10);
+    });
+    QTest::mouseClick(coupons->cmdSpecial[0], Qt::LeftButton);
+    onEdit([](frmSpecialKey_edit &d) {
+        QTest::keyClicks(d.txtEdit, "Fifty Cents");
+        QTest::keyClicks(d.TxtAmount, ".50");
+        QTest::keyClick(d.txtEdit, Qt::Key_F10);
+    });
+    QTest::mouseClick(coupons->cmdSpecial[1], Qt::LeftButton);
+    QTest::mouseClick(coupons->cmdOkCancel[0], Qt::LeftButton);
+    EXPECT_EQ(readDataFile("COUPON.BDF"),
+              "[BUTTON]1[CAPTION]Dollar Off[KEY]~SCOUPN[VALUE]1.00\r\n"
+              "[BUTTON]2[CAPTION]Fifty Cents[KEY]~SCOUPN[VALUE].50\r\n");
+
+    // Read back as the buttons hold them.
+    auto again = open();
+    EXPECT_EQ(again->cmdSpecial[1]->Caption(), "Fifty Cents");
+    EXPECT_EQ(again->cmdSpecial[1]->Tag, "~SCOUPN|.50");
+    EXPECT_EQ(again->cmdSpecial[2]->Caption(), "");
+}
+
+TEST_F(SpecialKeysTest, PrefilledKeysOpenAsTheirLoadOrderLeavesThem)
+{
+    writeDataFile("SPECIAL.BDF", "[BUTTON]3[CAPTION]Weigh[KEY]W\r\n");
+    writeDataFile("COUPON.BDF", "[BUTTON]1[CAPTION]Dollar Off[KEY]~SCOUPN[VALUE]1\r\n");
+    mode(false);
+    auto special = open();
+    EXPECT_EQ(special->cmdSpecial[0]->Caption(), "") << "keys without a line stay undefined";
+    onEdit([](frmSpecialKey_edit &d) {
+        EXPECT_EQ(d.txtEdit->text(), "Weigh");
+        EXPECT_EQ(d.cboEdit->currentText(), "W");
+        EXPECT_FALSE(d.cmdOkCancel[0]->isHidden());
+        EXPECT_FALSE(d.cmdOkCancel[0]->isEnabled());
+        QTest::keyClick(d.txtEdit, Qt::Key_Escape);
+    });
+    QTest::mouseClick(special->cmdSpecial[2], Qt::LeftButton);
+    EXPECT_TRUE(special->cmdOkCancel[0]->isHidden());
+
+    mode(true);
+    auto coupons = open();
+    onEdit([](frmSpecialKey_edit &d) {
+        EXPECT_EQ(d.windowTitle(), "Edit Coupon Key");
+        EXPECT_EQ(d.lblEdit[1]->text(), "Amount");
+        EXPECT_EQ(d.TxtAmount->text(), "1.00");
+        EXPECT_FALSE(d.cmdOkCancel[0]->isHidden());
+        EXPECT_TRUE(d.cmdOkCancel[0]->isEnabled());
+        QTest::mouseClick(d.cmdClear, Qt::LeftButton);
+    });
+    QTest::mouseClick(coupons->cmdSpecial[0], Qt::LeftButton);
+    QTest::keyClick(coupons.get(), Qt::Key_F10);
+    EXPECT_EQ(readDataFile("COUPON.BDF"), "") << "all coupons cleared leaves an empty file";
+    EXPECT_TRUE(QFile::exists(dataPath() + "/COUPON.BDF"));
+}
+
+TEST_F(SpecialKeysTest, ClearedSpecialKeyWritesAnEmptyLineAndCancelDropsAllEdits)
+{
+    writeDataFile("SPECIAL.BDF", "[BUTTON]1[CAPTION]Void Line[KEY]*\r\n");
+    const QByteArray before = readDataFile("SPECIAL.BDF");
+    mode(false);
+    auto special = open();
+    onEdit([](frmSpecialKey_edit &d) { QTest::mouseClick(d.cmdClear, Qt::LeftButton); });
+    QTest::mouseClick(special->cmdSpecial[0], Qt::LeftButton);
+    QTest::keyClick(special.get(), Qt::Key_Escape);
+    EXPECT_EQ(readDataFile("SPECIAL.BDF"), before);
+
+    auto again = open();
+    onEdit([](frmSpecialKey_edit &d) { QTest::mouseClick(d.cmdClear, Qt::LeftButton); });
+    QTest::mouseClick(again->cmdSpecial[0], Qt::LeftButton);
+    onEdit([](frmSpecialKey_edit &d) { QTest::keyClick(d.txtEdit, Qt::Key_Escape); });
+    QTest::mouseClick(again->cmdSpecial[1], Qt::LeftButton);
+    EXPECT_TRUE(again->cmdOkCancel[0]->isHidden()) << "a cancelled edit hides Accept";
+    QTest::keyClick(again.get(), Qt::Key_F10);
+    EXPECT_EQ(readDataFile("SPECIAL.BDF"), "[BUTTON]1[CAPTION][KEY]\r\n");
+}
+
+TEST_F(SpecialKeysTest, HandEditedFilesAreReadWithoutHarm)
+{
+    writeDataFile("SPECIAL.BDF", "junk without tags\n[BUTTON]0[CAPTION]Zero[KEY]*\n"
+                                 "[BUTTON]99[CAPTION]Far[KEY]*\r[BUTTON]2[CAPTION]First[KEY]/\n"
+                                 "[BUTTON]2[CAPTION]Second[KEY]*\n"
+                                 "[BUTTON]1[CAPTION]Coupon here[KEY]~SCOUPN[VALUE]abc\xff");
+    mode(false);
+    auto special = open();
+    EXPECT_EQ(special->cmdSpecial[1]->Caption(), "First\r/") << "only the first line counts";
+    EXPECT_EQ(special->cmdSpecial[0]->Caption(), "Coupon here") << "~SCOUPN reads as a coupon";
+    EXPECT_EQ(special->cmdSpecial[0]->Tag, QString::fromUtf8("~SCOUPN|abc\u00ff"));
+    EXPECT_EQ(special->cmdSpecial[2]->Caption(), "");
+
+    SpecialKey noReturn{0, "Label only", ""};
+    ASSERT_TRUE(gpSpecialKeys_write(noReturn.Caption, "", "  "));
+    EXPECT_EQ(readDataFile("SPECIAL.BDF"), "[BUTTON]1[CAPTION]Label only[KEY]\r\n");
+
+    mode(true);
+    auto coupons = open();
+    EXPECT_EQ(coupons->cmdSpecial[0]->Caption(), "") << "no COUPON.BDF, no keys, no message";
+    writeDataFile("COUPON.BDF", "[BUTTON]1[CAPTION]Odd[KEY]~SCOUPN[VALUE]abc\r\n");
+    auto odd = open();
+    onEdit([](frmSpecialKey_edit &d) {
+        EXPECT_EQ(d.TxtAmount->text(), "abc") << "an amount that is no number shows as it is";
+        QTest::keyClick(d.txtEdit, Qt::Key_F10);
+    });
+    QTest::mouseClick(odd->cmdSpecial[0], Qt::LeftButton);
+    QTest::keyClick(odd.get(), Qt::Key_F10);
+    EXPECT_EQ(readDataFile("COUPON.BDF"), "[BUTTON]1[CAPTION]Odd[KEY]~SCOUPN[VALUE]abc\r\n");
+}
+
+TEST_F(SpecialKeysTest, TheSetListOpensEachKindAndAFailedSaveKeepsTheScreen)
+{
+    frmMain main;
+    main.Form_Load();
+    main.show();
+    QString title;
+    modal.drive("frmSpecialKeys", [&](QDialog &d) {
+        title = d.windowTitle();
+        QTest::keyClick(&d, Qt::Key_Escape);
+    });
+    QTest::keyClick(main.fgrdItems, Qt::Key_S);
+    EXPECT_EQ(title, "Special Keys");
+    modal.drive("frmSpecialKeys", [&](QDialog &d) {
+        title = d.windowTitle();
+        gDataPath.setDataPath(dataPath() + "/gone");
+        QTest::keyClick(&d, Qt::Key_F10);
+        EXPECT_FALSE(d.isHidden());
+        QTest::keyClick(&d, Qt::Key_Escape);
+    });
+    QTest::keyClick(main.fgrdItems, Qt::Key_Return);
+    EXPECT_EQ(title, "Coupons");
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_TRUE(shown[0].text.contains("COUPON.BDF\r\rCoupon Keys File Could Not Be Saved"));
+}
