@@ -1,4 +1,5 @@
 #include "platform/AppInfo.h"
+#include <QCoreApplication>
 
 namespace platform {
 
@@ -17,6 +18,24 @@ QString appTitle()
 void setAppTitle(const QString &t)
 {
     title() = t;
+}
+
+namespace {
+QString &folder()
+{
+    static QString f;
+    return f;
+}
+} // namespace
+
+QString applicationFolder()
+{
+    return folder().isEmpty() ? QCoreApplication::applicationDirPath() : folder();
+}
+
+void setApplicationFolder(const QString &f)
+{
+    folder() = f;
 }
 
 } // namespace platform

@@ -11,4 +11,8 @@ inline constexpr const char *kProductName = "ZEL Hot Keys";
 QString appTitle();
 void setAppTitle(const QString &title);
 
+// The folder of the program's own files; a test may point it elsewhere.
+QString applicationFolder();
+void setApplicationFolder(const QString &folder);
+
 } // namespace platform

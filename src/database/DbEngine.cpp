@@ -1,0 +1,320 @@
+#include "database/DbEngine.h"
+#include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QUuid>
+#include <sqlite3.h>
+
+DbEngine::~DbEngine() = default;
+
+bool DbEngine::isOpen() const
+{
+    return m_db.isValid() && m_db.isOpen();
+}
+
+QString DbEngine::translate(const QString &statement) const
+{
+    return statement;
+}
+
+DbError DbEngine::errorOf(const QSqlError &error) const
+{
+    DbError e;
+    e.text = error.databaseText().isEmpty() ? error.text() : error.databaseText();
+    e.source = name();
+    bool ok = false;
+    e.number = error.nativeErrorCode().toLongLong(&ok);
+    if (!ok || e.number == 0)
+        e.number = error.type() == QSqlError::ConnectionError ? kErrProvider : kErrCommand;
+    return e;
+}
+
+namespace {
+
+QString uniqueConnection(const char *kind)
+{
+    return QString("%1-%2").arg(kind, QUuid::createUuid().toString(QUuid::Id128));
+}
+
+// Compares as SQL Server's default collation does: case ignored, trailing blanks ignored.
+int zelCompare(void *, int lengthA, const void *a, int lengthB, const void *b)
+{
+    auto *x = static_cast<const char16_t *>(a);
+    auto *y = static_cast<const char16_t *>(b);
+    int n = lengthA / 2, m = lengthB / 2;
+    while (n > 0 && x[n - 1] == u' ') --n;
+    while (m > 0 && y[m - 1] == u' ') --m;
+    const int common = std::min(n, m);
+    for (int i = 0; i < common; ++i) {
+        const char16_t p = QChar::toCaseFolded(x[i]), q = QChar::toCaseFolded(y[i]);
+        if (p != q)
+            return p < q ? -1 : 1;
+    }
+    return n == m ? 0 : (n < m ? -1 : 1);
+}
+
+QString joinedCondition(const QStringList &columns, const QString &form)
+{
+    QStringList parts;
+    for (const QString &c : columns) parts << QString(form).arg(c);
+    return parts.join(" AND ");
+}
+
+QString setList(const QStringList &columns)
+{
+    QStringList parts;
+    for (const QString &c : columns) parts << c + "=?";
+    return parts.join(',');
+}
+
+} // namespace
+
+SqliteEngine::SqliteEngine(QString folder) : m_folder(std::move(folder)) {}
+
+SqliteEngine::~SqliteEngine()
+{
+    m_db = QSqlDatabase();
+    if (!m_connection.isEmpty())
+        QSqlDatabase::removeDatabase(m_connection);
+}
+
+QString SqliteEngine::fileOf(const QString &database) const
+{
+    return QDir(m_folder).filePath(database.trimmed() + ".db");
+}
+
+int SqliteEngine::connectServer(const QString &, const QString &, const QString &, DbError &error)
+{
+    if (QFileInfo(m_folder).isDir())
+        return 1;
+    error = {kErrProvider,
+             "The data folder " + QDir::toNativeSeparators(m_folder) +
+                 " holding the embedded database cannot be reached.",
+             name()};
+    return 0;
+}
+
+QStringList SqliteEngine::databaseNames()
+{
+    QStringList names;
+    for (const QFileInfo &f : QDir(m_folder).entryInfoList({"*.db"}, QDir::Files))
+        names << f.completeBaseName();
+    return names;
+}
+
+bool SqliteEngine::create(const QString &file, QString *error)
+{
+    sqlite3 *handle = nullptr;
+    const int rc = sqlite3_open_v2(file.toUtf8().constData(), &handle,
+                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    if (rc != SQLITE_OK && error)
+        *error = QString::fromUtf8(sqlite3_errstr(rc));
+    sqlite3_close(handle);
+    return rc == SQLITE_OK;
+}
+
+bool SqliteEngine::open(const QString &database, DbError &error)
+{
+    // Never make a database by opening it: the application does not create databases.
+    QString file;
+    for (const QFileInfo &f : QDir(m_folder).entryInfoList({"*.db"}, QDir::Files)) {
+        if (!f.completeBaseName().trimmed().compare(database.trimmed(), Qt::CaseInsensitive))
+            file = f.absoluteFilePath();
+    }
+    if (file.isEmpty()) {
+        error = {kErrProvider, "Cannot open database \"" + database + "\" requested by the login.",
+                 name()};
+        return false;
+    }
+    m_db = QSqlDatabase();
+    if (!m_connection.isEmpty())
+        QSqlDatabase::removeDatabase(m_connection);
+    m_connection = uniqueConnection("sqlite");
+    m_db = QSqlDatabase::addDatabase("QSQLITE", m_connection);
+    m_db.setDatabaseName(file);
+    m_db.setConnectOptions("QSQLITE_BUSY_TIMEOUT=5000");
+    if (!m_db.open()) {
+        error = errorOf(m_db.lastError());
+        return false;
+    }
+    const QVariant handle = m_db.driver()->handle();
+    if (handle.isValid() && qstrcmp(handle.typeName(), "sqlite3*") == 0) {
+        sqlite3 *h = *static_cast<sqlite3 *const *>(handle.data());
+        sqlite3_create_collation_v2(h, "ZELCI", SQLITE_UTF16_ALIGNED, nullptr, zelCompare, nullptr);
+    }
+    return true;
+}
+
+QStringList SqliteEngine::userTables()
+{
+    QStringList tables;
+    QSqlQuery q(m_db);
+    if (q.exec("SELECT name FROM sqlite_master WHERE type='table' AND name NOT LIKE 'sqlite_%'"))
+        while (q.next()) tables << q.value(0).toString();
+    return tables;
+}
+
+QString SqliteEngine::translate(const QString &statement) const
+{
+    QString s = statement;
+    static const QRegularExpression top("^(SELECT\\s+)TOP 1 ",
+                                        QRegularExpression::CaseInsensitiveOption);
+    if (top.match(s).hasMatch()) {
+        s.replace(top, "\\1");
+        s += " LIMIT 1";
+    }
+    s.replace("ltrim(ItemID)", "(ltrim(ItemID) COLLATE ZELCI)");
+    static const QRegularExpression left("\\bLEFT\\(([^,()]+),\\s*([^()]+)\\)",
+                                         QRegularExpression::CaseInsensitiveOption);
+    s.replace(left, "substr(\\1,1,\\2)");
+    // Text columns compare as SQL Server's: case and trailing blanks ignored.
+    static const QRegularExpression text("\\b((?:VAR)?CHAR\\s*\\(\\s*\\d+\\s*\\))",
+                                         QRegularExpression::CaseInsensitiveOption);
+    if (s.startsWith("CREATE TABLE", Qt::CaseInsensitive) ||
+        s.startsWith("ALTER TABLE", Qt::CaseInsensitive))
+        s.replace(text, "\\1 COLLATE ZELCI");
+    static const QRegularExpression alterColumn("^ALTER TABLE \\S+ ALTER COLUMN ",
+                                                QRegularExpression::CaseInsensitiveOption);
+    if (alterColumn.match(s).hasMatch())
+        return QString(); // column types do not bind values on this engine
+    static const QRegularExpression index(
+        "^CREATE\\s+(UNIQUE\\s+)?(?:NON)?(?:CLUSTERED\\s+)?INDEX\\s+(\\w+)\\s+ON\\s+(\\w+)",
+        QRegularExpression::CaseInsensitiveOption);
+    s.replace(index, "CREATE \\1INDEX \\3_\\2 ON \\3"); // index names are per database here
+    static const QRegularExpression rename(
+        "^sp_RENAME\\s+'(\\w+)\\.(\\w+)',\\s*'\\s*(\\w+)\\s*',\\s*'COLUMN'",
+        QRegularExpression::CaseInsensitiveOption);
+    s.replace(rename, "ALTER TABLE \\1 RENAME COLUMN \\2 TO \\3");
+    return s;
+}
+
+DbError SqliteEngine::errorOf(const QSqlError &error) const
+{
+    DbError e{kErrCommand, error.databaseText().isEmpty() ? error.text() : error.databaseText(),
+              "SQLite"};
+    static const QRegularExpression noTable("no such table: (?:\\w+\\.)?(\\w+)");
+    const QRegularExpressionMatch m = noTable.match(e.text);
+    if (m.hasMatch())
+        e.text = "Invalid object name '" + m.captured(1) + "'.";
+    else if (e.text.contains("UNIQUE constraint failed"))
+        e.text = "Cannot insert duplicate key row. " + e.text;
+    else if (e.text.contains("locked") || e.text.contains("busy"))
+        e = {kErrProvider, "The database is locked by another program: " + e.text, "SQLite"};
+    else if (error.type() == QSqlError::ConnectionError)
+        e.number = kErrProvider;
+    return e;
+}
+
+QString SqliteEngine::updateOneRow(const QString &table, const QStringList &setColumns,
+                                   const QStringList &allColumns) const
+{
+    return "UPDATE " + table + " SET " + setList(setColumns) + " WHERE rowid=(SELECT rowid FROM " +
+           table + " WHERE " + joinedCondition(allColumns, "%1 IS ? COLLATE BINARY") + " LIMIT 1)";
+}
+
+QString SqliteEngine::deleteOneRow(const QString &table, const QStringList &allColumns) const
+{
+    return "DELETE FROM " + table + " WHERE rowid=(SELECT rowid FROM " + table + " WHERE " +
+           joinedCondition(allColumns, "%1 IS ? COLLATE BINARY") + " LIMIT 1)";
+}
+
+const char *const SqlServerEngine::kDatabasesQuery =
+    "SELECT name FROM sys.databases WHERE database_id > 4 ORDER BY name";
+const char *const SqlServerEngine::kTablesQuery =
+    "SELECT name FROM sys.tables WHERE is_ms_shipped = 0 ORDER BY name";
+
+SqlServerEngine::SqlServerEngine() = default;
+
+SqlServerEngine::~SqlServerEngine()
+{
+    m_db = QSqlDatabase();
+    if (!m_connection.isEmpty())
+        QSqlDatabase::removeDatabase(m_connection);
+}
+
+namespace {
+// An ODBC value in braces, so that ";" and "=" in a password stay part of it.
+QString braced(const QString &v)
+{
+    return '{' + QString(v).replace('}', "}}") + '}';
+}
+} // namespace
+
+QString SqlServerEngine::connectionString(const QString &server, const QString &database,
+                                          const QString &user, const QString &password)
+{
+#ifdef Q_OS_WIN
+    const QString driver = "DRIVER={SQL Server};";
+    const QString extra;
+#else
+    const QString driver = "DRIVER={FreeTDS};";
+    const QString extra = ";TDS_Version=7.4;ClientCharset=UTF-8";
+#endif
+    return driver + "SERVER=" + braced(server) + ";DATABASE=" + braced(database) +
+           ";UID=" + braced(user) + ";PWD=" + braced(password) + extra;
+}
+
+int SqlServerEngine::connectServer(const QString &server, const QString &user,
+                                   const QString &password, DbError &error)
+{
+    m_server = server, m_user = user, m_password = password;
+    if (!open("master", error))
+        return 0;
+    return 1;
+}
+
+QStringList SqlServerEngine::databaseNames()
+{
+    QStringList names;
+    QSqlQuery q(m_db);
+    if (q.exec(kDatabasesQuery))
+        while (q.next()) names << q.value(0).toString();
+    return names;
+}
+
+bool SqlServerEngine::open(const QString &database, DbError &error)
+{
+    m_db = QSqlDatabase();
+    if (!m_connection.isEmpty())
+        QSqlDatabase::removeDatabase(m_connection);
+    m_connection = uniqueConnection("mssql");
+    m_db = QSqlDatabase::addDatabase("QODBC", m_connection);
+    m_db.setDatabaseName(connectionString(m_server, database, m_user, m_password));
+    m_db.setConnectOptions("SQL_ATTR_LOGIN_TIMEOUT=25");
+    if (m_db.open())
+        return true;
+    error = errorOf(m_db.lastError());
+    error.number = kErrProvider;
+    return false;
+}
+
+QStringList SqlServerEngine::userTables()
+{
+    QStringList tables;
+    QSqlQuery q(m_db);
+    if (q.exec(kTablesQuery))
+        while (q.next()) tables << q.value(0).toString();
+    return tables;
+}
+
+QString SqlServerEngine::updateOneRow(const QString &table, const QStringList &setColumns,
+                                      const QStringList &allColumns) const
+{
+    return "UPDATE TOP (1) " + table + " SET " + setList(setColumns) + " WHERE " +
+           joinedCondition(allColumns, "%1=?");
+}
+
+QString SqlServerEngine::deleteOneRow(const QString &table, const QStringList &allColumns) const
+{
+    return "DELETE TOP (1) FROM " + table + " WHERE " + joinedCondition(allColumns, "%1=?");
+}
+
+std::unique_ptr<DbEngine> makeDbEngine(const QString &engineName, const QString &dataFolder)
+{
+    if (!engineName.trimmed().compare("SQLite", Qt::CaseInsensitive))
+        return std::make_unique<SqliteEngine>(dataFolder);
+    return std::make_unique<SqlServerEngine>();
+}

@@ -1,0 +1,108 @@
+#pragma once
+#include <QSqlDatabase>
+#include <QString>
+#include <QStringList>
+#include <memory>
+
+// An error as the suite's code sees it: the provider's number and text.
+struct DbError {
+    qint64 number = 0;
+    QString text;
+    QString source;
+    bool isError() const { return number != 0 || !text.isEmpty(); }
+};
+
+// The numbers the engine layer tests.
+inline constexpr qint64 kErrTableNotFound = 3078;
+inline constexpr qint64 kErrCommand = 0x80040E14;  // a statement the server refused
+inline constexpr qint64 kErrNoValue = 0x80040E21;  // a value or column the server refused
+inline constexpr qint64 kErrProvider = 0x80004005; // connection and provider failures
+
+// One database engine: how to reach the server and its databases, and how the
+// Transact-SQL that the engine layer builds runs on it. SQL Server takes the
+// statements as they are; other engines translate them just before execution.
+class DbEngine {
+public:
+    virtual ~DbEngine();
+    virtual QString name() const = 0;
+
+    // The management step: 1 when the server runs, with `error` set otherwise.
+    virtual int connectServer(const QString &server, const QString &user, const QString &password,
+                              DbError &error) = 0;
+    // The databases of the server, system databases left out.
+    virtual QStringList databaseNames() = 0;
+    // Opens the data connection to a database; false with `error` set when it fails.
+    virtual bool open(const QString &database, DbError &error) = 0;
+    bool isOpen() const;
+    QSqlDatabase &db() { return m_db; }
+    // The user tables of the open database.
+    virtual QStringList userTables() = 0;
+
+    virtual QString translate(const QString &statement) const;
+    // The provider's number and text for an error of this engine.
+    virtual DbError errorOf(const QSqlError &error) const;
+    // Statements that change exactly one row, the one whose columns hold `original`:
+    // placeholders for the new values first, then for the original ones.
+    virtual QString updateOneRow(const QString &table, const QStringList &setColumns,
+                                 const QStringList &allColumns) const = 0;
+    virtual QString deleteOneRow(const QString &table, const QStringList &allColumns) const = 0;
+
+protected:
+    QSqlDatabase m_db;
+};
+
+// The embedded engine: one SQLite file per database in the data folder.
+class SqliteEngine : public DbEngine {
+public:
+    explicit SqliteEngine(QString folder);
+    ~SqliteEngine() override;
+    QString name() const override { return "SQLite"; }
+    int connectServer(const QString &server, const QString &user, const QString &password,
+                      DbError &error) override;
+    QStringList databaseNames() override;
+    bool open(const QString &database, DbError &error) override;
+    QStringList userTables() override;
+    QString translate(const QString &statement) const override;
+    DbError errorOf(const QSqlError &error) const override;
+    QString updateOneRow(const QString &table, const QStringList &setColumns,
+                         const QStringList &allColumns) const override;
+    QString deleteOneRow(const QString &table, const QStringList &allColumns) const override;
+
+    // The file that holds a database.
+    QString fileOf(const QString &database) const;
+    // Makes an empty database file, for the demo and the tests.
+    static bool create(const QString &file, QString *error);
+
+private:
+    QString m_folder;
+    QString m_connection;
+};
+
+// SQL Server through ODBC (FreeTDS here, the vendor's driver on Windows).
+class SqlServerEngine : public DbEngine {
+public:
+    SqlServerEngine();
+    ~SqlServerEngine() override;
+    QString name() const override { return "SQLServer"; }
+    int connectServer(const QString &server, const QString &user, const QString &password,
+                      DbError &error) override;
+    QStringList databaseNames() override;
+    bool open(const QString &database, DbError &error) override;
+    QStringList userTables() override;
+    QString updateOneRow(const QString &table, const QStringList &setColumns,
+                         const QStringList &allColumns) const override;
+    QString deleteOneRow(const QString &table, const QStringList &allColumns) const override;
+
+    static QString connectionString(const QString &server, const QString &database,
+                                    const QString &user, const QString &password);
+    static const char *const kDatabasesQuery;
+    static const char *const kTablesQuery;
+
+private:
+    QString m_server, m_user, m_password;
+    QString m_connection;
+};
+
+// The engine the settings store names ("Engine" in section "DATABASE"): "SQLite"
+// for the embedded one; SQL Server when the key is missing, as the suite has it.
+std::unique_ptr<DbEngine> makeDbEngine(const QString &engineName, const QString &dataFolder);

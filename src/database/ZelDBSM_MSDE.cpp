@@ -1,0 +1,273 @@
+#include "database/ZelDBSM_MSDE.h"
+#include "common/TextFile.h"
+#include "database/DbEngine.h"
+#include "database/ZelDBSM_MSDE_internal.h"
+#include "platform/AppInfo.h"
+#include "platform/Dialogs.h"
+#include "platform/SettingsStore.h"
+#include "platform/Shell.h"
+#include "settings/clsDataPath.h"
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QStandardPaths>
+
+std::vector<TableDescriptor> gTables;
+std::vector<Recordset> gRecordsets;
+QString gsDBName, gsServer, gsDBUser, gsDBPassword;
+bool gbConnected = false;
+qint16 giFileCount = 0;
+
+namespace {
+
+std::unique_ptr<DbEngine> &engine()
+{
+    static std::unique_ptr<DbEngine> e;
+    return e;
+}
+
+QString setting(const char *key, const QString &defaultValue = QString())
+{
+    return platform::GetSetting(kSettingsApp, kDatabaseSection, key, defaultValue);
+}
+
+// Each line is opened, appended and closed, so a crash keeps what came before it.
+void appendLine(const QString &path, const QString &line)
+{
+    QFile f(path);
+    if (f.open(QIODevice::WriteOnly | QIODevice::Append))
+        f.write(textfile::toCp1252(line) + "\r\n");
+}
+
+void log52(const QString &line)
+{
+    appendLine(gfsDBSM_LogFolder() + "/52.txt", line);
+}
+
+void showDmoError(const DbError &e)
+{
+    platform::MsgBox(e.text + QString::number(e.number), platform::vbCritical, "ZEL MSDE");
+}
+
+// The management connection: is the server up, and is this machine's clock its clock.
+void mpServerStep()
+{
+    gsDBName = setting("DBName");
+    gsServer = setting("Server");
+    if (gsServer.trimmed().isEmpty())
+        platform::ShellPort::get().exitProcess(0); // a workstation without a server can't run
+    gsDBPassword = setting("Password").trimmed();
+    gsDBUser = setting("UserName", "qx");
+    log52(gsDBName);
+    log52("Servername = " + gsServer);
+    log52("set Server ");
+    engine() = makeDbEngine(setting("Engine"), gDataPath.DataPath());
+    log52("Server set ");
+    log52("Connect now " + gsServer + ' ' + gsDBUser + ' ' + gsDBPassword);
+    DbError error;
+    const int status = engine()->connectServer(gsServer, gsDBUser, gsDBPassword, error);
+    QCoreApplication::processEvents();
+    log52("Server Status = " + QString::number(status));
+    if (status != 1) {
+        showDmoError(error);
+        return;
+    }
+    const int slash = gsServer.indexOf('\\');
+    if (slash < 0) { // the machine name cannot be cut from the server name
+        showDmoError({5, "Invalid procedure call or argument", "ZEL MSDE"});
+        return;
+    }
+    const QString machine = gsServer.left(slash);
+    log52("Server Name = " + machine);
+    // Setting the clock from the server is the platform's own business here.
+    log52("Time verified");
+}
+
+bool mpDatabaseStep()
+{
+    if (gsDBName.trimmed().isEmpty())
+        return false;
+    for (const QString &name : engine()->databaseNames()) {
+        if (name.trimmed().toUpper() == gsDBName.trimmed().toUpper())
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+QString gfsDBSM_LogFolder()
+{
+    const QString folder = platform::applicationFolder();
+    if (QFileInfo(folder).isWritable())
+        return folder;
+    const QString own = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
+    QDir().mkpath(own);
+    return own;
+}
+
+DbEngine *gpDBSM_Engine()
+{
+    return engine().get();
+}
+
+void gpDBSM_Disconnect()
+{
+    gRecordsets.clear();
+    gTables.clear();
+    engine().reset();
+    gbConnected = false;
+}
+
+bool gfbDBSM_Connect()
+{
+    gTables.assign(giFileCount + 2, TableDescriptor());
+    gRecordsets.assign(giFileCount + 2, Recordset());
+    mpServerStep();
+    if (!engine()) {
+        platform::MsgBox("Database Error\rNo database engine is available.");
+        return false;
+    }
+    if (mpDatabaseStep())
+        return true;
+    log52("Database Create");
+    platform::MsgBox("Database not found.\r\nIf you are trying to connect to an existing database "
+                     "then run the Database Configuration.\r\nTo create a new database or convert "
+                     "files from Pervasive run Orvantis",
+                     platform::vbCritical, platform::appTitle());
+    platform::ShellPort::get().exitProcess(0);
+    return false;
+}
+
+void gpDBSM_OpenConnection(const QString &sDatabase)
+{
+    if (!engine())
+        return;
+    DbError error;
+    engine()->open(sDatabase.isEmpty() ? gsDBName : sDatabase, error);
+    gbConnected = engine()->isOpen();
+}
+
+bool gfbDBSM_TableExists(const QString &sTable)
+{
+    if (!engine())
+        return false;
+    if (!engine()->isOpen())
+        gpDBSM_OpenConnection("");
+    for (const QString &t : engine()->userTables()) {
+        if (!t.compare(sTable, Qt::CaseInsensitive))
+            return true;
+    }
+    return false;
+}
+
+QString gfsDBSM_TableList(const QString &sPrefix)
+{
+    QString list;
+    if (!engine())
+        return list;
+    if (!engine()->isOpen())
+        gpDBSM_OpenConnection("");
+    for (const QString &t : engine()->userTables()) {
+        if (t.startsWith(sPrefix, Qt::CaseInsensitive))
+            list += t + '|';
+    }
+    return list;
+}
+
+namespace {
+
+bool connectionOpen()
+{
+    return engine() && engine()->isOpen();
+}
+
+// Runs a statement on the data connection; false with `error` set when it fails.
+bool execute(const QString &statement, DbError &error, qint32 *affected = nullptr)
+{
+    if (!connectionOpen()) {
+        error = {kErrProvider, "The connection to the database is not open.", "ZEL"};
+        return false;
+    }
+    const QString sql = engine()->translate(statement);
+    if (sql.isEmpty())
+        return true; // nothing to do on this engine
+    QSqlQuery q(engine()->db());
+    if (!q.exec(sql)) {
+        error = engine()->errorOf(q.lastError());
+        return false;
+    }
+    if (affected) {
+        // As the suite's provider reports it: rows for a change of data, -1 for anything else.
+        static const QStringList changes{"INSERT", "UPDATE", "DELETE"};
+        const QString verb = statement.trimmed().section(' ', 0, 0).toUpper();
+        *affected = changes.contains(verb) ? q.numRowsAffected() : -1;
+    }
+    return true;
+}
+
+DbError &lastCreateError()
+{
+    static DbError e;
+    return e;
+}
+
+} // namespace
+
+DbError mpDBSM_LastCreateError()
+{
+    return lastCreateError();
+}
+
+void mpDBSM_ReportFailure(const QString &statement, const DbError &e)
+{
+    const QString exe = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
+    const QString path = gDataPath.DataPath() + "/PVSW.log";
+    appendLine(path, exe + " [EXE FAIL]" + QString::number(e.number) + " Description: " + e.text +
+                         " Source: " + e.source);
+    appendLine(path, statement);
+    platform::MsgBox("An error occurred in executing SQL. View PVSW.log in datapath for details.");
+}
+
+qint32 glDBSM_Execute(const QString &sSQL)
+{
+    DbError e;
+    qint32 affected = 0;
+    if (execute(sSQL, e, &affected))
+        return affected;
+    if (e.number == kErrNoValue || e.number == kErrCommand)
+        return 0;
+    mpDBSM_ReportFailure(sSQL, e);
+    return 0;
+}
+
+bool gfbDBSM_CreateTable(qint16 iFile)
+{
+    if (!connectionOpen())
+        gpDBSM_OpenConnection("");
+    DbError &e = lastCreateError();
+    e = DbError();
+    const TableDescriptor &t = gTables[iFile];
+    if (!execute(t.sCreateSQL, e))
+        return false;
+    for (const QString &piece : t.sIndexSQL.split(';')) {
+        if (!piece.trimmed().isEmpty() && !execute(piece.trimmed(), e))
+            return false;
+    }
+    return true;
+}
+
+bool gfbDBSM_AddColumn(qint16 iFile, const QString &sName, const QString &sType)
+{
+    return glDBSM_Execute("ALTER TABLE " + gTables[iFile].sTableName + " ADD " + sName + ' ' +
+                          sType) != 0;
+}
+
+bool gfbDBSM_RenameColumn(const QString &sTable, const QString &sOld, const QString &sNew)
+{
+    return glDBSM_Execute("sp_RENAME '" + sTable + '.' + sOld + "', '" + sNew + " ', 'COLUMN'") !=
+           0;
+}

@@ -1,0 +1,513 @@
+#include "common/TextFile.h"
+#include "database/DbEngine.h"
+#include "database/ZelDBSM_MSDE.h"
+#include "database/ZelDBSM_MSDE_internal.h"
+#include "platform/Dialogs.h"
+#include <QFile>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+
+std::array<qint16, 10> giKeyField{};
+std::array<QVariant, 10> gvKeyValue{};
+bool gbKeyFromBuffer = false;
+QString gsInsertError;
+bool gbInsertLog = false;
+qint32 glInsertLogCount = 0;
+
+namespace {
+
+DBSM_Dispatch &dispatch()
+{
+    static DBSM_Dispatch d;
+    return d;
+}
+
+} // namespace
+
+void gpDBSM_RegisterDispatch(const DBSM_Dispatch &d)
+{
+    dispatch() = d;
+}
+
+// ---- Recordset ----
+
+int Recordset::fieldIndex(const QVariant &vField) const
+{
+    if (vField.typeId() == QMetaType::QString) {
+        for (int i = 0; i < m_names.size(); ++i) {
+            if (!m_names[i].compare(vField.toString(), Qt::CaseInsensitive))
+                return i;
+        }
+        return -1;
+    }
+    const int i = vField.toInt();
+    return i >= 0 && i < m_names.size() ? i : -1;
+}
+
+QVariant Recordset::value(int column) const
+{
+    if (atEOF() || BOF() || column < 0 || column >= m_names.size())
+        return QVariant();
+    return m_rows[m_position].value(column);
+}
+
+void Recordset::setValue(int column, const QVariant &v)
+{
+    if (atEOF() || BOF() || column < 0 || column >= m_names.size())
+        return;
+    if (m_original.isEmpty())
+        m_original = m_rows[m_position];
+    m_rows[m_position][column] = v;
+    if (!m_changed.contains(column))
+        m_changed << column;
+}
+
+void Recordset::reset(const QString &source, const QString &table, const QStringList &names,
+                      QVector<QVector<QVariant>> rows)
+{
+    m_open = true;
+    m_source = source;
+    m_table = table;
+    m_names = names;
+    m_rows = std::move(rows);
+    m_position = 0;
+    m_original.clear();
+    m_changed.clear();
+}
+
+QVector<QVariant> Recordset::currentRow() const
+{
+    return atEOF() || BOF() ? QVector<QVariant>() : m_rows[m_position];
+}
+
+void Recordset::acceptChanges()
+{
+    m_original.clear();
+    m_changed.clear();
+}
+
+// ---- helpers ----
+
+namespace {
+
+bool validFile(qint16 iFile)
+{
+    return iFile >= 0 && iFile < static_cast<int>(gRecordsets.size());
+}
+
+// Opens a statement; the rows and column names go into `rs`.
+bool openRows(const QString &statement, const QString &table, Recordset &rs, DbError &error)
+{
+    DbEngine *e = gpDBSM_Engine();
+    if (!e || !e->isOpen()) {
+        error = {kErrProvider, "The connection to the database is not open.", "ZEL"};
+        return false;
+    }
+    QSqlQuery q(e->db());
+    q.setForwardOnly(true);
+    if (!q.exec(e->translate(statement))) {
+        error = e->errorOf(q.lastError());
+        return false;
+    }
+    const QSqlRecord record = q.record();
+    QStringList names;
+    for (int i = 0; i < record.count(); ++i) names << record.fieldName(i);
+    QVector<QVector<QVariant>> rows;
+    while (q.next()) {
+        QVector<QVariant> row(record.count());
+        for (int i = 0; i < record.count(); ++i) row[i] = q.value(i);
+        rows << row;
+    }
+    rs.reset(statement, table, names, std::move(rows));
+    return true;
+}
+
+// A provider error inside a read or a write: the user is told, the caller gets False.
+void showRuntimeError(const QString &statement, const DbError &e)
+{
+    platform::MsgBox("Database Error\r" + e.text + "\r\r" + statement, platform::vbCritical);
+}
+
+QStringList columnNames(qint16 iFile)
+{
+    if (gRecordsets[iFile].names().isEmpty()) {
+        Recordset probe;
+        DbError e;
+        if (openRows("SELECT TOP 1 * FROM " + gTables[iFile].sTableName, gTables[iFile].sTableName,
+                     probe, e))
+            return probe.names();
+    }
+    return gRecordsets[iFile].names();
+}
+
+QStringList keyNames(qint16 iFile)
+{
+    const QStringList names = columnNames(iFile);
+    QStringList keys;
+    for (int i = 1; i <= gTables[iFile].iKeySegments && i <= 9; ++i)
+        keys << names.value(giKeyField[i]);
+    return keys;
+}
+
+QStringList keyValues(qint16 iFile)
+{
+    QStringList values;
+    for (int i = 1; i <= gTables[iFile].iKeySegments && i <= 9; ++i)
+        values << gvKeyValue[i].toString();
+    return values;
+}
+
+void keyValuesOf(qint16 iFile, qint16 iKey)
+{
+    if (dispatch().KeyValues)
+        dispatch().KeyValues(iFile, iKey);
+}
+
+bool notFound(qint16 iFile)
+{
+    gRecordsets[iFile].release();
+    gfbDBSM_OpenTable(iFile, false);
+    return false;
+}
+
+// Opens a read: rows make it the table's row set, none take the not-found path.
+bool readRows(qint16 iFile, const QString &statement)
+{
+    Recordset rs;
+    DbError e;
+    if (!openRows(statement, gTables[iFile].sTableName, rs, e)) {
+        showRuntimeError(statement, e);
+        return false;
+    }
+    if (rs.RecordCount() == 0)
+        return notFound(iFile);
+    gRecordsets[iFile] = rs;
+    return true;
+}
+
+const char *opText(qint16 code)
+{
+    switch (code) {
+    case opOpen:
+        return "Open";
+    case opClose:
+        return "Close";
+    case opInsert:
+        return "Insert";
+    case opUpdate:
+        return "Update";
+    case opDelete:
+        return "Delete";
+    case opEqual:
+        return "=";
+    case opNext:
+    case opNextPos:
+        return "Get Next";
+    case opPrevious:
+    case opPreviousPos:
+        return "Get Previous";
+    case opGreater:
+        return ">";
+    case opGreaterEqual:
+        return ">=";
+    case opLess:
+        return "<";
+    case opLessEqual:
+        return "<=";
+    case opFirst:
+    case opFirstPos:
+        return "Get First";
+    case opLast:
+    case opLastPos:
+        return "Get Last";
+    case opBeginTrans:
+        return "Begin Trans";
+    case opEndTrans:
+        return "End Trans";
+    case opResetReserved:
+        return "21";
+    case opBySQL:
+        return "BySQL";
+    default:
+        return "";
+    }
+}
+
+bool isComparison(const QString &t)
+{
+    return t == "=" || t == ">" || t == ">=" || t == "<" || t == "<=";
+}
+
+bool comparisonRead(qint16 iFile, qint16 iKey, bool bRow, const QString &op, QString &sSQL)
+{
+    if (bRow && !gbKeyFromBuffer) {
+        const Recordset &rs = gRecordsets[iFile];
+        const QString column = rs.names().value(iKey);
+        const QString value = rs.value(iKey).toString().replace('\'', "''");
+        sSQL = dbsm::rowComparison(gTables[iFile].sTableName, column, value, op);
+        readRows(iFile, sSQL);
+        // Here the result is whether the table's row set has rows, also after the reopen.
+        return gRecordsets[iFile].RecordCount() > 0;
+    }
+    if (sSQL.isEmpty())
+        sSQL = dbsm::trimItemId(
+            dbsm::comparison(gTables[iFile].sTableName, keyNames(iFile), keyValues(iFile), op));
+    if (op.startsWith('<'))
+        sSQL += " DESC";
+    return readRows(iFile, sSQL);
+}
+
+bool insertRow(qint16 iFile, QString &sSQL)
+{
+    const QString values = dispatch().InsertValues ? dispatch().InsertValues(iFile) : QString();
+    sSQL = "INSERT INTO " + gTables[iFile].sTableName + " VALUES(" + values + ")";
+    DbEngine *e = gpDBSM_Engine();
+    QSqlQuery q(e->db());
+    if (e->isOpen() && q.exec(e->translate(sSQL))) {
+        gsInsertError.clear();
+        return true;
+    }
+    const DbError error = e->isOpen() ? e->errorOf(q.lastError())
+                                      : DbError{kErrProvider, "The connection is not open.", ""};
+    gsInsertError.clear();
+    if (gbInsertLog) {
+        QFile f(gfsDBSM_LogFolder() + "/InsertErr.txt");
+        if (f.open(QIODevice::WriteOnly | QIODevice::Append))
+            f.write(textfile::toCp1252(sSQL) + "\r\n");
+        ++glInsertLogCount;
+        return true;
+    }
+    gsInsertError = error.text.startsWith("Cannot insert duplicate") ? QString("Duplicate Key")
+                                                                     : error.text.trimmed();
+    return false;
+}
+
+// Writes or deletes the one row that the last read left, found by its original values.
+bool changeCurrentRow(qint16 iFile, bool remove)
+{
+    Recordset &rs = gRecordsets[iFile];
+    DbEngine *e = gpDBSM_Engine();
+    if (rs.BOF() || rs.atEOF() || !e || !e->isOpen())
+        return false;
+    if (!remove && !rs.hasChanges())
+        return true;
+    const QVector<QVariant> original =
+        rs.originalRow().isEmpty() ? rs.currentRow() : rs.originalRow();
+    QStringList setColumns;
+    QVariantList newValues;
+    for (int c : rs.changedColumns()) {
+        setColumns << rs.names()[c];
+        newValues << rs.currentRow()[c];
+    }
+    const QString sql = remove ? e->deleteOneRow(rs.table(), rs.names())
+                               : e->updateOneRow(rs.table(), setColumns, rs.names());
+    QSqlQuery q(e->db());
+    q.prepare(sql);
+    for (const QVariant &v : newValues) q.addBindValue(v);
+    for (const QVariant &v : original) q.addBindValue(v);
+    if (!q.exec()) {
+        showRuntimeError(sql, e->errorOf(q.lastError()));
+        return false;
+    }
+    rs.acceptChanges();
+    return true;
+}
+
+} // namespace
+
+// ---- operations ----
+
+bool gfbDBSM_Record(qint16 iFile, qint16 iOperation, qint16 iKey, bool bRow, bool, QString &sSQL)
+{
+    if (!validFile(iFile))
+        return false;
+    const QString text = QString::fromLatin1(opText(iOperation));
+    const bool read = isComparison(text) || text == "Get First" || text == "Get Last" ||
+                      text == "Get Next" || text == "Get Previous";
+    if ((isComparison(text) || text == "Get First" || text == "Get Last") &&
+        (!bRow || gbKeyFromBuffer))
+        keyValuesOf(iFile, iKey);
+
+    bool result = true;
+    const QString &T = gTables[iFile].sTableName;
+    if (isComparison(text)) {
+        result = comparisonRead(iFile, iKey, bRow, text, sSQL);
+    } else if (text == "Get First") {
+        keyValuesOf(iFile, iKey);
+        sSQL = dbsm::getFirst(T, keyNames(iFile), iKey == -1);
+        result = readRows(iFile, sSQL);
+    } else if (text == "Get Last") {
+        sSQL = dbsm::getLast(T, keyNames(iFile), iKey == -1, columnNames(iFile).value(0));
+        result = readRows(iFile, sSQL);
+    } else if (text == "Get Next" || text == "Get Previous") {
+        keyValuesOf(iFile, iKey);
+        sSQL = dbsm::getNext(T, keyNames(iFile), keyValues(iFile), text == "Get Previous");
+        result = readRows(iFile, sSQL);
+    } else if (text == "Insert") {
+        result = insertRow(iFile, sSQL);
+    } else if (text == "Update") {
+        if (!bRow && dispatch().RecordToRow)
+            dispatch().RecordToRow(iFile);
+        result = changeCurrentRow(iFile, false);
+    } else if (text == "Delete") {
+        result = changeCurrentRow(iFile, true);
+    } else if (text == "BySQL") {
+        result = readRows(iFile, sSQL) && gRecordsets[iFile].RecordCount() > 0;
+    } else if (text == "21") {
+        gTables[iFile].iReserved2 = 0;
+    }
+    if (result && read && !bRow && dispatch().RowToRecord)
+        dispatch().RowToRecord(iFile);
+    return result;
+}
+
+bool gfbDBSM_OpenTable(qint16 iFile, bool bOwner)
+{
+    if (!validFile(iFile))
+        return false;
+    bool result = true;
+    DbEngine *engine = gpDBSM_Engine();
+    if (!engine || !engine->isOpen())
+        gpDBSM_OpenConnection("");
+    engine = gpDBSM_Engine();
+    if (!engine || !engine->isOpen()) {
+        platform::MsgBox("Failed to connect to database. ", platform::vbCritical,
+                         "Database Connection Error");
+        gTables[iFile].bOpen = false;
+        return false;
+    }
+    const TableDescriptor &t = gTables[iFile];
+    if (t.sTableName.trimmed().isEmpty()) {
+        gTables[iFile].bOpen = result;
+        return result;
+    }
+    const QString statement = "SELECT TOP 1 * FROM " + QString(bOwner ? "zel." : "") + t.sTableName;
+    for (int pass = 0; pass < 8 && engine->isOpen(); ++pass) {
+        DbError e;
+        if (openRows(statement, t.sTableName, gRecordsets[iFile], e))
+            break;
+        if (gfbDBSM_CreateTable(iFile))
+            continue;
+        const DbError pending = mpDBSM_LastCreateError();
+        if (e.number != kErrTableNotFound && pending.text.startsWith("Invalid object name"))
+            continue;
+        if (e.number != kErrTableNotFound)
+            platform::MsgBox(QString::number(pending.number) + "    Open Table Error    " +
+                             pending.text + '\r');
+        result = false;
+        break;
+    }
+    gTables[iFile].bOpen = result;
+    return result;
+}
+
+QVariant gfvDBSM_Field(qint16 iFile, const QVariant &vField)
+{
+    if (!validFile(iFile))
+        return QVariant();
+    const Recordset &rs = gRecordsets[iFile];
+    const int i = rs.fieldIndex(vField);
+    if (i < 0) {
+        showRuntimeError(gTables[iFile].sTableName,
+                         {kErrNoValue,
+                          "Item cannot be found in the collection corresponding to "
+                          "the requested name or ordinal: " +
+                              vField.toString(),
+                          "ADODB.Fields"});
+        return QVariant();
+    }
+    return rs.value(i);
+}
+
+QString gfsDBSM_FieldName(qint16 iFile, const QVariant &vField)
+{
+    if (!validFile(iFile))
+        return QString();
+    const Recordset &rs = gRecordsets[iFile];
+    const int i = rs.fieldIndex(vField);
+    return i < 0 ? QString() : rs.names()[i];
+}
+
+void gpDBSM_SetField(qint16 iFile, const QVariant &vField, const QVariant &vValue)
+{
+    if (!validFile(iFile))
+        return;
+    Recordset &rs = gRecordsets[iFile];
+    const int i = rs.fieldIndex(vField);
+    const int type = vValue.typeId();
+    if (type == QMetaType::QDate || type == QMetaType::QDateTime) {
+        rs.setValue(i, vValue);
+        return;
+    }
+    if (rs.RecordCount() == 0)
+        return;
+    if (vValue.toString().trimmed().isEmpty()) {
+        if (rs.value(i).toString() != QString() || rs.value(i).isNull())
+            rs.setValue(i, QString(""));
+        return;
+    }
+    if (rs.value(i) != vValue && rs.value(i).toString() != vValue.toString())
+        rs.setValue(i, vValue);
+}
+
+void gpDBSM_SetKey(qint16 iFile, qint16 iSegments,
+                   const QList<std::pair<qint16, QVariant>> &segments)
+{
+    if (validFile(iFile))
+        gTables[iFile].iKeySegments = iSegments;
+    for (int i = 1; i <= 9; ++i) {
+        const bool used = i <= segments.size();
+        giKeyField[i] = used ? segments[i - 1].first : 0;
+        QVariant v = used ? segments[i - 1].second : QVariant();
+        if (v.typeId() == QMetaType::QString)
+            v = gfsDBSM_SqlText(v, true);
+        gvKeyValue[i] = v;
+    }
+}
+
+QString gfsDBSM_SqlText(const QVariant &vValue, bool bDouble)
+{
+    QString s = vValue.toString();
+    if (s.contains(QChar(0)))
+        return QString(s.size(), ' ');
+    if (s.contains("''"))
+        return s;
+    if (s.contains('\''))
+        s.replace('\'', bDouble ? QString("''") : QString(" "));
+    return s;
+}
+
+qint32 glDBSM_Count(qint16 iFile, QString &sTable)
+{
+    if (sTable.isEmpty() && validFile(iFile))
+        sTable = gTables[iFile].sTableName;
+    Recordset rs;
+    DbError e;
+    const QString statement = "SELECT COUNT(*) FROM " + sTable;
+    if (!openRows(statement, sTable, rs, e)) {
+        showRuntimeError(statement, e);
+        return 0;
+    }
+    return rs.value(0).toInt();
+}
+
+bool gfbDBSM_Select(QString &sSQL, qint16 iFile, bool bNoBind)
+{
+    if (!validFile(iFile))
+        return false;
+    Recordset rs;
+    DbError e;
+    if (!openRows(sSQL, gTables[iFile].sTableName, rs, e)) {
+        if (e.number != kErrNoValue && e.number != kErrCommand) // as glDBSM_Execute ignores them
+            mpDBSM_ReportFailure(sSQL, e);
+        return false;
+    }
+    if (bNoBind)
+        return false;
+    if (rs.RecordCount() == 0)
+        return notFound(iFile);
+    gRecordsets[iFile] = rs;
+    gRecordsets[iFile].MoveFirst();
+    return true;
+}

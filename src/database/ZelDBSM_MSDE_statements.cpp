@@ -1,0 +1,107 @@
+#include "database/ZelDBSM_MSDE.h"
+#include <QRegularExpression>
+
+namespace dbsm {
+
+namespace {
+
+QString term(const QString &key, const QString &op, const QString &value)
+{
+    return key + op + '\'' + value + '\'';
+}
+
+QString orderBy(const QStringList &keys, bool descending)
+{
+    QStringList parts;
+    for (const QString &k : keys) parts << (descending ? k + " DESC" : k);
+    return " ORDER BY " + parts.join(',');
+}
+
+} // namespace
+
+QString comparison(const QString &table, const QStringList &keys, const QStringList &values,
+                   const QString &op)
+{
+    QStringList terms;
+    for (int i = 0; i < keys.size(); ++i) terms << term(keys[i], op, values.value(i));
+    QString s = "SELECT TOP 1 * FROM " + table + " WHERE " + terms.join(" AND ");
+    if (!keys.isEmpty())
+        s += " ORDER BY " + keys.first();
+    return s;
+}
+
+QString rowComparison(const QString &table, const QString &column, const QString &value,
+                      const QString &op)
+{
+    QString s = "SELECT TOP 1 * FROM " + table + " WHERE " + term(column, op, value);
+    if (op.startsWith('<'))
+        s += " ORDER BY " + column + " DESC";
+    return s;
+}
+
+QString getFirst(const QString &table, const QStringList &keys, bool noKey)
+{
+    QString s = "SELECT TOP 1 * FROM " + table;
+    if (!noKey && !keys.isEmpty())
+        s += orderBy(keys.mid(0, 5), false);
+    return s;
+}
+
+QString getLast(const QString &table, const QStringList &keys, bool noKey,
+                const QString &firstColumn)
+{
+    const QString s = "SELECT TOP 1 * FROM " + table;
+    if (noKey)
+        return s + " ORDER BY " + firstColumn + " DESC";
+    return keys.isEmpty() ? s : s + orderBy(keys.mid(0, 5), true);
+}
+
+QString getNext(const QString &table, const QStringList &keys, const QStringList &values,
+                bool previous)
+{
+    const QString gt = previous ? "<" : ">", ge = previous ? "<=" : ">=";
+    const int n = static_cast<int>(keys.size());
+    auto K = [&keys](int i) { return keys[i - 1]; };
+    auto V = [&values](int i) { return values.value(i - 1); };
+    QString where;
+    if (n <= 1) {
+        where = term(K(1), gt, V(1));
+    } else {
+        where = "(SELECT COUNT(*) FROM " + table + " WHERE " + term(K(1), "=", V(1)) +
+                ") > 1 AND " + term(K(1), "=", V(1));
+        if (n == 2) {
+            where += " AND " + term(K(2), gt, V(2));
+        } else if (n == 3) {
+            where += " AND " + term(K(2), "=", V(2)) + " AND " + term(K(3), gt + ' ', V(3)) +
+                     " OR " + term(K(1), "=", V(1)) + " AND " + term(K(2), gt + ' ', V(2));
+        } else {
+            for (int i = 2; i < n; ++i) where += " AND " + term(K(i), ge, V(i));
+            where += " AND " + term(K(n), gt, V(n));
+        }
+        where += " OR " + term(K(1), gt, V(1));
+    }
+    return "SELECT  TOP 1 * FROM " + table + " WHERE " + where + orderBy(keys, previous);
+}
+
+QString trimItemId(const QString &statement)
+{
+    static const QRegularExpression word("\\bItemID\\b");
+    QString out;
+    int from = 0;
+    bool inQuote = false;
+    for (int i = 0; i <= statement.size(); ++i) {
+        if (i < statement.size() && statement[i] != '\'')
+            continue;
+        QString part = statement.mid(from, i - from);
+        if (!inQuote)
+            part.replace(word, "ltrim(ItemID)");
+        out += part;
+        if (i < statement.size())
+            out += '\'';
+        inQuote = !inQuote;
+        from = i + 1;
+    }
+    return out;
+}
+
+} // namespace dbsm

@@ -1,0 +1,135 @@
+#include "database/DbEngine.h"
+#include "platform/AppInfo.h"
+#include "platform/SettingsStore.h"
+#include "settings/clsDataPath.h"
+#include "support/DbTest.h"
+#include <QDir>
+#include <QFile>
+
+using namespace platform;
+using testing_support::DbTest;
+using testing_support::ProcessExit;
+
+namespace {
+
+void store(const char *key, const QString &v)
+{
+    SaveSetting("ZEL Settings", "DATABASE", key, v);
+}
+
+int exitCode(std::function<void()> f)
+{
+    try {
+        f();
+    } catch (const ProcessExit &e) {
+        return e.code;
+    }
+    return -1;
+}
+
+} // namespace
+
+TEST_F(DbTest, AGoodStartLogsEightLinesAndOpensTheTable)
+{
+    ASSERT_TRUE(connect());
+    EXPECT_EQ(logText(), "TestDB\r\nServername = STOREPC\\ZEL\r\nset Server \r\nServer set \r\n"
+                         "Connect now STOREPC\\ZEL clerk secret\r\nServer Status = 1\r\n"
+                         "Server Name = STOREPC\r\nTime verified\r\n");
+    EXPECT_TRUE(gbConnected);
+    EXPECT_TRUE(gTables[0].bOpen);
+    EXPECT_TRUE(gfbDBSM_TableExists("ITEMS"));
+    EXPECT_FALSE(gfbDBSM_TableExists("invt1"));
+    EXPECT_EQ(gfsDBSM_TableList("IT"), "items|");
+    EXPECT_EQ(gfsDBSM_TableList("x"), "");
+    EXPECT_EQ(gsDBPassword, "secret");
+}
+
+TEST_F(DbTest, DatabaseNamesCompareTrimmedAndWithoutCase)
+{
+    store("DBName", " testdb ");
+    EXPECT_TRUE(connect());
+}
+
+TEST_F(DbTest, MissingDatabaseSaysSoAndEnds)
+{
+    store("DBName", "");
+    EXPECT_EQ(exitCode([this] { connect(); }), 0);
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].style, 16);
+    EXPECT_EQ(shown[0].text, "Database not found.\r\nIf you are trying to connect to an existing "
+                             "database then run the Database Configuration.\r\nTo create a new "
+                             "database or convert files from Pervasive run Orvantis");
+    EXPECT_TRUE(logText().endsWith("Time verified\r\nDatabase Create\r\n"));
+}
+
+TEST_F(DbTest, EmptyServerEndsWithoutAWord)
+{
+    store("Server", "   ");
+    EXPECT_EQ(exitCode([this] { connect(); }), 0);
+    EXPECT_TRUE(boxes().isEmpty());
+}
+
+TEST_F(DbTest, ServerWithoutInstanceCannotBeCutButStaysUsable)
+{
+    store("Server", "STOREPC");
+    ASSERT_TRUE(connect());
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].title, "ZEL MSDE");
+    EXPECT_EQ(shown[0].text, "Invalid procedure call or argument5");
+    EXPECT_FALSE(logText().contains("Time verified"));
+}
+
+TEST_F(DbTest, UnreachableServerShowsTheManagementBox)
+{
+    gDataPath.setDataPath(dataPath() + "/gone");
+    giFileCount = 1;
+    EXPECT_EQ(exitCode([] { gfbDBSM_Connect(); }), 0);
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 2);
+    EXPECT_EQ(shown[0].title, "ZEL MSDE");
+    EXPECT_TRUE(shown[0].text.endsWith(QString::number(kErrProvider)));
+    EXPECT_TRUE(shown[1].text.startsWith("Database not found."));
+    EXPECT_TRUE(logText().contains("Server Status = 0\r\n"));
+}
+
+TEST_F(DbTest, ConnectionLogFallsBackWhenTheProgramFolderIsReadOnly)
+{
+    platform::setApplicationFolder(temp.filePath("no-such-folder"));
+    EXPECT_NE(gfsDBSM_LogFolder(), temp.filePath("no-such-folder"));
+    EXPECT_TRUE(QFileInfo(gfsDBSM_LogFolder()).isWritable());
+}
+
+TEST(SqlServerEngine, ConnectionStringAndCatalogQueries)
+{
+    EXPECT_EQ(SqlServerEngine::connectionString("STOREPC\\ZEL", "ZELDATA", "qx", "p;w}d"),
+              "DRIVER={FreeTDS};SERVER={STOREPC\\ZEL};DATABASE={ZELDATA};UID={qx};PWD={p;w}}d};"
+              "TDS_Version=7.4;ClientCharset=UTF-8");
+    EXPECT_STREQ(SqlServerEngine::kDatabasesQuery,
+                 "SELECT name FROM sys.databases WHERE database_id > 4 ORDER BY name");
+    EXPECT_STREQ(SqlServerEngine::kTablesQuery,
+                 "SELECT name FROM sys.tables WHERE is_ms_shipped = 0 ORDER BY name");
+    SqlServerEngine e;
+    const QString s = "SELECT  TOP 1 * FROM invt1 WHERE ltrim(ItemID)>='A' ORDER BY ItemID";
+    EXPECT_EQ(e.translate(s), s) << "SQL Server runs the statements as built";
+}
+
+TEST(SqliteEngine, TranslatesTheStatementsItCannotRunAsBuilt)
+{
+    SqliteEngine e(QDir::tempPath());
+    EXPECT_EQ(e.translate("SELECT  TOP 1 * FROM T WHERE K1>'a' ORDER BY K1"),
+              "SELECT  * FROM T WHERE K1>'a' ORDER BY K1 LIMIT 1");
+    EXPECT_EQ(e.translate("SELECT TOP 1 * FROM T WHERE ltrim(ItemID)='A'"),
+              "SELECT * FROM T WHERE (ltrim(ItemID) COLLATE ZELCI)='A' LIMIT 1");
+    EXPECT_EQ(e.translate("CREATE TABLE T (a CHAR(8), b VARCHAR (30), c INT)"),
+              "CREATE TABLE T (a CHAR(8) COLLATE ZELCI, b VARCHAR (30) COLLATE ZELCI, c INT)");
+    EXPECT_EQ(e.translate("CREATE UNIQUE CLUSTERED INDEX key0 ON invt1 (SL)"),
+              "CREATE UNIQUE INDEX invt1_key0 ON invt1 (SL)");
+    EXPECT_EQ(e.translate("CREATE INDEX key1 ON invt1 (Description,SL)"),
+              "CREATE INDEX invt1_key1 ON invt1 (Description,SL)");
+    EXPECT_EQ(e.translate("sp_RENAME 'invt1.Flg2', 'Flag2 ', 'COLUMN'"),
+              "ALTER TABLE invt1 RENAME COLUMN Flg2 TO Flag2");
+    EXPECT_EQ(e.translate("ALTER TABLE invt1 ALTER COLUMN ItemID CHAR(25)"), "");
+    EXPECT_EQ(e.translate("SELECT LEFT(SL,7) FROM T"), "SELECT substr(SL,1,7) FROM T");
+}

@@ -1,0 +1,267 @@
+#include "database/DbEngine.h"
+#include "support/DbTest.h"
+#include <QFile>
+
+using testing_support::DbTest;
+using testing_support::gItem;
+
+namespace {
+
+class RecordTest : public DbTest {
+protected:
+    void SetUp() override
+    {
+        DbTest::SetUp();
+        ASSERT_TRUE(connect());
+        for (const auto &[d, sl, id] : {std::tuple{"COLA 12OZ", "10000105", "  AB-1"},
+                                        {"COLA 12OZ", "10000107", "AB-2"},
+                                        {"cola diet", "10000200", "100"},
+                                        {"BREAD", "20000001", "B"},
+                                        {"O'NEIL TEA", "30000001", "T"},
+                                        {"ZUCCHINI", "40000001", "Z"}})
+            ASSERT_TRUE(insert(d, sl, id));
+    }
+    bool op(qint16 code, qint16 key, QString *statement = nullptr, bool row = false)
+    {
+        QString sql;
+        const bool found = gfbDBSM_Record(0, code, key, row, false, sql);
+        if (statement)
+            *statement = sql;
+        return found;
+    }
+    QString desc() const { return gItem.Description.trimmed(); }
+    QString sl() const { return gItem.SL.trimmed(); }
+};
+
+QString pad(const QString &s, int w)
+{
+    return s.leftJustified(w, ' ');
+}
+
+} // namespace
+
+TEST_F(RecordTest, WorkedExampleStatementsAndRows)
+{
+    setItem("COLA", "");
+    QString sql;
+    ASSERT_TRUE(op(opGreaterEqual, 3, &sql));
+    EXPECT_EQ(sql, "SELECT TOP 1 * FROM items WHERE Description>='" + pad("COLA", 30) +
+                       "' AND SL>='        ' ORDER BY Description");
+    EXPECT_EQ(desc(), "COLA 12OZ");
+    EXPECT_EQ(sl(), "10000105");
+
+    ASSERT_TRUE(op(opNext, 3, &sql));
+    const QString d = pad("COLA 12OZ", 30);
+    EXPECT_EQ(sql, "SELECT  TOP 1 * FROM items WHERE (SELECT COUNT(*) FROM items WHERE "
+                   "Description='" +
+                       d + "') > 1 AND Description='" + d + "' AND SL>'10000105' OR Description>'" +
+                       d + "' ORDER BY Description,SL");
+    EXPECT_EQ(sl(), "10000107") << "the duplicate of the first segment is walked";
+    ASSERT_TRUE(op(opNext, 3));
+    EXPECT_EQ(desc(), "cola diet") << "case is ignored in order and comparison";
+    ASSERT_TRUE(op(opPrevious, 3, &sql));
+    EXPECT_TRUE(sql.endsWith("ORDER BY Description DESC,SL DESC"));
+    EXPECT_EQ(sl(), "10000107");
+}
+
+TEST_F(RecordTest, OneSegmentNextSkipsRepeatedValuesAndStopsAtTheEnd)
+{
+    setItem("COLA 12OZ", "");
+    EXPECT_FALSE(op(opEqual, 3)) << "'=' holds for every segment, and no SL is blank";
+
+    gItem.SL = "40000001";
+    QString sql;
+    ASSERT_TRUE(op(opEqual, 1, &sql));
+    EXPECT_EQ(sql, "SELECT TOP 1 * FROM items WHERE SL='40000001' ORDER BY SL");
+    EXPECT_FALSE(op(opNext, 1, &sql));
+    EXPECT_EQ(sql, "SELECT  TOP 1 * FROM items WHERE SL>'40000001' ORDER BY SL");
+    EXPECT_EQ(sl(), "40000001") << "the buffer keeps the last row";
+    EXPECT_FALSE(op(opNext, 1));
+    gItem.SL = "20000000"; // the caller moves the place
+    ASSERT_TRUE(op(opNext, 1));
+    EXPECT_EQ(sl(), "20000001");
+    ASSERT_TRUE(op(opFirst, 1));
+    EXPECT_FALSE(op(opPrevious, 1));
+}
+
+TEST_F(RecordTest, ComparisonsApplyTheOperatorToEverySegment)
+{
+    setItem("BREAD", "99999999");
+    QString sql;
+    EXPECT_FALSE(op(opGreater, 3, &sql)) << "greater in the first column, less in the second";
+    setItem("BREAD", "20000000");
+    ASSERT_TRUE(op(opGreater, 3, &sql));
+    EXPECT_EQ(desc(), "O NEIL TEA");
+    setItem("COLA 12OZ", "");
+    EXPECT_FALSE(op(opLess, 1, &sql));
+    EXPECT_EQ(sql, "SELECT TOP 1 * FROM items WHERE SL<'        ' ORDER BY SL DESC");
+    setItem("", "30000000");
+    ASSERT_TRUE(op(opLessEqual, 1, &sql));
+    EXPECT_EQ(sl(), "20000001");
+    sql = "SELECT TOP 1 * FROM items WHERE SL<='2' ORDER BY SL";
+    QString given = sql;
+    ASSERT_TRUE(gfbDBSM_Record(0, opLessEqual, 1, false, false, given));
+    EXPECT_EQ(given, sql + " DESC") << "DESC goes behind a caller's statement too";
+}
+
+TEST_F(RecordTest, FirstAndLastWithAndWithoutAKey)
+{
+    QString sql;
+    ASSERT_TRUE(op(opFirst, -1, &sql));
+    EXPECT_EQ(sql, "SELECT TOP 1 * FROM items");
+    ASSERT_TRUE(op(opLast, -1, &sql));
+    EXPECT_EQ(sql, "SELECT TOP 1 * FROM items ORDER BY Description DESC");
+    EXPECT_EQ(desc(), "ZUCCHINI");
+    ASSERT_TRUE(op(opFirstPos, 3, &sql));
+    EXPECT_EQ(sql, "SELECT TOP 1 * FROM items ORDER BY Description,SL");
+    EXPECT_EQ(desc(), "BREAD");
+    ASSERT_TRUE(op(opLastPos, 1, &sql));
+    EXPECT_EQ(sql, "SELECT TOP 1 * FROM items ORDER BY SL DESC");
+    for (int code : {0, 1, 19, 20, 21, 99}) EXPECT_TRUE(op(static_cast<qint16>(code), 1));
+}
+
+TEST_F(RecordTest, QuotesNulsAndLeadingBlanksInKeys)
+{
+    setItem("O'NEIL TEA", "");
+    QString sql;
+    ASSERT_TRUE(op(opGreaterEqual, 3, &sql));
+    EXPECT_TRUE(sql.contains("Description>='O''NEIL TEA"));
+    EXPECT_EQ(desc(), "ZUCCHINI") << "the inserted quote became a blank, so the doubled one "
+                                     "of the search finds the next row";
+    EXPECT_EQ(gfsDBSM_SqlText("O''NEIL", true), "O''NEIL");
+    EXPECT_EQ(gfsDBSM_SqlText("O'NEIL", false), "O NEIL");
+    EXPECT_EQ(gfsDBSM_SqlText(QString(3, QChar(0)), true), "   ");
+
+    gItem.SL = QString(8, QChar(0));
+    ASSERT_TRUE(op(opGreaterEqual, 1, &sql));
+    EXPECT_TRUE(sql.contains("SL>='        '"));
+
+    gItem.ItemID = "AB-1";
+    ASSERT_TRUE(op(opEqual, 2, &sql));
+    EXPECT_EQ(sql, "SELECT TOP 1 * FROM items WHERE ltrim(ItemID)='AB-1' ORDER BY ltrim(ItemID)");
+    EXPECT_EQ(sl(), "10000105") << "found through ltrim, though stored with leading blanks";
+
+    gItem.SL = "x'; DROP TABLE items; --";
+    EXPECT_FALSE(op(opEqual, 1));
+    EXPECT_TRUE(gfbDBSM_TableExists("items"));
+}
+
+TEST_F(RecordTest, NotFoundReopensTheTableAndLeavesTheBuffer)
+{
+    setItem("", "99999999");
+    EXPECT_FALSE(op(opEqual, 1));
+    EXPECT_EQ(sl(), "99999999");
+    EXPECT_EQ(gfvDBSM_Field(0, "SL").toString().trimmed(), "10000105") << "the table's first row";
+    EXPECT_EQ(gfsDBSM_FieldName(0, 3), "Qty");
+}
+
+TEST_F(RecordTest, RowPathComparesOneColumnOfTheCurrentRow)
+{
+    setItem("", "20000001");
+    ASSERT_TRUE(op(opEqual, 1));
+    QString sql;
+    ASSERT_TRUE(op(opGreater, 1, &sql, true));
+    EXPECT_EQ(sql, "SELECT TOP 1 * FROM items WHERE SL>'20000001'");
+    EXPECT_EQ(sl(), "20000001") << "the row path leaves the buffer alone";
+    ASSERT_TRUE(op(opLess, 1, &sql, true));
+    EXPECT_TRUE(sql.endsWith("ORDER BY SL DESC"));
+}
+
+TEST_F(RecordTest, InsertUpdateAndDeleteActOnOneRow)
+{
+    EXPECT_FALSE(insert("DUP", "10000105"));
+    EXPECT_EQ(gsInsertError, "Duplicate Key");
+    EXPECT_TRUE(insert("NEW", "50000001", "N", 3));
+    EXPECT_EQ(gsInsertError, "");
+
+    setItem("", "10000107");
+    ASSERT_TRUE(op(opEqual, 1));
+    gItem.Qty = 42;
+    ASSERT_TRUE(op(opUpdate, 1));
+    setItem("", "10000105");
+    ASSERT_TRUE(op(opEqual, 1));
+    EXPECT_EQ(gItem.Qty, 0) << "the other COLA row is untouched";
+    setItem("", "10000107");
+    ASSERT_TRUE(op(opEqual, 1));
+    EXPECT_EQ(gItem.Qty, 42);
+    ASSERT_TRUE(op(opDelete, 1));
+    EXPECT_FALSE(op(opEqual, 1));
+    QString table;
+    EXPECT_EQ(glDBSM_Count(0, table), 6);
+    EXPECT_EQ(table, "items");
+}
+
+TEST_F(RecordTest, SelectAndBySqlOpenARowSet)
+{
+    QString sql = "SELECT * FROM items WHERE Description like '%COLA%' ORDER BY SL";
+    ASSERT_TRUE(gfbDBSM_Select(sql, 0, false));
+    EXPECT_EQ(gRecordsets[0].RecordCount(), 3);
+    gRecordsets[0].MoveNext();
+    EXPECT_EQ(gfvDBSM_Field(0, "SL").toString(), "10000107");
+    EXPECT_FALSE(gfbDBSM_Select(sql, 0, true)) << "no bind: false, nothing else";
+    sql = "SELECT * FROM items WHERE SL='none'";
+    EXPECT_FALSE(gfbDBSM_Select(sql, 0, false));
+    sql = "SELECT * FROM items WHERE Qty=0 ORDER BY SL";
+    EXPECT_TRUE(gfbDBSM_Record(0, opBySQL, 0, true, false, sql));
+    EXPECT_EQ(gRecordsets[0].RecordCount(), 6);
+}
+
+TEST_F(RecordTest, ExecuteIgnoresStatementErrorsAndLogsTheRest)
+{
+    EXPECT_EQ(glDBSM_Execute("UPDATE items SET Qty=1 WHERE SL>='3'"), 2);
+    EXPECT_EQ(glDBSM_Execute("THIS IS NOT SQL"), 0);
+    EXPECT_TRUE(gfbDBSM_AddColumn(0, "Spare", "CHAR(4)"));
+    EXPECT_FALSE(gfbDBSM_AddColumn(0, "Spare", "CHAR(4)")) << "an existing column is no error";
+    EXPECT_TRUE(gfbDBSM_RenameColumn("items", "Spare", "Extra"));
+    EXPECT_TRUE(boxes().isEmpty());
+    EXPECT_FALSE(QFile::exists(dataPath() + "/PVSW.log"));
+
+    gpDBSM_Engine()->db().close();
+    EXPECT_EQ(glDBSM_Execute("DELETE FROM items"), 0);
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].text,
+              "An error occurred in executing SQL. View PVSW.log in datapath for details.");
+    const QByteArray log = readDataFile("PVSW.log");
+    EXPECT_TRUE(log.contains(" [EXE FAIL]" + QByteArray::number(kErrProvider) + " Description: "));
+    EXPECT_TRUE(log.endsWith("\r\nDELETE FROM items\r\n"));
+}
+
+TEST_F(RecordTest, OpenTableCreatesAMissingTableWithItsIndexes)
+{
+    glDBSM_Execute("DROP TABLE items");
+    EXPECT_FALSE(gfbDBSM_TableExists("items"));
+    EXPECT_TRUE(gfbDBSM_OpenTable(0, false));
+    EXPECT_TRUE(gfbDBSM_TableExists("items"));
+    EXPECT_FALSE(insert("A", "1") && insert("B", "1")) << "the unique index came along";
+    gTables[0].sTableName = "broken";
+    gTables[0].sCreateSQL = "CREATE TABLE broken (";
+    EXPECT_FALSE(gfbDBSM_OpenTable(0, false));
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_TRUE(shown[0].text.contains("    Open Table Error    "));
+}
+
+TEST(Statements, GetNextAndPreviousWordForWord)
+{
+    const QStringList K{"A", "B", "C", "D", "E"}, V{"1", "2", "3", "4", "5"};
+    EXPECT_EQ(dbsm::getNext("T", K.mid(0, 3), V, false),
+              "SELECT  TOP 1 * FROM T WHERE (SELECT COUNT(*) FROM T WHERE A='1') > 1 AND A='1' "
+              "AND B='2' AND C> '3' OR A='1' AND B> '2' OR A>'1' ORDER BY A,B,C");
+    EXPECT_EQ(dbsm::getNext("T", K.mid(0, 4), V, false),
+              "SELECT  TOP 1 * FROM T WHERE (SELECT COUNT(*) FROM T WHERE A='1') > 1 AND A='1' "
+              "AND B>='2' AND C>='3' AND D>'4' OR A>'1' ORDER BY A,B,C,D");
+    EXPECT_EQ(dbsm::getNext("T", K, V, true),
+              "SELECT  TOP 1 * FROM T WHERE (SELECT COUNT(*) FROM T WHERE A='1') > 1 AND A='1' "
+              "AND B<='2' AND C<='3' AND D<='4' AND E<'5' OR A<'1' ORDER BY A DESC,B DESC,C "
+              "DESC,D DESC,E DESC");
+    EXPECT_EQ(dbsm::getNext("T", K.mid(0, 2), V, true),
+              "SELECT  TOP 1 * FROM T WHERE (SELECT COUNT(*) FROM T WHERE A='1') > 1 AND A='1' "
+              "AND B<'2' OR A<'1' ORDER BY A DESC,B DESC");
+    EXPECT_EQ(dbsm::getLast("T", K, false, "X"),
+              "SELECT TOP 1 * FROM T ORDER BY A DESC,B DESC,C DESC,D DESC,E DESC");
+    EXPECT_EQ(dbsm::comparison("T", K.mid(0, 2), V, ">"),
+              "SELECT TOP 1 * FROM T WHERE A>'1' AND B>'2' ORDER BY A");
+    EXPECT_EQ(dbsm::trimItemId("SELECT * FROM T WHERE ItemID='ItemID' ORDER BY ItemID,ItemIDX"),
+              "SELECT * FROM T WHERE ltrim(ItemID)='ItemID' ORDER BY ltrim(ItemID),ItemIDX");
+}

@@ -1,0 +1,130 @@
+#include "support/DbTest.h"
+#include "database/DbEngine.h"
+#include "platform/AppInfo.h"
+#include "platform/SettingsStore.h"
+#include <QDir>
+#include <QFile>
+
+namespace testing_support {
+
+ItemRecord gItem;
+
+namespace {
+
+QString fixed(const QString &s, int width)
+{
+    return s.leftJustified(width, ' ', true);
+}
+
+void keyValues(qint16, qint16 iKey)
+{
+    switch (iKey) {
+    case 1:
+        gpDBSM_SetKey(0, 1, {{1, gItem.SL}});
+        break;
+    case 2:
+        gpDBSM_SetKey(0, 1, {{2, gItem.ItemID}});
+        break;
+    case 3:
+        gpDBSM_SetKey(0, 2, {{0, gItem.Description}, {1, gItem.SL}});
+        break;
+    default:
+        break;
+    }
+}
+
+void rowToRecord(qint16)
+{
+    gItem.Description = fixed(gfvDBSM_Field(0, 0).toString(), 30);
+    gItem.SL = fixed(gfvDBSM_Field(0, 1).toString(), 8);
+    gItem.ItemID = fixed(gfvDBSM_Field(0, 2).toString(), 25);
+    gItem.Qty = gfvDBSM_Field(0, 3).toInt();
+}
+
+void recordToRow(qint16)
+{
+    gpDBSM_SetField(0, 0, gItem.Description);
+    gpDBSM_SetField(0, 1, gItem.SL);
+    gpDBSM_SetField(0, 2, gItem.ItemID);
+    gpDBSM_SetField(0, 3, gItem.Qty);
+}
+
+QString insertValues(qint16)
+{
+    auto text = [](QString &field) {
+        field = gfsDBSM_SqlText(field, false);
+        return '\'' + field + '\'';
+    };
+    return text(gItem.Description) + ',' + text(gItem.SL) + ',' + text(gItem.ItemID) + ',' +
+           QString::number(gItem.Qty);
+}
+
+} // namespace
+
+void DbTest::SetUp()
+{
+    HkTest::SetUp();
+    QDir(temp.path()).mkpath("app");
+    platform::setApplicationFolder(appFolder());
+    using platform::SaveSetting;
+    SaveSetting("ZEL Settings", "DATABASE", "Engine", "SQLite");
+    SaveSetting("ZEL Settings", "DATABASE", "DBName", "TestDB");
+    SaveSetting("ZEL Settings", "DATABASE", "Server", "STOREPC\\ZEL");
+    SaveSetting("ZEL Settings", "DATABASE", "UserName", "clerk");
+    SaveSetting("ZEL Settings", "DATABASE", "Password", " secret ");
+    ASSERT_TRUE(SqliteEngine::create(dataPath() + "/TestDB.db", nullptr));
+    gpDBSM_RegisterDispatch({keyValues, rowToRecord, recordToRow, insertValues});
+    gItem = ItemRecord();
+    gbKeyFromBuffer = false;
+}
+
+void DbTest::TearDown()
+{
+    gpDBSM_Disconnect();
+    platform::setApplicationFolder(QString());
+    HkTest::TearDown();
+}
+
+bool DbTest::connect()
+{
+    giFileCount = 1;
+    if (!gfbDBSM_Connect())
+        return false;
+    TableDescriptor &t = gTables[0];
+    t.sID = "ITEMS";
+    t.sTableName = "items";
+    t.sTitle = "Items";
+    t.sCreateSQL =
+        "CREATE TABLE items (Description CHAR(30), SL CHAR(8), ItemID CHAR(25), Qty INT)";
+    t.sIndexSQL = "CREATE UNIQUE INDEX key1 ON items (SL); CREATE INDEX key2 ON items (ItemID);"
+                  "CREATE CLUSTERED INDEX key3 ON items (Description,SL);";
+    return gfbDBSM_OpenTable(0, false);
+}
+
+void DbTest::setItem(const QString &description, const QString &sl, const QString &itemId, int qty)
+{
+    gItem.Description = fixed(description, 30);
+    gItem.SL = fixed(sl, 8);
+    gItem.ItemID = fixed(itemId, 25);
+    gItem.Qty = qty;
+}
+
+bool DbTest::insert(const QString &description, const QString &sl, const QString &itemId, int qty)
+{
+    setItem(description, sl, itemId, qty);
+    QString sql;
+    return gfbDBSM_Record(0, opInsert, 0, false, false, sql);
+}
+
+QString DbTest::appFolder() const
+{
+    return temp.filePath("app");
+}
+
+QString DbTest::logText() const
+{
+    QFile f(appFolder() + "/52.txt");
+    return f.open(QIODevice::ReadOnly) ? QString::fromLatin1(f.readAll()) : QString();
+}
+
+} // namespace testing_support

@@ -1,0 +1,32 @@
+#pragma once
+#include "database/ZelDBSM_MSDE.h"
+#include "support/HkTest.h"
+
+namespace testing_support {
+
+// The record buffer of a small test table: fixed-width text padded with blanks.
+struct ItemRecord {
+    QString Description; // 30
+    QString SL;          // 8
+    QString ItemID;      // 25
+    int Qty = 0;
+};
+extern ItemRecord gItem;
+
+// A fresh embedded database in the test's data folder with the test table as
+// file 0: key 1 SL, key 2 ItemID, key 3 Description + SL.
+class DbTest : public HkTest {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+    // Connects as the start-up does; the log lines go to the test's program folder.
+    bool connect();
+    void setItem(const QString &description, const QString &sl, const QString &itemId = QString(),
+                 int qty = 0);
+    bool insert(const QString &description, const QString &sl, const QString &itemId = QString(),
+                int qty = 0);
+    QString logText() const;
+    QString appFolder() const;
+};
+
+} // namespace testing_support
