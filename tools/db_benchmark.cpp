@@ -1,0 +1,144 @@
+// Times the keyed record operations on the embedded engine:
+// hk_db_benchmark [ROWS...]   (default 100000 1000000)
+// For each size: Get Equal, Get Next over 10,000 rows, Get Previous on a
+// two-segment key over 10,000 rows, and the query plan of the Get Next step.
+#include "database/DbEngine.h"
+#include "database/ZelDBSM_MSDE.h"
+#include "platform/AppInfo.h"
+#include "platform/SettingsStore.h"
+#include "settings/clsDataPath.h"
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QRandomGenerator>
+#include <QSettings>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <cstdio>
+
+namespace {
+
+QString gDesc, gSL;
+
+QString fixed(const QString &s, int w) { return s.leftJustified(w, ' ', true); }
+
+void keyValues(qint16, qint16 iKey)
+{
+    if (iKey == 1)
+        gpDBSM_SetKey(0, 1, {{1, gSL}});
+    else
+        gpDBSM_SetKey(0, 2, {{0, gDesc}, {1, gSL}});
+}
+
+void rowToRecord(qint16)
+{
+    gDesc = fixed(gfvDBSM_Field(0, 0).toString(), 30);
+    gSL = fixed(gfvDBSM_Field(0, 1).toString(), 8);
+}
+
+QString sl(int n) { return QString("%1").arg(n, 8, 10, QChar('0')); }
+QString desc(int n) { return fixed(QString("ITEM %1").arg(n / 3, 7, 10, QChar('0')), 30); }
+
+void fill(int rows)
+{
+    QSqlDatabase &db = gpDBSM_Engine()->db();
+    QSqlQuery q(db);
+    q.exec("DROP TABLE IF EXISTS items");
+    q.exec(gpDBSM_Engine()->translate("CREATE TABLE items (Description CHAR(30), SL CHAR(8), "
+                                      "Qty INT)"));
+    db.transaction();
+    q.prepare("INSERT INTO items VALUES(?,?,?)");
+    for (int n = 0; n < rows; ++n) {
+        q.addBindValue(desc(n)); // three rows share each description
+        q.addBindValue(sl(n));
+        q.addBindValue(n);
+        q.exec();
+    }
+    db.commit();
+    for (const char *index : {"CREATE UNIQUE INDEX key1 ON items (SL)",
+                              "CREATE INDEX key2 ON items (Description,SL)"})
+        q.exec(gpDBSM_Engine()->translate(index));
+    q.exec("ANALYZE");
+}
+
+double perStep(int steps, qint16 op, qint16 key)
+{
+    QElapsedTimer t;
+    t.start();
+    int done = 0;
+    QString sql;
+    for (; done < steps; ++done) {
+        sql.clear();
+        if (!gfbDBSM_Record(0, op, key, false, false, sql))
+            break;
+    }
+    return t.nsecsElapsed() / 1e3 / std::max(done, 1);
+}
+
+void plan(const QString &statement)
+{
+    QSqlQuery q(gpDBSM_Engine()->db());
+    q.exec("EXPLAIN QUERY PLAN " + gpDBSM_Engine()->translate(statement));
+    while (q.next()) std::printf("    plan: %s\n", qPrintable(q.value(3).toString()));
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    QTemporaryDir dir;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, dir.filePath("settings"));
+    platform::setApplicationFolder(dir.path());
+    gDataPath.setDataPath(dir.path());
+    for (const auto &[k, v] : {std::pair{"Engine", "SQLite"}, {"DBName", "Bench"},
+                               {"Server", "BENCH\\ZEL"}})
+        platform::SaveSetting("ZEL Settings", "DATABASE", k, v);
+    SqliteEngine::create(dir.filePath("Bench.db"), nullptr);
+    giFileCount = 1;
+    if (!gfbDBSM_Connect())
+        return 1;
+    gpDBSM_OpenConnection("");
+    gTables[0].sTableName = "items";
+    gpDBSM_RegisterDispatch({keyValues, rowToRecord, nullptr, nullptr});
+
+    QList<int> sizes;
+    for (int i = 1; i < argc; ++i) sizes << QString(argv[i]).toInt();
+    if (sizes.isEmpty())
+        sizes = {100000, 1000000};
+    for (int rows : sizes) {
+        fill(rows);
+        gfbDBSM_OpenTable(0, false);
+        std::printf("%d rows\n", rows);
+
+        QElapsedTimer t;
+        t.start();
+        const int lookups = 2000;
+        for (int i = 0; i < lookups; ++i) {
+            gSL = sl(QRandomGenerator::global()->bounded(rows));
+            QString sql;
+            gfbDBSM_Record(0, opEqual, 1, false, false, sql);
+        }
+        std::printf("  Get Equal on key 1: %.1f us per read\n", t.nsecsElapsed() / 1e3 / lookups);
+
+        gSL = sl(rows / 2);
+        QString sql;
+        gfbDBSM_Record(0, opEqual, 1, false, false, sql);
+        std::printf("  Get Next on key 1 from the middle, 10,000 steps: %.1f us per step\n",
+                    perStep(10000, opNext, 1));
+        gSL = sl(rows - 20000);
+        gfbDBSM_Record(0, opEqual, 1, false, false, sql);
+        std::printf("  Get Next on the two-segment key near the end, 10,000 steps: %.1f us per "
+                    "step\n",
+                    perStep(10000, opNext, 2));
+        gSL = sl(rows - 1);
+        gfbDBSM_Record(0, opEqual, 1, false, false, sql);
+        std::printf("  Get Previous on the two-segment key from the end, 10,000 steps: %.1f us "
+                    "per step\n",
+                    perStep(10000, opPrevious, 2));
+        keyValues(0, 2);
+        plan(dbsm::getNext("items", {"Description", "SL"},
+                           {gvKeyValue[1].toString(), gvKeyValue[2].toString()}, false));
+    }
+    gpDBSM_Disconnect();
+    return 0;
+}
