@@ -19,7 +19,10 @@ namespace {
 
 QString gDesc, gSL;
 
-QString fixed(const QString &s, int w) { return s.leftJustified(w, ' ', true); }
+QString fixed(const QString &s, int w)
+{
+    return s.leftJustified(w, ' ', true);
+}
 
 void keyValues(qint16, qint16 iKey)
 {
@@ -35,8 +38,14 @@ void rowToRecord(qint16)
     gSL = fixed(gfvDBSM_Field(0, 1).toString(), 8);
 }
 
-QString sl(int n) { return QString("%1").arg(n, 8, 10, QChar('0')); }
-QString desc(int n) { return fixed(QString("ITEM %1").arg(n / 3, 7, 10, QChar('0')), 30); }
+QString sl(int n)
+{
+    return QString("%1").arg(n, 8, 10, QChar('0'));
+}
+QString desc(int n)
+{
+    return fixed(QString("ITEM %1").arg(n / 3, 7, 10, QChar('0')), 30);
+}
 
 void fill(int rows)
 {
@@ -54,8 +63,8 @@ void fill(int rows)
         q.exec();
     }
     db.commit();
-    for (const char *index : {"CREATE UNIQUE INDEX key1 ON items (SL)",
-                              "CREATE INDEX key2 ON items (Description,SL)"})
+    for (const char *index :
+         {"CREATE UNIQUE INDEX key1 ON items (SL)", "CREATE INDEX key2 ON items (Description,SL)"})
         q.exec(gpDBSM_Engine()->translate(index));
     q.exec("ANALYZE");
 }
@@ -90,8 +99,8 @@ int main(int argc, char **argv)
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, dir.filePath("settings"));
     platform::setApplicationFolder(dir.path());
     gDataPath.setDataPath(dir.path());
-    for (const auto &[k, v] : {std::pair{"Engine", "SQLite"}, {"DBName", "Bench"},
-                               {"Server", "BENCH\\ZEL"}})
+    for (const auto &[k, v] :
+         {std::pair{"Engine", "SQLite"}, {"DBName", "Bench"}, {"Server", "BENCH\\ZEL"}})
         platform::SaveSetting("ZEL Settings", "DATABASE", k, v);
     SqliteEngine::create(dir.filePath("Bench.db"), nullptr);
     giFileCount = 1;

@@ -176,10 +176,24 @@ QString SqliteEngine::translate(const QString &statement) const
     if (s.startsWith("CREATE TABLE", Qt::CaseInsensitive) ||
         s.startsWith("ALTER TABLE", Qt::CaseInsensitive))
         s.replace(text, "\\1 COLLATE ZELCI");
-    static const QRegularExpression alterColumn("^ALTER TABLE \\S+ ALTER COLUMN ",
-                                                QRegularExpression::CaseInsensitiveOption);
-    if (alterColumn.match(s).hasMatch())
-        return QString(); // column types do not bind values on this engine
+    // Column types bind no values here; a widened CHAR column gets the blanks
+    // that SQL Server pads it with, so its values have the new width.
+    static const QRegularExpression alterColumn(
+        "^ALTER TABLE (\\S+) ALTER COLUMN (\\w+)\\s+(\\w+)\\s*(?:\\(\\s*(\\d+))?",
+        QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch alter = alterColumn.match(s);
+    if (alter.hasMatch()) {
+        if (alter.captured(3).compare("CHAR", Qt::CaseInsensitive) || alter.captured(4).isEmpty())
+            return QString();
+        const QString table = alter.captured(1), column = alter.captured(2);
+        const int width = alter.captured(4).toInt();
+        return QString("UPDATE %1 SET %2 = substr(%2 || '%3', 1, %4)")
+            .arg(table, column, QString(width, ' '))
+            .arg(width);
+    }
+    static const QRegularExpression dropIndex("^Drop index (\\w+)\\.(\\w+)\\s*$",
+                                              QRegularExpression::CaseInsensitiveOption);
+    s.replace(dropIndex, "DROP INDEX IF EXISTS \\1_\\2");
     static const QRegularExpression index(
         "^CREATE\\s+(UNIQUE\\s+)?(?:NON)?(?:CLUSTERED\\s+)?INDEX\\s+(\\w+)\\s+ON\\s+(\\w+)",
         QRegularExpression::CaseInsensitiveOption);

@@ -10,6 +10,8 @@
 #include "settings/clsINI_Services.h"
 #include "settings/zelDataPath_Ops.h"
 #include "shell/frmMain.h"
+#include "shell/hkeyDBSM_Interface.h"
+#include "shell/hkeyDBSM_Setup.h"
 #include <QApplication>
 #include <QDir>
 
@@ -46,7 +48,9 @@ void Main()
     mpPictureFolder_make();
     gsHotKeyPicturePath = gDataPath.DataPath() + "/pictures/HotKeys/";
     gfbSearchFields_read();
-    {
+    if (!gfbDBSM_Setup())
+        ShellPort::get().exitProcess(0);
+    if (gfbDBSM_Open()) {
         frmMain form;
         Instance::listen(&form, appTitle());
         form.Form_Load();
@@ -82,5 +86,6 @@ bool gfbSearchFields_read()
 
 void gpApplication_end()
 {
+    gpDBSM_Close();
     platform::ShellPort::get().exitProcess(0);
 }

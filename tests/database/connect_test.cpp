@@ -130,6 +130,9 @@ TEST(SqliteEngine, TranslatesTheStatementsItCannotRunAsBuilt)
               "CREATE INDEX invt1_key1 ON invt1 (Description,SL)");
     EXPECT_EQ(e.translate("sp_RENAME 'invt1.Flg2', 'Flag2 ', 'COLUMN'"),
               "ALTER TABLE invt1 RENAME COLUMN Flg2 TO Flag2");
-    EXPECT_EQ(e.translate("ALTER TABLE invt1 ALTER COLUMN ItemID CHAR(25)"), "");
+    EXPECT_EQ(e.translate("ALTER TABLE invt1 ALTER COLUMN ItemID CHAR(25)"),
+              "UPDATE invt1 SET ItemID = substr(ItemID || '" + QString(25, ' ') + "', 1, 25)");
+    EXPECT_EQ(e.translate("ALTER TABLE invt1 ALTER COLUMN QtyOnHand Decimal(18,4)"), "");
+    EXPECT_EQ(e.translate("Drop index invt1.idx_3"), "DROP INDEX IF EXISTS invt1_idx_3");
     EXPECT_EQ(e.translate("SELECT LEFT(SL,7) FROM T"), "SELECT substr(SL,1,7) FROM T");
 }

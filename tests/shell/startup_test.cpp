@@ -1,10 +1,11 @@
+#include "database/ZelDBSM_MSDE.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "platform/Instance.h"
 #include "platform/SettingsStore.h"
 #include "settings/clsDataPath.h"
 #include "settings/clsINI_Services.h"
 #include "shell/hkeyMain.h"
-#include "support/HkTest.h"
+#include "support/StoreDb.h"
 #include <QDialog>
 #include <QDir>
 #include <QLockFile>
@@ -12,19 +13,24 @@
 #include <QUuid>
 
 using namespace platform;
-using testing_support::HkTest;
 using testing_support::ProcessExit;
+using testing_support::StoreDbTest;
 
 namespace {
 
-class StartupTest : public HkTest {
+class StartupTest : public StoreDbTest {
 protected:
     void SetUp() override
     {
-        HkTest::SetUp();
+        StoreDbTest::SetUp();
         Instance::setKey("startup-" + QUuid::createUuid().toString(QUuid::Id128));
         gIni = clsINI_Services();
         giInventorySearch = giNameSearch = 0;
+    }
+    QByteArray readSettings() const
+    {
+        QFile f(temp.filePath("settings/ZEL Settings.conf"));
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
     int runMain()
     {
@@ -44,19 +50,24 @@ TEST_F(StartupTest, SecondInstanceGetsTheBoxAndChangesNothing)
 {
     QLockFile first(Instance::lockPath());
     ASSERT_TRUE(first.tryLock(0));
+    const QStringList before = QDir(dataPath()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
+    const QByteArray settings = readSettings();
     EXPECT_EQ(runMain(), 0);
     const auto shown = boxes();
     ASSERT_EQ(shown.size(), 1);
     EXPECT_EQ(shown[0].style, 16);
     EXPECT_EQ(shown[0].text, "ZEL Hot Keysis already running.\rThis Program Can Only Be Runing "
                              "Once On This Machine");
-    EXPECT_TRUE(QDir(temp.filePath("settings")).isEmpty());
-    EXPECT_TRUE(QDir(dataPath()).isEmpty());
+    EXPECT_EQ(readSettings(), settings);
+    EXPECT_EQ(QDir(dataPath()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), before);
+    EXPECT_FALSE(QFile::exists(appFolder() + "/52.txt")) << "no database connection was made";
 }
 
 TEST_F(StartupTest, StartMakesThePictureFoldersAndReadsTheSearchSettings)
 {
     SaveSetting("ZEL Settings", "DATABASE", "DATAPATH", dataPath());
+    seedCommon(3, "N");
+    gpDBSM_Disconnect();
     writeDataFile("ZEL.INI", "[Primary Search Fields]\r\nSearch for Inventory by:=Stock Locater\r\n"
                              "Search for Name by:=ARCode\r\n");
     writeDataFile("HKSET01.SDF", "[SET]First\r\n");
@@ -71,6 +82,20 @@ TEST_F(StartupTest, StartMakesThePictureFoldersAndReadsTheSearchSettings)
     EXPECT_EQ(gsHotKeyPicturePath, dataPath() + "/pictures/HotKeys/");
     EXPECT_EQ(giInventorySearch, 2);
     EXPECT_EQ(giNameSearch, 2);
+    EXPECT_EQ(gsStoreNumber, "3");
+    EXPECT_FALSE(gbMultiStore);
+    EXPECT_TRUE(gfbDBSM_TableExists("invt3"));
+    EXPECT_TRUE(gfbDBSM_TableExists("UPC3"));
+}
+
+TEST_F(StartupTest, AnEmptyDatabaseGetsItsTablesAndTheStartEndsWithoutCommonRow)
+{
+    SaveSetting("ZEL Settings", "DATABASE", "DATAPATH", dataPath());
+    EXPECT_EQ(runMain(), 0);
+    EXPECT_TRUE(modal.shown.isEmpty()) << "no set list without a store";
+    EXPECT_TRUE(boxes().isEmpty());
+    EXPECT_TRUE(gfbDBSM_TableExists("COMMON"));
+    EXPECT_FALSE(gfbDBSM_TableExists("invt0"));
 }
 
 TEST_F(StartupTest, SearchSettingsMapExactlyAndAMissingKeyIsNotZero)

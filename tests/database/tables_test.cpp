@@ -1,0 +1,235 @@
+#include "database/DbEngine.h"
+#include "database/zelDBSM_Common.h"
+#include "database/zelDBSM_Inventory.h"
+#include "database/zelDBSM_Upc.h"
+#include "hotkeys/hkeyGlobal.h"
+#include "shell/hkeyDBSM_Interface.h"
+#include "support/StoreDb.h"
+#include <QSqlQuery>
+#include <algorithm>
+
+using testing_support::StoreDbTest;
+
+namespace {
+
+QStringList columnsOf(const QString &table)
+{
+    QStringList names;
+    QSqlQuery q(gpDBSM_Engine()->db());
+    q.exec("PRAGMA table_info(" + table + ")");
+    while (q.next()) names << q.value(1).toString();
+    return names;
+}
+
+int indexCount(const QString &table)
+{
+    QSqlQuery q(gpDBSM_Engine()->db());
+    q.exec("SELECT COUNT(*) FROM sqlite_master WHERE type='index' AND tbl_name='" + table + "'");
+    return q.next() ? q.value(0).toInt() : -1;
+}
+
+} // namespace
+
+TEST_F(StoreDbTest, CreateStatementsStandAsTheSuiteWritesThem)
+{
+    seedCommon(1);
+    ASSERT_TRUE(setup());
+    gpUpc_Create(2);
+    EXPECT_EQ(gTables[2].sCreateSQL, "Create Table UPC1 (SL CHAR (8) NOT NULL, UPC CHAR (15) NOT "
+                                     "NULL, LABEL CHAR (30), POLL CHAR (1),InvUID INTEGER);");
+    EXPECT_EQ(gTables[2].sIndexSQL,
+              "Create Index idx_0 On UPC1 (SL);Create UNIQUE  CLUSTERED Index idx_1 On UPC1 (UPC, "
+              "SL);Create UNIQUE Index idx_2 On UPC1 (UPC);Create Index idx_3 On UPC1 (Poll);"
+              "Create Index idx_4 On UPC1 (InvUID);");
+    gpCommon_Create(0);
+    EXPECT_TRUE(gTables[0].sCreateSQL.startsWith(
+        "Create Table COMMON (ProgramVersion CHAR (10), DupID CHAR (1), Cname CHAR (40), "));
+    EXPECT_TRUE(gTables[0].sCreateSQL.endsWith(
+        "IncrementItems  CHAR (1), CountryID SMALLINT, Email CHAR (35), Spare CHAR (65));"));
+    EXPECT_EQ(gCommonRecord.columns().size(), 98);
+    EXPECT_EQ(gTables[0].sIndexSQL, "Create UNIQUE Index idx_0 On COMMON (DupID);");
+    gpInventory_Create(1);
+    EXPECT_TRUE(gTables[1].sCreateSQL.startsWith(
+        "Create Table invt1 (SL CHAR (8) NOT NULL DEFAULT  ' ', ItemID CHAR (25) NOT NULL "
+        "DEFAULT  ' ', Description CHAR (30) DEFAULT  ' ', "));
+    EXPECT_TRUE(gTables[1].sCreateSQL.endsWith(
+        "BPL2 INTEGER, PenLiqorUnit SMALLINT DEFAULT 0, BPL3 INTEGER DEFAULT 0);"));
+    EXPECT_EQ(gTables[1].sIndexSQL.count(';'), 13);
+    EXPECT_TRUE(gTables[1].sIndexSQL.startsWith(
+        "Create UNIQUE CLUSTERED Index idx_0 On invt1 (RecordNum);Create UNIQUE  Index idx_1 On "
+        "invt1 (SL);"));
+    EXPECT_TRUE(gTables[1].sIndexSQL.endsWith("Create UNIQUE Index idx_12 on invt1 (Poll, "
+                                              "RecordNum);"));
+    EXPECT_EQ(columnsOf("invt1").size(), 57);
+    EXPECT_EQ(indexCount("invt1"), 13);
+    EXPECT_EQ(indexCount("UPC1"), 5);
+}
+
+TEST_F(StoreDbTest, StoreIdentityComesFromTheCommonRow)
+{
+    seedCommon(0, "N");
+    ASSERT_TRUE(setup());
+    EXPECT_EQ(gsStoreNumber, "0");
+    EXPECT_TRUE(gbMultiStore) << "store 0 is multi-store whatever MultiStore says";
+    EXPECT_TRUE(gfbDBSM_TableExists("UPC0"));
+    EXPECT_TRUE(gfbDBSM_Open());
+
+    glDBSM_Execute("UPDATE COMMON SET StoreNumber = 2, MultiStore = 'h'");
+    ASSERT_TRUE(setup());
+    EXPECT_EQ(gsStoreNumber, "2");
+    EXPECT_TRUE(gbMultiStore);
+
+    glDBSM_Execute("UPDATE COMMON SET StoreNumber = NULL");
+    EXPECT_FALSE(setup());
+    glDBSM_Execute("UPDATE COMMON SET StoreNumber = -4");
+    EXPECT_FALSE(setup());
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 2);
+    EXPECT_TRUE(shown[0].text.startsWith("The store number in the COMMON table is empty."));
+    EXPECT_TRUE(shown[1].text.startsWith("The store number in the COMMON table is -4."));
+}
+
+TEST_F(StoreDbTest, EveryInventoryKeyWalksInItsOwnOrder)
+{
+    seedCommon(1);
+    ASSERT_TRUE(setup());
+    ASSERT_TRUE(gfbDBSM_Open());
+    struct Item {
+        const char *sl, *id, *desc, *vendor;
+    };
+    const Item items[] = {{"00001000", "500", "MILK 1L", "DAIRYCO"},
+                          {"00000200", "  40", "bread rye", "BAKER"},
+                          {"00003000", "ABC-1", "APPLE", "FRUITCO"},
+                          {"00000040", "ZZ", "MILK 2L", "DAIRYCO"},
+                          {"00000500", "7", "CHEESE", "DAIRYCO"}};
+    for (const Item &i : items) addItem(i.sl, i.id, i.desc, 1, i.vendor);
+
+    for (qint16 key = 0; key <= 12; ++key) {
+        QString sql;
+        QStringList walked;
+        for (bool found = gfbDBSM_Record(1, opFirstPos, key, false, false, sql); found;
+             found = gfbDBSM_Record(1, opNext, key, false, false, sql)) {
+            walked << gInventoryRecord.text("SL");
+            ASSERT_LT(walked.size(), 10) << "key " << key << " does not end";
+        }
+        EXPECT_EQ(walked.size(), 5) << "key " << key;
+        // The walk follows the key's first column.
+        const QString first =
+            gTables[1].iKeySegments > 0 ? gfsDBSM_FieldName(1, giKeyField[1]) : QString();
+        EXPECT_FALSE(first.isEmpty()) << "key " << key;
+    }
+    QString sql;
+    ASSERT_TRUE(gfbDBSM_Record(1, opFirstPos, 3, false, false, sql));
+    EXPECT_EQ(gInventoryRecord.text("Description").trimmed(), "APPLE");
+    ASSERT_TRUE(gfbDBSM_Record(1, opNext, 3, false, false, sql));
+    EXPECT_EQ(gInventoryRecord.text("Description").trimmed(), "bread rye");
+
+    gInventoryRecord.setText("ItemID", "   40");
+    sql.clear();
+    ASSERT_TRUE(gfbDBSM_Record(1, opEqual, 2, false, false, sql));
+    EXPECT_EQ(gInventoryRecord.text("SL"), "00000200");
+    EXPECT_TRUE(sql.contains("ltrim(ItemID)='40 "));
+}
+
+TEST_F(StoreDbTest, InventoryHelpersAndFieldRules)
+{
+    seedCommon(1);
+    ASSERT_TRUE(setup());
+    ASSERT_TRUE(gfbDBSM_Open());
+    const int n = addItem("00001234", "CAKE-1", "CHOCOLATE CAKE", 4.5);
+    glDBSM_Execute("UPDATE invt1 SET QTYINPACK = 0, BPL3 = NULL, Description = 'A VERY LONG "
+                   "DESCRIPTION THAT IS WIDER THAN THIRTY'");
+    EXPECT_EQ(glInventory_BySL("00001234", false), n);
+    EXPECT_EQ(gInventoryRecord.number("QTYINPACK"), 1);
+    EXPECT_EQ(gInventoryRecord.number("BPL3"), 0);
+    EXPECT_EQ(gInventoryRecord.number("Price"), 4.5);
+    EXPECT_EQ(gInventoryRecord.text("Description"), "A VERY LONG DESCRIPTION THAT I");
+    EXPECT_EQ(glInventory_BySL("nothing", false), 0);
+    EXPECT_EQ(glInventory_BySL("~SCOUPN  ", true), 0);
+    EXPECT_EQ(glInventory_BySL("0", true), 0);
+    EXPECT_EQ(glInventory_BySL("NOPE", true), 999999);
+    EXPECT_EQ(glInventory_BySL("x' OR '1'='1", true), 999999) << "a quote stays in the value";
+    EXPECT_TRUE(gfbInventory_ByRecordNum(n)) << n;
+    EXPECT_FALSE(gfbInventory_ByRecordNum(n + 1));
+
+    gpInventory_Clear();
+    EXPECT_EQ(gInventoryRecord.text("SL"), "        ");
+    EXPECT_EQ(gInventoryRecord.number("QTYINPACK"), 1);
+    EXPECT_EQ(gInventoryRecord.text("AllowDiscounts"), "Y");
+    EXPECT_EQ(gInventoryRecord.text("StoreRef").trimmed(), "0");
+
+    gUpcRecord.clear();
+    gUpcRecord.setText("SL", "00001234");
+    gUpcRecord.setText("UPC", "012345678905");
+    gUpcRecord.setText("LABEL", "Grandma's cake");
+    gUpcRecord.setNumber("InvUID", n);
+    QString sql;
+    ASSERT_TRUE(gfbDBSM_Record(2, opInsert, 0, false, false, sql));
+    EXPECT_TRUE(sql.startsWith("INSERT INTO UPC1 VALUES('00001234','012345678905   ','Grandma s"));
+    gUpcRecord.setText("UPC", "012345678905");
+    sql.clear();
+    ASSERT_TRUE(gfbDBSM_Record(2, opEqual, 2, false, false, sql));
+    EXPECT_EQ(gUpcRecord.text("LABEL").trimmed(), "Grandma s cake");
+    gpDBSM_KeyValues(7, 1); // no such table: nothing happens
+    gpDBSM_RowToRecord(7);
+    EXPECT_EQ(gfsDBSM_InsertValues(7), "");
+}
+
+TEST_F(StoreDbTest, AnOldInventoryIsBroughtUpToDateWithItsRowsIntact)
+{
+    seedCommon(1);
+    QStringList old;
+    for (const ColumnSpec &c : gInventoryRecord.columns()) {
+        if (c.name == "PenLiqorUnit" || c.name == "BPL3")
+            continue;
+        QString name = c.name, def = c.definition;
+        if (name == "ItemID")
+            def = "CHAR (15) NOT NULL DEFAULT  ' '";
+        if (name == "NeverOrder")
+            name = "Flg2";
+        if (name == "NotUsed")
+            name = "PriceFactor", def = "CHAR(6) DEFAULT  ' '";
+        else if (name == "PriceFactor")
+            name = "Spare1";
+        old << name + ' ' + def;
+    }
+    QSqlQuery q(gpDBSM_Engine()->db());
+    ASSERT_TRUE(q.exec(gpDBSM_Engine()->translate("Create Table invt1 (" + old.join(", ") + ")")));
+    ASSERT_TRUE(q.exec(gpDBSM_Engine()->translate("Create UNIQUE  Index idx_2 On invt1 (ItemID)")));
+    for (int r = 1; r <= 3; ++r)
+        ASSERT_TRUE(q.exec(QString("INSERT INTO invt1 (SL, ItemID, Description, PriceFactor, Flg2, "
+                                   "RecordNum) VALUES ('0000000%1', 'ITEM%1          ', 'OLD ITEM "
+                                   "%1', 'PF%1', 'Y', %1)")
+                               .arg(r)));
+
+    ASSERT_TRUE(setup());
+    const QStringList now = columnsOf("invt1");
+    ASSERT_EQ(now.size(), 57);
+    EXPECT_EQ(now[16], "NotUsed");
+    EXPECT_EQ(now[47], "NeverOrder");
+    EXPECT_EQ(now[50], "PriceFactor");
+    EXPECT_EQ(now[55], "PenLiqorUnit");
+    EXPECT_EQ(now[56], "BPL3");
+    EXPECT_EQ(indexCount("invt1"), 13);
+
+    ASSERT_TRUE(gfbDBSM_Open());
+    EXPECT_TRUE(gfbInventory_ByRecordNum(2));
+    EXPECT_EQ(gInventoryRecord.text("Description").trimmed(), "OLD ITEM 2");
+    EXPECT_EQ(gInventoryRecord.text("PriceFactor").trimmed(), "PF2") << "the old value moved";
+    EXPECT_EQ(gInventoryRecord.text("NeverOrder"), " ");
+    EXPECT_EQ(gfvDBSM_Field(1, "ItemID").toString().size(), 25);
+
+    // A second start finds nothing left to do.
+    ASSERT_TRUE(setup());
+    EXPECT_EQ(columnsOf("invt1"), now);
+    EXPECT_TRUE(boxes().isEmpty());
+}
+
+TEST_F(StoreDbTest, AnEmptyOldTableIsLeftAsItIs)
+{
+    seedCommon(1);
+    QSqlQuery q(gpDBSM_Engine()->db());
+    ASSERT_TRUE(q.exec("CREATE TABLE invt1 (SL CHAR(8), ItemID CHAR(15), Flg2 CHAR(1))"));
+    ASSERT_TRUE(setup());
+    EXPECT_EQ(columnsOf("invt1"), QStringList({"SL", "ItemID", "Flg2"}));
+}
