@@ -1,16 +1,27 @@
 // Seeds a demo data folder: a dozen hot key sets that link to each other, key
-// pictures, the suite's ZEL.INI, and the data path in the settings store.
-// hk_demo_seed DATA_FOLDER
+// pictures, the suite's ZEL.INI, an embedded database with the store's COMMON
+// row and an inventory with bar codes, and the settings that point at all of it.
+// hk_demo_seed DATA_FOLDER [--items N]   (N generated items, 3000 by default)
+#include "common/zelFormats.h"
+#include "database/DbEngine.h"
+#include "database/ZelDBSM_MSDE.h"
+#include "database/zelDBSM_Common.h"
+#include "database/zelDBSM_Inventory.h"
+#include "database/zelDBSM_Upc.h"
 #include "hotkeys/hkeyServices.h"
 #include "platform/SettingsStore.h"
+#include "platform/Shell.h"
 #include "settings/clsDataPath.h"
+#include "shell/hkeyDBSM_Setup.h"
+#include <QApplication>
 #include <QColor>
 #include <QDir>
 #include <QFile>
 #include <QFont>
-#include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
+#include <QSqlDatabase>
+#include <cmath>
 #include <cstdio>
 
 namespace {
@@ -165,13 +176,137 @@ void picture(const QString &folder, const QString &name, QColor color, const QSt
     image.save(folder + '/' + name, "JPG");
 }
 
+const char *const kProducts[][2] = {
+    {"APPLES", "GALA"},       {"BANANAS", "BUNCH"},      {"ORANGES", "NAVEL"},
+    {"TOMATOES", "VINE"},     {"POTATOES", "RUSSET"},    {"ONIONS", "YELLOW"},
+    {"CARROTS", "BAG"},       {"LETTUCE", "ICEBERG"},    {"MILK", "WHOLE"},
+    {"MILK", "SKIM"},         {"YOGURT", "PLAIN"},       {"YOGURT", "STRAWBERRY"},
+    {"CHEESE", "CHEDDAR"},    {"CHEESE", "SWISS"},       {"BUTTER", "SALTED"},
+    {"EGGS", "LARGE DOZEN"},  {"BREAD", "WHITE"},        {"BREAD", "WHOLE WHEAT"},
+    {"BAGELS", "PLAIN"},      {"CEREAL", "CORN FLAKES"}, {"CEREAL", "OAT RINGS"},
+    {"RICE", "LONG GRAIN"},   {"PASTA", "SPAGHETTI"},    {"PASTA", "PENNE"},
+    {"SAUCE", "MARINARA"},    {"SOUP", "TOMATO"},        {"SOUP", "CHICKEN NOODLE"},
+    {"BEANS", "BLACK"},       {"TUNA", "CHUNK LIGHT"},   {"COFFEE", "GROUND"},
+    {"TEA", "BLACK"},         {"COLA", "CAN"},           {"LEMONADE", "BOTTLE"},
+    {"WATER", "SPRING"},      {"JUICE", "ORANGE"},       {"CHIPS", "SALTED"},
+    {"CHIPS", "BBQ"},         {"PRETZELS", "TWISTS"},    {"COOKIES", "CHOC CHIP"},
+    {"CRACKERS", "SALTINE"},  {"NUTS", "PEANUTS"},       {"CANDY", "MINTS"},
+    {"SOAP", "BAR"},          {"SHAMPOO", "DAILY"},      {"TOOTHPASTE", "MINT"},
+    {"PAPER TOWELS", "ROLL"}, {"TISSUE", "BOX"},         {"DETERGENT", "LIQUID"},
+    {"BATTERIES", "AA"},      {"BATTERIES", "AAA"},      {"LIGHT BULB", "LED"},
+    {"TAPE", "CLEAR"},        {"GLUE", "STICK"},         {"PENS", "BLUE"},
+};
+const char *const kBrands[] = {"HOMESTYLE", "VALLEY", "SUNNY", "PRIME",   "CORNER",
+                               "FRESHWAY",  "GOLDEN", "NORTH", "BAYSIDE", "ACME"};
+const char *const kSizes[] = {"SMALL", "MEDIUM", "LARGE", "FAMILY", "2 PACK", "6 PACK"};
+
+int gRecordNum = 0;
+
+void addItem(const QString &sl, const QString &itemId, const QString &description,
+             const QString &sub, double price, const QString &vendor, const QString &dept)
+{
+    gpInventory_Clear();
+    gInventoryRecord.setText("SL", sl);
+    gInventoryRecord.setText("ItemID", itemId);
+    gInventoryRecord.setText("Description", description);
+    gInventoryRecord.setText("SubDescription", sub);
+    gInventoryRecord.setText("VendorCode", vendor);
+    gInventoryRecord.setText("DeptCode", dept);
+    gInventoryRecord.setNumber("Price", price);
+    gInventoryRecord.setNumber("Cost", std::round(price * 62) / 100);
+    gInventoryRecord.setNumber("QtyOnHand", 5 + gRecordNum % 40);
+    gInventoryRecord.setNumber("RecordNum", ++gRecordNum);
+    QString sql;
+    gfbDBSM_Record(1, opInsert, 0, false, false, sql);
+    gUpcRecord.clear();
+    gUpcRecord.setText("SL", sl);
+    gUpcRecord.setText("UPC",
+                       QString("0%1").arg(70000000000LL + gRecordNum * 7, 11, 10, QChar('0')));
+    gUpcRecord.setText("LABEL", description);
+    gUpcRecord.setNumber("InvUID", gRecordNum);
+    sql.clear();
+    gfbDBSM_Record(2, opInsert, 0, false, false, sql);
+}
+
+// The items the demo sets' keys sell, by S/L or by Item ID, under the keys' labels.
+void addKeyItems()
+{
+    for (const Set &set : kSets) {
+        for (const Column &column : set.columns) {
+            for (const Key &key : column.keys) {
+                if (!*key.item)
+                    continue;
+                const QString stored = gfsSL_toStored(gfsSL_normalize(key.item));
+                if (key.byId)
+                    addItem(QString("9%1").arg(gRecordNum + 1, 7, 10, QChar('0')), key.item,
+                            QString(key.caption).toUpper(), column.caption, 2.49 + gRecordNum % 5,
+                            "HOUSE", "DELI");
+                else if (glInventory_BySL(stored, false) == 0)
+                    addItem(stored, QString("DEMO-%1").arg(gRecordNum + 1),
+                            QString(key.caption).toUpper(), column.caption, 1.99 + gRecordNum % 7,
+                            "HOUSE", "DELI");
+            }
+        }
+    }
+}
+
+void addGeneratedItems(int count)
+{
+    for (int n = 0; n < count; ++n) {
+        const auto &product = kProducts[n % std::size(kProducts)];
+        const char *brand = kBrands[(n / std::size(kProducts)) % std::size(kBrands)];
+        const char *size =
+            kSizes[(n / (std::size(kProducts) * std::size(kBrands))) % std::size(kSizes)];
+        const QString description = QString("%1 %2 %3").arg(brand, product[0], product[1]).left(30);
+        addItem(QString("%1").arg(10000000 + n, 8, 10, QChar('0')), QString::number(400000 + n),
+                description, QString("%1 #%2").arg(size).arg(n / 3300 + 1),
+                0.79 + (n * 37 % 1500) / 100.0, QString(brand).left(8),
+                QString(product[0]).left(11));
+    }
+}
+
+bool seedDatabase(const QString &data, int items)
+{
+    const QString server = platform::ShellPort::get().computerName().toUpper() + "\\ZEL";
+    for (const auto &[key, value] : {std::pair{"Engine", QString("SQLite")},
+                                     {"DBName", QString("ZELDATA")},
+                                     {"Server", server},
+                                     {"UserName", QString("qx")},
+                                     {"Password", QString()}})
+        platform::SaveSetting("ZEL Settings", "DATABASE", key, value);
+    QFile::remove(data + "/ZELDATA.db");
+    if (!SqliteEngine::create(data + "/ZELDATA.db", nullptr))
+        return false;
+    gfbDBSM_Setup(); // makes COMMON, which has no row yet
+    gCommonRecord.clear();
+    gCommonRecord.setText("Cname", "Corner Grocery & Hardware");
+    gCommonRecord.setText("Ccity", "Springfield");
+    gCommonRecord.setText("DupID", "1");
+    gCommonRecord.setText("USEurope", "U");
+    gCommonRecord.setText("MultiStore", "N");
+    gCommonRecord.setNumber("StoreNumber", 1);
+    QString sql;
+    if (!gfbDBSM_Record(0, opInsert, 0, false, false, sql))
+        return false;
+    gpDBSM_Disconnect();
+    if (!gfbDBSM_Setup() || !gfbDBSM_OpenTable(1, false) || !gfbDBSM_OpenTable(2, false))
+        return false;
+    QSqlDatabase &db = gpDBSM_Engine()->db();
+    db.transaction();
+    addKeyItems();
+    addGeneratedItems(items);
+    db.commit();
+    gpDBSM_Disconnect();
+    return true;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication app(argc, argv);
+    QApplication app(argc, argv);
     if (argc < 2) {
         std::fprintf(stderr, "usage: hk_demo_seed DATA_FOLDER\n");
         return 2;
@@ -229,6 +364,11 @@ int main(int argc, char **argv)
                                      {"DATAPATH", data},
                                      {"TESTDATA", QString()}})
         platform::SaveSetting("ZEL Settings", "DATABASE", key, value);
-    std::printf("Demo data folder: %s\n", qPrintable(data));
+    const int items = argc > 3 && QString(argv[2]) == "--items" ? std::atoi(argv[3]) : 3000;
+    if (!seedDatabase(data, items)) {
+        std::fprintf(stderr, "The demo database could not be made.\n");
+        return 1;
+    }
+    std::printf("Demo data folder: %s (%d inventory items)\n", qPrintable(data), gRecordNum);
     return 0;
 }
