@@ -5,6 +5,7 @@
 #include "screens/frmButtonSet_Find.h"
 #include "screens/frmHotKey_Define.h"
 #include "screens/frmHotKeys.h"
+#include "screens/frmHotKeys_Trial.h"
 #include "screens/frmSpecialKey_edit.h"
 #include "screens/frmSpecialKeys.h"
 #include "settings/clsDataPath.h"
@@ -65,6 +66,13 @@ int main(int argc, char **argv)
         finder.ButtonSet_Current = "1";
         finder.Form_Load();
         save(finder, out, "frmButtonSet_Find");
+
+        frmHotKeys_Trial trial;
+        trial.msfileName = "HKSET01.SDF";
+        trial.currentSet = 1;
+        trial.Form_Load();
+        trial.resize(1280, 800);
+        save(trial, out, "frmHotKeys_Trial");
 
         gbSpecialKeys = true;
         frmSpecialKeys special;

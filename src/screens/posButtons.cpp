@@ -3,14 +3,33 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
-MyButton::MyButton(const QString &caption, QWidget *parent) : QPushButton(caption, parent)
+namespace {
+
+QString displayed(QString caption)
+{
+    caption.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    caption.replace('\r', '\n');
+    return caption;
+}
+
+} // namespace
+
+MyButton::MyButton(const QString &caption, QWidget *parent)
+    : QPushButton(displayed(caption), parent), m_caption(caption)
 {
     setAutoDefault(false);
 }
 
 void MyButton::setCaption(const QString &caption)
 {
-    setText(caption);
+    m_caption = caption;
+    setText(displayed(caption).replace('&', QLatin1String("&&")));
+    update();
+}
+
+void MyButton::clearPicture()
+{
+    m_picture = QPixmap();
     update();
 }
 
@@ -91,9 +110,6 @@ SpecialKeyPanel::SpecialKeyPanel(int index, QWidget *parent) : QPushButton(paren
 void SpecialKeyPanel::setCaption(const QString &caption)
 {
     m_caption = caption;
-    QString shown = caption;
-    shown.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    shown.replace('\r', '\n');
     // A button takes "&" for a mnemonic; the label shows it as typed.
-    setText(shown.replace('&', QLatin1String("&&")));
+    setText(displayed(caption).replace('&', QLatin1String("&&")));
 }

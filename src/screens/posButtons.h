@@ -15,11 +15,13 @@ class MyButton : public QPushButton {
 public:
     explicit MyButton(const QString &caption = QString(), QWidget *parent = nullptr);
 
-    QString caption() const { return text(); }
+    // The caption as given: a carriage return breaks the line, "&" shows as it is.
+    QString caption() const { return m_caption; }
     void setCaption(const QString &caption);
     const QPixmap &picture() const { return m_picture; }
     // False when the file is no picture; the former picture then stays.
     bool setPicture(const QString &file);
+    void clearPicture();
     int captionalignment() const { return m_captionalignment; }
     void setCaptionalignment(int v);
     int captionposition = 0;
@@ -33,6 +35,7 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    QString m_caption;
     QPixmap m_picture;
     int m_captionalignment = 0;
     int m_Appearance = 0;

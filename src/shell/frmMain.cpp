@@ -13,6 +13,7 @@
 #include "platform/Modal.h"
 #include "platform/Shell.h"
 #include "screens/frmHotKeys.h"
+#include "screens/frmHotKeys_Trial.h"
 #include "screens/frmSpecialKeys.h"
 #include "screens/posButtons.h"
 #include <QCursor>
@@ -225,7 +226,12 @@ void frmMain::cmdEdit_Click(int Index)
 
 void frmMain::cmdTrial_Click()
 {
-    // The trial panel opens here once it is part of the program.
+    frmHotKeys_Trial trial(this);
+    const int row = fgrdItems->Row();
+    trial.currentSet = static_cast<qint16>(row);
+    trial.msfileName = "HKSET" + fgrdItems->TextMatrix(row, 0) + ".SDF";
+    trial.Form_Load();
+    platform::showModal(trial);
 }
 
 void frmMain::cmdSpecial_Click(bool coupons)

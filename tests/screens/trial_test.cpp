@@ -1,0 +1,181 @@
+#include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyServices.h"
+#include "platform/MSFlexGrid.h"
+#include "screens/frmHotKeys_Trial.h"
+#include "screens/posButtons.h"
+#include "shell/hkeyDBSM_Interface.h"
+#include "support/StoreDb.h"
+#include <QFile>
+#include <QTest>
+
+using testing_support::StoreDbTest;
+
+namespace {
+
+class TrialTest : public StoreDbTest {
+protected:
+    void SetUp() override
+    {
+        StoreDbTest::SetUp();
+        seedCommon(1);
+        ASSERT_TRUE(setup());
+        ASSERT_TRUE(gfbDBSM_Open());
+        addItem("00012345", "COF-1", "COFFEE SMALL");
+        addItem("00020010", "CAKE-1", "CHOCOLATE CAKE");
+        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
+    }
+    // A set of one column: keys given as caption|item|idselect|link.
+    void writeSet(int number, const QString &title, const QStringList &keys)
+    {
+        QByteArray text = "[SET]" + title.toLatin1() + "\r\n[GROUP]1[CAPTION]Col[COLOR]BLUE\r\n";
+        for (int k = 0; k < keys.size(); ++k) {
+            const QStringList f = keys[k].split('|');
+            text += "[BUTTON]" + QByteArray::number(k + 1) + "[CAPTION]" + f[0].toLatin1() +
+                    "[ITEM]" + f[1].toLatin1() + "[ICON][IDSELECT]" + f[2].toLatin1() +
+                    "[LINKSET]" + f[3].toLatin1() + "[ROOT]\r\n";
+        }
+        writeDataFile(QString("HKSET%1.SDF").arg(number, 2, 10, QChar('0')), text);
+    }
+    std::unique_ptr<frmHotKeys_Trial> open(int row, const QString &file)
+    {
+        auto t = std::make_unique<frmHotKeys_Trial>();
+        t->currentSet = static_cast<qint16>(row);
+        t->msfileName = file;
+        t->Form_Load();
+        t->show();
+        return t;
+    }
+    QString key(frmHotKeys_Trial &t, int group, int index) const
+    {
+        return t.cmdHkGroup[group][index]->caption();
+    }
+    QStringList sale(frmHotKeys_Trial &t) const
+    {
+        QStringList rows;
+        for (int r = 1; r < t.fgrdItems->Rows(); ++r)
+            rows << t.fgrdItems->TextMatrix(r, 0) + ' ' + t.fgrdItems->TextMatrix(r, 1);
+        return rows;
+    }
+};
+
+} // namespace
+
+TEST_F(TrialTest, KeysRingItemsUpAndFollowLinks)
+{
+    writeSet(1, "Main",
+             {"Coffee|0001234.5|No|", "Cake|CAKE-1|Yes|", "Desserts||No|2", "Both|0001234.5|No|2",
+              "|0002001.0|No|", "Ghost|9999999.9|No|"});
+    writeSet(2, "Desserts", {"Cake again|CAKE-1|Yes|", "Back home||No|1"});
+    auto t = open(1, "HKSET01.SDF");
+    EXPECT_EQ(t->windowTitle(), "Hot Keys - Main");
+    EXPECT_EQ(key(*t, 1, 0), "Coffee 1");
+    EXPECT_EQ(key(*t, 1, 4), "5") << "no caption: the letter alone";
+    EXPECT_EQ(t->CmdAcceptCancel->caption(), "Cancel\rEsc");
+
+    QTest::mouseClick(t->cmdHkGroup[1][0], Qt::LeftButton);
+    QTest::keyClick(t.get(), Qt::Key_1);
+    QTest::keyClick(t.get(), Qt::Key_2);
+    QTest::keyClick(t.get(), Qt::Key_6); // an item the inventory lacks
+    EXPECT_EQ(sale(*t), QStringList({"2 COFFEE SMALL", "1 CHOCOLATE CAKE"}));
+    EXPECT_EQ(t->CmdAcceptCancel->caption(), "Accept\rF10");
+    EXPECT_EQ(t->CmdAcceptCancel->Tag, "27");
+
+    EXPECT_EQ(t->cmdHkGroup[1][3]->Tag, "52");
+    QTest::keyClick(t.get(), Qt::Key_4); // a link and an item: the link wins
+    EXPECT_EQ(t->windowTitle(), "Hot Keys - Desserts");
+    EXPECT_EQ(sale(*t).size(), 2);
+    QTest::keyClick(t.get(), Qt::Key_1); // the same item from another set
+    EXPECT_EQ(sale(*t), QStringList({"2 COFFEE SMALL", "2 CHOCOLATE CAKE"}));
+    QTest::keyClick(t.get(), Qt::Key_PageUp);
+    EXPECT_EQ(t->windowTitle(), "Hot Keys - Main") << "Back returns to the set before the link";
+    EXPECT_TRUE(boxes().isEmpty());
+    QTest::keyClick(t.get(), Qt::Key_Escape);
+    EXPECT_TRUE(t->isHidden());
+}
+
+TEST_F(TrialTest, LettersFollowTheirPlacesAndLowerCaseWorks)
+{
+    QByteArray text = "[SET]Letters\r\n";
+    for (int g = 1; g <= 4; ++g) {
+        text += "[GROUP]" + QByteArray::number(g) + "[CAPTION]G[COLOR]\r\n";
+        text += "[BUTTON]1[CAPTION]K" + QByteArray::number(g) +
+                "[ITEM]0001234.5[ICON][IDSELECT]"
+                "No[LINKSET][ROOT]\r\n[BUTTON]8[CAPTION]L" +
+                QByteArray::number(g) + "[ITEM]0001234.5[ICON][IDSELECT]No[LINKSET][ROOT]\r\n";
+    }
+    writeDataFile("HKSET01.SDF", text);
+    auto t = open(1, "HKSET01.SDF");
+    EXPECT_EQ(key(*t, 1, 7), "L1 8");
+    EXPECT_EQ(key(*t, 2, 0), "K2 A");
+    EXPECT_EQ(key(*t, 2, 7), "L2 H");
+    EXPECT_EQ(key(*t, 3, 0), "K3 J");
+    EXPECT_EQ(key(*t, 4, 7), "L4 Y");
+    QTest::keyClick(t.get(), Qt::Key_Y);
+    QTest::keyClicks(t.get(), "y");
+    EXPECT_EQ(sale(*t), QStringList({"2 COFFEE SMALL"}));
+    QTest::keyClicks(t.get(), "9");
+    QTest::keyClicks(t.get(), "i");
+    EXPECT_EQ(sale(*t), QStringList({"2 COFFEE SMALL"})) << "no key owns 9 or I";
+}
+
+TEST_F(TrialTest, TheFourButtonsWalkTheSetsInNameOrder)
+{
+    for (int n : {1, 2, 10}) writeSet(n, "Set " + QString::number(n), {"Go|0001234.5|No|"});
+    auto t = open(1, "HKSET01.SDF");
+    EXPECT_EQ(t->SetFiles.mid(1), QStringList({"HKSET01.SDF", "HKSET02.SDF", "HKSET10.SDF"}));
+    EXPECT_FALSE(t->cmdBack[0]->isEnabled());
+    EXPECT_TRUE(t->cmdBack[2]->isEnabled());
+    QTest::keyClick(t.get(), Qt::Key_PageDown);
+    EXPECT_EQ(t->windowTitle(), "Hot Keys - Set 2");
+    QTest::mouseClick(t->cmdBack[3], Qt::LeftButton);
+    EXPECT_EQ(t->windowTitle(), "Hot Keys - Set 10");
+    EXPECT_FALSE(t->cmdBack[2]->isEnabled());
+    QTest::keyClick(t.get(), Qt::Key_PageUp);
+    EXPECT_EQ(t->windowTitle(), "Hot Keys - Set 2");
+    QTest::keyClick(t.get(), Qt::Key_Home);
+    EXPECT_EQ(t->windowTitle(), "Hot Keys - Set 1");
+}
+
+TEST_F(TrialTest, BackToTheFirstEntryShowsTheStartingSetWhenNumbersHaveGaps)
+{
+    writeSet(3, "Three", {"Go|0001234.5|No|"});
+    writeSet(5, "Five", {"To seven||No|7"});
+    writeSet(7, "Seven", {"Go|0001234.5|No|"});
+    auto t = open(2, "HKSET05.SDF");
+    QTest::keyClick(t.get(), Qt::Key_1);
+    EXPECT_EQ(t->windowTitle(), "Hot Keys - Seven");
+    QTest::keyClick(t.get(), Qt::Key_PageUp);
+    EXPECT_EQ(t->windowTitle(), "Hot Keys - Five");
+}
+
+TEST_F(TrialTest, OneSetLeavesEveryButtonOffButTheKeysStillReachThem)
+{
+    writeSet(1, "Only", {"Go|0001234.5|No|", "Missing||No|9"});
+    auto t = open(1, "HKSET01.SDF");
+    for (int i = 0; i < 4; ++i) EXPECT_FALSE(t->cmdBack[i]->isEnabled()) << i;
+    QTest::keyClick(t.get(), Qt::Key_End);
+    EXPECT_EQ(t->windowTitle(), "Hot Keys - Only");
+
+    QTest::keyClick(t.get(), Qt::Key_2); // a link to a set whose file is gone
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_TRUE(shown[0].text.contains("HKSET09.SDF\r\rHot Keys File Is Missing"));
+    EXPECT_EQ(key(*t, 1, 0), "Go 1") << "the keys on show stay";
+    QTest::keyClick(t.get(), Qt::Key_1);
+    EXPECT_TRUE(sale(*t).isEmpty()) << "the record is empty until a set is read again";
+    QTest::keyClick(t.get(), Qt::Key_End);
+    QTest::keyClick(t.get(), Qt::Key_1);
+    EXPECT_EQ(sale(*t).size(), 1);
+}
+
+TEST_F(TrialTest, HelpLetsTheHelpComeInFrontAndF10Closes)
+{
+    writeSet(1, "Only", {"Go|0001234.5|No|"});
+    auto t = open(1, "HKSET01.SDF");
+    shell.topMost.clear();
+    QTest::keyClick(t.get(), Qt::Key_F1);
+    EXPECT_EQ(shell.topMost, QList<bool>({false, true}));
+    EXPECT_EQ(shell.urls.size(), 1);
+    QTest::keyClick(t.get(), Qt::Key_F10);
+    EXPECT_TRUE(t->isHidden());
+}
