@@ -10,6 +10,23 @@ KeyPreviewForm::KeyPreviewForm(QWidget *parent) : QDialog(parent) {}
 void KeyPreviewForm::Form_KeyDown(int &, int) {}
 void KeyPreviewForm::Form_KeyPress(int &) {}
 
+void KeyPreviewForm::mpStandardKeys(int &KeyCode, const std::function<void()> &accept,
+                                    const std::function<void()> &cancel,
+                                    const std::function<void()> &help)
+{
+    const std::function<void()> *action = nullptr;
+    if (KeyCode == vbKeyF10)
+        action = &accept;
+    else if (KeyCode == vbKeyEscape)
+        action = &cancel;
+    else if (KeyCode == vbKeyF1)
+        action = &help;
+    if (!action || !*action)
+        return;
+    KeyCode = 0;
+    (*action)();
+}
+
 Application::Application(int &argc, char **argv) : QApplication(argc, argv) {}
 
 bool Application::notify(QObject *receiver, QEvent *event)

@@ -1,6 +1,7 @@
 #pragma once
 #include <QApplication>
 #include <QDialog>
+#include <functional>
 
 namespace platform {
 
@@ -13,6 +14,13 @@ public:
 
     virtual void Form_KeyDown(int &KeyCode, int Shift);
     virtual void Form_KeyPress(int &KeyAscii);
+
+protected:
+    // F10 accepts, Esc cancels and F1 helps on most forms, whatever state their
+    // buttons are in; a handled key is consumed. An empty action leaves its key.
+    void mpStandardKeys(int &KeyCode, const std::function<void()> &accept,
+                        const std::function<void()> &cancel,
+                        const std::function<void()> &help = {});
 };
 
 // The application object: routes key presses to the form that holds the receiver.

@@ -66,12 +66,11 @@ void frmButtonSet_Find::cmdOkCancel_Click(int Index)
 
 void frmButtonSet_Find::Form_KeyDown(int &KeyCode, int)
 {
-    if (KeyCode == platform::vbKeyF10) {
-        KeyCode = 0;
-        if (cmdOkCancel[0]->isEnabled())
-            cmdOkCancel_Click(0);
-    } else if (KeyCode == platform::vbKeyEscape) {
-        KeyCode = 0;
-        cmdOkCancel_Click(1);
-    }
+    mpStandardKeys(
+        KeyCode,
+        [this] {
+            if (cmdOkCancel[0]->isEnabled())
+                cmdOkCancel_Click(0);
+        },
+        [this] { cmdOkCancel_Click(1); });
 }

@@ -216,22 +216,11 @@ void frmHotKey_Define::Form_KeyDown(int &KeyCode, int Shift)
 {
     if (Shift != 0)
         return;
-    switch (KeyCode) {
-    case platform::vbKeyF3:
+    if (KeyCode == platform::vbKeyF3)
         cmdFind[0]->click();
-        break;
-    case platform::vbKeyF4:
+    else if (KeyCode == platform::vbKeyF4)
         cmdFind[1]->click();
-        break;
-    case platform::vbKeyF10:
-        KeyCode = 0;
-        cmdOkCancel_Click(0);
-        break;
-    case platform::vbKeyEscape:
-        KeyCode = 0;
-        cmdOkCancel_Click(1);
-        break;
-    default:
-        break;
-    }
+    else
+        mpStandardKeys(
+            KeyCode, [this] { cmdOkCancel_Click(0); }, [this] { cmdOkCancel_Click(1); });
 }

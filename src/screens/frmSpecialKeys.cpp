@@ -140,20 +140,7 @@ void frmSpecialKeys::cmdOkCancel_Click(int Index)
 
 void frmSpecialKeys::Form_KeyDown(int &KeyCode, int)
 {
-    switch (KeyCode) {
-    case platform::vbKeyF1:
-        KeyCode = 0;
-        cmdHelp->click();
-        break;
-    case platform::vbKeyF10:
-        KeyCode = 0;
-        cmdOkCancel_Click(0);
-        break;
-    case platform::vbKeyEscape:
-        KeyCode = 0;
-        cmdOkCancel_Click(1);
-        break;
-    default:
-        break;
-    }
+    mpStandardKeys(
+        KeyCode, [this] { cmdOkCancel_Click(0); }, [this] { cmdOkCancel_Click(1); },
+        [this] { cmdHelp->click(); });
 }

@@ -154,24 +154,11 @@ void frmSM_DATAPATH2::mpAcceptEnable()
 
 void frmSM_DATAPATH2::Form_KeyDown(int &KeyCode, int Shift)
 {
-    if (Shift != 0)
-        return;
-    switch (KeyCode) {
-    case platform::vbKeyF10: // the key runs Accept even while the button is disabled
-        KeyCode = 0;
-        cmdOkCancel_Click(0);
-        break;
-    case platform::vbKeyEscape:
-        KeyCode = 0;
-        cmdOkCancel_Click(1);
-        break;
-    case platform::vbKeyF1:
-        KeyCode = 0;
-        cmdHelp_Click();
-        break;
-    default:
-        break;
-    }
+    // F10 runs Accept even while the button is disabled.
+    if (Shift == 0)
+        mpStandardKeys(
+            KeyCode, [this] { cmdOkCancel_Click(0); }, [this] { cmdOkCancel_Click(1); },
+            [this] { cmdHelp_Click(); });
 }
 
 void frmSM_DATAPATH2::cmdOkCancel_Click(int Index)
