@@ -6,6 +6,7 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QUuid>
+#include <cctype>
 #include <sqlite3.h>
 
 DbEngine::~DbEngine() = default;
@@ -39,17 +40,24 @@ QString uniqueConnection(const char *kind)
     return QString("%1-%2").arg(kind, QUuid::createUuid().toString(QUuid::Id128));
 }
 
-// Compares as SQL Server's default collation does: case ignored, trailing blanks ignored.
+// Compares as SQL Server's default collation does: case ignored, trailing blanks
+// ignored. The database text is UTF-8; ASCII, nearly all of it, is compared in place.
 int zelCompare(void *, int lengthA, const void *a, int lengthB, const void *b)
 {
-    auto *x = static_cast<const char16_t *>(a);
-    auto *y = static_cast<const char16_t *>(b);
-    int n = lengthA / 2, m = lengthB / 2;
-    while (n > 0 && x[n - 1] == u' ') --n;
-    while (m > 0 && y[m - 1] == u' ') --m;
+    auto *x = static_cast<const unsigned char *>(a);
+    auto *y = static_cast<const unsigned char *>(b);
+    int n = lengthA, m = lengthB;
+    while (n > 0 && x[n - 1] == ' ') --n;
+    while (m > 0 && y[m - 1] == ' ') --m;
     const int common = std::min(n, m);
     for (int i = 0; i < common; ++i) {
-        const char16_t p = QChar::toCaseFolded(x[i]), q = QChar::toCaseFolded(y[i]);
+        if (x[i] >= 0x80 || y[i] >= 0x80) {
+            const QString p = QString::fromUtf8(reinterpret_cast<const char *>(x + i), n - i);
+            const QString q = QString::fromUtf8(reinterpret_cast<const char *>(y + i), m - i);
+            const int c = p.compare(q, Qt::CaseInsensitive);
+            return c < 0 ? -1 : (c > 0 ? 1 : 0);
+        }
+        const int p = std::tolower(x[i]), q = std::tolower(y[i]);
         if (p != q)
             return p < q ? -1 : 1;
     }
@@ -143,7 +151,7 @@ bool SqliteEngine::open(const QString &database, DbError &error)
     const QVariant handle = m_db.driver()->handle();
     if (handle.isValid() && qstrcmp(handle.typeName(), "sqlite3*") == 0) {
         sqlite3 *h = *static_cast<sqlite3 *const *>(handle.data());
-        sqlite3_create_collation_v2(h, "ZELCI", SQLITE_UTF16_ALIGNED, nullptr, zelCompare, nullptr);
+        sqlite3_create_collation_v2(h, "ZELCI", SQLITE_UTF8, nullptr, zelCompare, nullptr);
     }
     return true;
 }
@@ -160,21 +168,27 @@ QStringList SqliteEngine::userTables()
 QString SqliteEngine::translate(const QString &statement) const
 {
     QString s = statement;
-    static const QRegularExpression top("^(SELECT\\s+)TOP 1 ",
-                                        QRegularExpression::CaseInsensitiveOption);
-    if (top.match(s).hasMatch()) {
-        s.replace(top, "\\1");
-        s += " LIMIT 1";
+    // Reads come by the thousand: they take the cheap path.
+    if (s.startsWith("SELECT", Qt::CaseInsensitive)) {
+        static const QRegularExpression top("^(SELECT\\s+)TOP 1 ",
+                                            QRegularExpression::CaseInsensitiveOption);
+        if (s.contains("TOP 1 ", Qt::CaseInsensitive) && top.match(s).hasMatch()) {
+            s.replace(top, "\\1");
+            s += " LIMIT 1";
+        }
+        if (s.contains("ltrim(ItemID)"))
+            s.replace("ltrim(ItemID)", "(ltrim(ItemID) COLLATE ZELCI)");
+        if (s.contains("LEFT(", Qt::CaseInsensitive)) {
+            static const QRegularExpression left("\\bLEFT\\(([^,()]+),\\s*([^()]+)\\)",
+                                                 QRegularExpression::CaseInsensitiveOption);
+            s.replace(left, "substr(\\1,1,\\2)");
+        }
+        return s;
     }
-    s.replace("ltrim(ItemID)", "(ltrim(ItemID) COLLATE ZELCI)");
-    static const QRegularExpression left("\\bLEFT\\(([^,()]+),\\s*([^()]+)\\)",
-                                         QRegularExpression::CaseInsensitiveOption);
-    s.replace(left, "substr(\\1,1,\\2)");
     // Text columns compare as SQL Server's: case and trailing blanks ignored.
     static const QRegularExpression text("\\b((?:VAR)?CHAR\\s*\\(\\s*\\d+\\s*\\))",
                                          QRegularExpression::CaseInsensitiveOption);
-    if (s.startsWith("CREATE TABLE", Qt::CaseInsensitive) ||
-        s.startsWith("ALTER TABLE", Qt::CaseInsensitive))
+    if (s.startsWith("CREATE TABLE", Qt::CaseInsensitive))
         s.replace(text, "\\1 COLLATE ZELCI");
     // Column types bind no values here; a widened CHAR column gets the blanks
     // that SQL Server pads it with, so its values have the new width.
@@ -191,13 +205,29 @@ QString SqliteEngine::translate(const QString &statement) const
             .arg(table, column, QString(width, ' '))
             .arg(width);
     }
+    if (s.startsWith("ALTER TABLE", Qt::CaseInsensitive))
+        s.replace(text, "\\1 COLLATE ZELCI");
     static const QRegularExpression dropIndex("^Drop index (\\w+)\\.(\\w+)\\s*$",
                                               QRegularExpression::CaseInsensitiveOption);
     s.replace(dropIndex, "DROP INDEX IF EXISTS \\1_\\2");
     static const QRegularExpression index(
         "^CREATE\\s+(UNIQUE\\s+)?(?:NON)?(?:CLUSTERED\\s+)?INDEX\\s+(\\w+)\\s+ON\\s+(\\w+)",
         QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch indexMatch = index.match(s);
     s.replace(index, "CREATE \\1INDEX \\3_\\2 ON \\3"); // index names are per database here
+    // Searches by Item ID compare ltrim(ItemID); a second index on that
+    // expression keeps them from reading the whole table.
+    static const QRegularExpression itemIdFirst("\\(\\s*ItemID\\s*[,)]",
+                                                QRegularExpression::CaseInsensitiveOption);
+    if (indexMatch.hasMatch() && itemIdFirst.match(s).hasMatch()) {
+        const QString table = indexMatch.captured(3), name = indexMatch.captured(2);
+        s = s.trimmed();
+        if (s.endsWith(';'))
+            s.chop(1);
+        s += QString("\nCREATE INDEX IF NOT EXISTS %1_%2_ltrim ON %1 ((ltrim(ItemID) COLLATE "
+                     "ZELCI))")
+                 .arg(table, name);
+    }
     static const QRegularExpression rename(
         "^sp_RENAME\\s+'(\\w+)\\.(\\w+)',\\s*'\\s*(\\w+)\\s*',\\s*'COLUMN'",
         QRegularExpression::CaseInsensitiveOption);

@@ -38,6 +38,8 @@ public:
     // The user tables of the open database.
     virtual QStringList userTables() = 0;
 
+    // The statement as this engine runs it; several statements are separated by
+    // line feeds, which the statements of the suite never hold.
     virtual QString translate(const QString &statement) const;
     // The provider's number and text for an error of this engine.
     virtual DbError errorOf(const QSqlError &error) const;

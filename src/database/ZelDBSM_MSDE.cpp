@@ -196,9 +196,11 @@ bool execute(const QString &statement, DbError &error, qint32 *affected = nullpt
     if (sql.isEmpty())
         return true; // nothing to do on this engine
     QSqlQuery q(engine()->db());
-    if (!q.exec(sql)) {
-        error = engine()->errorOf(q.lastError());
-        return false;
+    for (const QString &part : sql.split('\n')) {
+        if (!q.exec(part)) {
+            error = engine()->errorOf(q.lastError());
+            return false;
+        }
     }
     if (affected) {
         // As the suite's provider reports it: rows for a change of data, -1 for anything else.

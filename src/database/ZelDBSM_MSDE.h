@@ -134,7 +134,10 @@ void gpDBSM_SetKey(qint16 iFile, qint16 iSegments,
                    const QList<std::pair<qint16, QVariant>> &segments);
 QString gfsDBSM_SqlText(const QVariant &vValue, bool bDouble);
 qint32 glDBSM_Count(qint16 iFile, QString &sTable);
-bool gfbDBSM_Select(QString &sSQL, qint16 iFile, bool bNoBind);
+// Whether a count of the table would be above 0, without counting every row.
+bool gfbDBSM_HasRows(qint16 iFile);
+// With `maxRows` above 0 at most that many rows and one more are fetched.
+bool gfbDBSM_Select(QString &sSQL, qint16 iFile, bool bNoBind, int maxRows = 0);
 qint32 glDBSM_Execute(const QString &sSQL);
 bool gfbDBSM_AddColumn(qint16 iFile, const QString &sName, const QString &sType);
 bool gfbDBSM_RenameColumn(const QString &sTable, const QString &sOld, const QString &sNew);

@@ -97,7 +97,8 @@ bool validFile(qint16 iFile)
 }
 
 // Opens a statement; the rows and column names go into `rs`.
-bool openRows(const QString &statement, const QString &table, Recordset &rs, DbError &error)
+bool openRows(const QString &statement, const QString &table, Recordset &rs, DbError &error,
+              int maxRows = 0)
 {
     DbEngine *e = gpDBSM_Engine();
     if (!e || !e->isOpen()) {
@@ -114,7 +115,7 @@ bool openRows(const QString &statement, const QString &table, Recordset &rs, DbE
     QStringList names;
     for (int i = 0; i < record.count(); ++i) names << record.fieldName(i);
     QVector<QVector<QVariant>> rows;
-    while (q.next()) {
+    while (q.next() && (maxRows <= 0 || rows.size() <= maxRows)) {
         QVector<QVariant> row(record.count());
         for (int i = 0; i < record.count(); ++i) row[i] = q.value(i);
         rows << row;
@@ -492,13 +493,27 @@ qint32 glDBSM_Count(qint16 iFile, QString &sTable)
     return rs.value(0).toInt();
 }
 
-bool gfbDBSM_Select(QString &sSQL, qint16 iFile, bool bNoBind)
+bool gfbDBSM_HasRows(qint16 iFile)
 {
     if (!validFile(iFile))
         return false;
     Recordset rs;
     DbError e;
-    if (!openRows(sSQL, gTables[iFile].sTableName, rs, e)) {
+    const QString statement = "SELECT TOP 1 1 FROM " + gTables[iFile].sTableName;
+    if (!openRows(statement, gTables[iFile].sTableName, rs, e)) {
+        showRuntimeError(statement, e);
+        return false;
+    }
+    return rs.RecordCount() > 0;
+}
+
+bool gfbDBSM_Select(QString &sSQL, qint16 iFile, bool bNoBind, int maxRows)
+{
+    if (!validFile(iFile))
+        return false;
+    Recordset rs;
+    DbError e;
+    if (!openRows(sSQL, gTables[iFile].sTableName, rs, e, maxRows)) {
         if (e.number != kErrNoValue && e.number != kErrCommand) // as glDBSM_Execute ignores them
             mpDBSM_ReportFailure(sSQL, e);
         return false;

@@ -30,6 +30,9 @@ qint16 giMatchIndex = 0;
 namespace {
 
 constexpr qint16 kInventory = 1, kUpc = 2;
+// More wildcard matches than this are not kept: a page list that long helps
+// nobody, and each match holds a whole record in memory.
+constexpr int kMaxMatches = 10000;
 
 // The match shown in grid row 1 while wildcard matches are paged.
 int mFirstMatch = 0;
@@ -443,8 +446,8 @@ QChar firstChar(const QString &s)
 
 bool upcSearch(platform::MSFlexGrid *grid)
 {
-    QString table = gTables[kUpc].sTableName;
-    if (glDBSM_Count(kUpc, table) == 0) {
+    const QString table = gTables[kUpc].sTableName;
+    if (!gfbDBSM_HasRows(kUpc)) { // the count's only question: is it 0
         say("No UPC Codes in UPC File");
         return false;
     }
@@ -711,8 +714,7 @@ bool gfbGrid_search(platform::MSFlexGrid *grid, LookupForm *form)
         gbTableBusy = false;
         return found;
     }
-    QString table = gTables[kInventory].sTableName;
-    if (glDBSM_Count(kInventory, table) == 0) {
+    if (!gfbDBSM_HasRows(kInventory)) { // the count's only question: is it 0
         for (int r = 1; r < giPageRows; ++r) gpGrid_clearRow(r, grid);
         gbAtEnd = true;
         gbTableBusy = false;
@@ -779,11 +781,17 @@ void gpGrid_wildcard(platform::MSFlexGrid *grid, LookupForm *)
     QString sql = "SELECT * FROM " + gTables[kInventory].sTableName + " WHERE " + gsSortFieldName +
                   " like '%" + QString(gsSearchValue).replace('\'', "''") +
                   "%' And status <> 'D' " + order;
-    if (!gfbDBSM_Select(sql, kInventory, false)) {
+    if (!gfbDBSM_Select(sql, kInventory, false, kMaxMatches)) {
         say("No matches found");
         return;
     }
-    const int n = gRecordsets[kInventory].RecordCount();
+    int n = gRecordsets[kInventory].RecordCount();
+    if (n > kMaxMatches) {
+        n = kMaxMatches;
+        say(QString("More than %1 items match. The first %1 are listed; type more of the "
+                    "value to find fewer.")
+                .arg(kMaxMatches));
+    }
     gInventoryMatches = QVector<TableRecord>(n + 1, gInventoryRecord);
     for (int r = 1; r < giPageRows; ++r) gpGrid_clearRow(r, grid);
     mFirstMatch = 1;

@@ -24,7 +24,9 @@ QStringList columnsOf(const QString &table)
 int indexCount(const QString &table)
 {
     QSqlQuery q(gpDBSM_Engine()->db());
-    q.exec("SELECT COUNT(*) FROM sqlite_master WHERE type='index' AND tbl_name='" + table + "'");
+    // The suite's indexes; the engine's own index on ltrim(ItemID) is not one of them.
+    q.exec("SELECT COUNT(*) FROM sqlite_master WHERE type='index' AND tbl_name='" + table +
+           "' AND name NOT LIKE '%_ltrim'");
     return q.next() ? q.value(0).toInt() : -1;
 }
 
@@ -195,7 +197,9 @@ TEST_F(StoreDbTest, AnOldInventoryIsBroughtUpToDateWithItsRowsIntact)
     }
     QSqlQuery q(gpDBSM_Engine()->db());
     ASSERT_TRUE(q.exec(gpDBSM_Engine()->translate("Create Table invt1 (" + old.join(", ") + ")")));
-    ASSERT_TRUE(q.exec(gpDBSM_Engine()->translate("Create UNIQUE  Index idx_2 On invt1 (ItemID)")));
+    for (const QString &part :
+         gpDBSM_Engine()->translate("Create UNIQUE  Index idx_2 On invt1 (ItemID)").split('\n'))
+        ASSERT_TRUE(q.exec(part));
     for (int r = 1; r <= 3; ++r)
         ASSERT_TRUE(q.exec(QString("INSERT INTO invt1 (SL, ItemID, Description, PriceFactor, Flg2, "
                                    "RecordNum) VALUES ('0000000%1', 'ITEM%1          ', 'OLD ITEM "
