@@ -1,6 +1,9 @@
 // Renders the program's screens offscreen to PNG files, to look at them as a
 // person would: hk_render_screens OUTPUT_FOLDER [DATA_FOLDER]
+#include "database/ZelDBSM_MSDE.h"
 #include "hotkeys/hkeyGlobal.h"
+#include "lookup/GridSetUpBackOffice.h"
+#include "lookup/frm_Lookup.h"
 #include "platform/KeyPreviewForm.h"
 #include "screens/frmButtonSet_Find.h"
 #include "screens/frmHotKey_Define.h"
@@ -12,6 +15,7 @@
 #include "settings/frmSMFILE_PATH.h"
 #include "settings/frmSM_DATAPATH2.h"
 #include "shell/frmMain.h"
+#include "shell/hkeyDBSM_Setup.h"
 #include <QDir>
 #include <QLineEdit>
 #include <QTimer>
@@ -74,6 +78,20 @@ int main(int argc, char **argv)
         trial.resize(1280, 800);
         save(trial, out, "frmHotKeys_Trial");
 
+        // The item lookup, on the database the settings store names.
+        if (gfbDBSM_Setup()) {
+            for (const QSize size : {QSize(1024, 640), QSize(1600, 1000)}) {
+                frm_Lookup lookup;
+                gfbInventoryLookup_setup(&lookup);
+                lookup.Form_Load();
+                lookup.setWindowState(Qt::WindowNoState);
+                lookup.resize(size);
+                lookup.show();
+                QApplication::processEvents();
+                save(lookup, out, QString("frm_Lookup-%1").arg(size.width()));
+            }
+        }
+
         gbSpecialKeys = true;
         frmSpecialKeys special;
         special.Form_Load();
@@ -93,5 +111,6 @@ int main(int argc, char **argv)
     browser.Path = QDir::homePath();
     browser.Form_Load();
     save(browser, out, "frmSMFILE_PATH");
+    gpDBSM_Disconnect();
     return 0;
 }

@@ -88,7 +88,8 @@ void gpForm_initControls(QWidget *oForm)
         QFont font = control->font();
         if (font.family() != "Arial") {
             const double delta = font.family() == "MS Sans Serif" ? 0.75 : -0.75;
-            font.setPointSizeF(std::round(font.pointSizeF() + delta));
+            if (font.pointSizeF() > 1) // a font sized in pixels keeps its size
+                font.setPointSizeF(std::round(font.pointSizeF() + delta));
             font.setFamily(gsFontName);
             control->setFont(font);
         }

@@ -2,8 +2,12 @@
 #include "common/Conversions.h"
 #include "common/sm_Files.h"
 #include "common/sm_Text.h"
+#include "common/zelFormats.h"
+#include "database/ZelDBSM_MSDE.h"
+#include "database/zelDBSM_Inventory.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyServices.h"
+#include "lookup/frm_Lookup.h"
 #include "platform/AppInfo.h"
 #include "platform/Dialogs.h"
 #include "platform/KeyCodes.h"
@@ -129,7 +133,7 @@ void frmHotKey_Define::txtEdit_Change()
 void frmHotKey_Define::cmdFind_Click(int Index)
 {
     if (Index == 0)
-        return; // the inventory lookup answers here once it is part of the program
+        return mpFindItem();
     frmButtonSet_Find finder(this);
     finder.ButtonSet_Current = ButtonSet;
     finder.Form_Load();
@@ -141,6 +145,26 @@ void frmHotKey_Define::cmdFind_Click(int Index)
     txtEdit[2]->setText(finder.ButtonSetLabel);
     txtEdit2_Tag = finder.ButtonSet;
     txtEdit[3]->clear();
+}
+
+void frmHotKey_Define::mpFindItem()
+{
+    const QString code = gfsInventory_find("");
+    if (code.isEmpty())
+        return;
+    gInventoryRecord.setText("SL", gfsSL_toStored(code));
+    QString sql;
+    if (gfbDBSM_Record(1, opEqual, 1, false, false, sql)) {
+        if (Option1[0]->isChecked()) {
+            txtEdit[1]->setText(conv::Trim(gfsSL_toDisplay(gInventoryRecord.text("SL"))));
+        } else {
+            sql.clear();
+            if (gfbDBSM_Record(1, opEqual, 2, false, false, sql))
+                txtEdit[1]->setText(conv::Trim(gInventoryRecord.text("ItemID")));
+        }
+    }
+    txtEdit[0]->setText(conv::Trim(gInventoryRecord.text("Description")).left(15));
+    txtEdit[0]->setFocus();
 }
 
 void frmHotKey_Define::cmdBrowsePath_Click()

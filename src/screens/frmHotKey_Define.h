@@ -46,6 +46,7 @@ public:
 
 private:
     void Option1_Click(int Index);
+    void mpFindItem();
     void txtEdit_Change();
     void mpSelectOption(int Index);
 };
