@@ -798,8 +798,13 @@ void gpGrid_wildcard(platform::MSFlexGrid *grid, LookupForm *)
     for (int i = 1; i <= n; ++i) {
         if (i > 1)
             gRecordsets[kInventory].MoveNext();
-        if (i % 500 == 0)
+        if (i % 500 == 0) {
             QCoreApplication::processEvents(); // lets Stop Search come in
+            if (gbStopSearch) {
+                gInventoryMatches.resize(i);
+                break;
+            }
+        }
         gpInventory_RowToRecord(kInventory);
         if (i <= giPageRows - 1) {
             gpGrid_fillRow(i, grid);
