@@ -801,7 +801,7 @@ void gpGrid_wildcard(platform::MSFlexGrid *grid, LookupForm *)
         if (i % 500 == 0) {
             QCoreApplication::processEvents(); // lets Stop Search come in
             if (gbStopSearch) {
-                gInventoryMatches.resize(i);
+                gInventoryMatches.remove(i, gInventoryMatches.size() - i);
                 break;
             }
         }
