@@ -2,6 +2,7 @@
 // hk_db_benchmark [ROWS...]   (default 100000 1000000)
 // For each size: Get Equal, Get Next over 10,000 rows, Get Previous on a
 // two-segment key over 10,000 rows, and the query plan of the Get Next step.
+#include "BenchDatabase.h"
 #include "database/DbEngine.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "platform/AppInfo.h"
@@ -96,13 +97,7 @@ int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
     QTemporaryDir dir;
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, dir.filePath("settings"));
-    platform::setApplicationFolder(dir.path());
-    gDataPath.setDataPath(dir.path());
-    for (const auto &[k, v] :
-         {std::pair{"Engine", "SQLite"}, {"DBName", "Bench"}, {"Server", "BENCH\\ZEL"}})
-        platform::SaveSetting("ZEL Settings", "DATABASE", k, v);
-    SqliteEngine::create(dir.filePath("Bench.db"), nullptr);
+    useBenchDatabase(dir);
     giFileCount = 1;
     if (!gfbDBSM_Connect())
         return 1;

@@ -3,6 +3,7 @@
 // Page Down, Page Up, Line Down and a search jump in the Description, S/L and
 // Item ID orders; an OFFSET/LIMIT page near the end as the baseline; and a
 // wildcard search with the memory it takes.
+#include "BenchDatabase.h"
 #include "database/DbEngine.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "database/zelDBSM_Common.h"
@@ -96,13 +97,7 @@ int main(int argc, char **argv)
     PrintedDialogs dialogs;
     platform::DialogPort::install(&dialogs);
     QTemporaryDir dir;
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, dir.filePath("settings"));
-    platform::setApplicationFolder(dir.path());
-    gDataPath.setDataPath(dir.path());
-    for (const auto &[k, v] :
-         {std::pair{"Engine", "SQLite"}, {"DBName", "Bench"}, {"Server", "BENCH\\ZEL"}})
-        platform::SaveSetting("ZEL Settings", "DATABASE", k, v);
-    SqliteEngine::create(dir.filePath("Bench.db"), nullptr);
+    useBenchDatabase(dir);
     gfbDBSM_Setup();
     gCommonRecord.setNumber("StoreNumber", 1);
     gCommonRecord.setText("DupID", "1");

@@ -35,9 +35,7 @@ protected:
     void SetUp() override
     {
         StoreDbTest::SetUp();
-        seedCommon(1);
-        ASSERT_TRUE(setup());
-        ASSERT_TRUE(gfbDBSM_Open());
+        openStore();
         giInventorySearch = 0;
         gbWildcard = false;
         gsSearchValue.clear();

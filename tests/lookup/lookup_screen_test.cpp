@@ -25,9 +25,7 @@ protected:
     void SetUp() override
     {
         StoreDbTest::SetUp();
-        seedCommon(1);
-        ASSERT_TRUE(setup());
-        ASSERT_TRUE(gfbDBSM_Open());
+        openStore();
         addItem("00012345", "COF-1", "COFFEE SMALL CUP TO GO");
         addItem("00012346", "COF-2", "COFFEE LARGE");
         addItem("00020010", "CAKE-1", "CHOCOLATE CAKE");

@@ -17,9 +17,7 @@ protected:
     void SetUp() override
     {
         StoreDbTest::SetUp();
-        seedCommon(1);
-        ASSERT_TRUE(setup());
-        ASSERT_TRUE(gfbDBSM_Open());
+        openStore();
         addItem("00012345", "COF-1", "COFFEE SMALL");
         addItem("00020010", "CAKE-1", "CHOCOLATE CAKE");
         gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";

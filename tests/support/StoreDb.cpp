@@ -24,6 +24,13 @@ void StoreDbTest::seedCommon(int store, const QString &multiStore)
     ASSERT_TRUE(gfbDBSM_Record(0, opInsert, 0, false, false, sql)) << gsInsertError.toStdString();
 }
 
+void StoreDbTest::openStore()
+{
+    seedCommon(1);
+    ASSERT_TRUE(setup());
+    ASSERT_TRUE(gfbDBSM_Open());
+}
+
 int StoreDbTest::addItem(const QString &sl, const QString &itemId, const QString &description,
                          double price, const QString &vendor)
 {

@@ -10,6 +10,8 @@ protected:
     bool setup();
     // Writes the one COMMON row.
     void seedCommon(int store, const QString &multiStore = "N");
+    // Store 1 set up as at start, its inventory and bar code tables open.
+    void openStore();
     // Inserts an inventory item through the table module; returns its record number.
     int addItem(const QString &sl, const QString &itemId, const QString &description,
                 double price = 1.0, const QString &vendor = "ACME");
