@@ -18,6 +18,8 @@ hk_install_missing() {
 
 hk_build() {
   local dir="$1"
-  cmake -S "$hk_root" -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+  local launcher=()
+  command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+  cmake -S "$hk_root" -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "${launcher[@]}" "${@:2}" >/dev/null
   cmake --build "$dir" -j2
 }
