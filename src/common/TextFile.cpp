@@ -1,4 +1,5 @@
 #include "common/TextFile.h"
+#include "platform/FileReplace.h"
 #include <QFile>
 #include <QHash>
 
@@ -104,25 +105,12 @@ bool readLines(const QString &path, QStringList &lines, QString *error)
 bool writeLines(const QString &path, const QStringList &lines, QString *error)
 {
     QByteArray bytes;
-    for (const QString &line : lines) bytes += toCp1252(line) + "\r\n";
-    QFile f(path);
-    if (!f.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
-        if (error)
-            *error = f.errorString();
-        return false;
+    for (const QString &line : lines) {
+        QByteArray one = toCp1252(line);
+        one.replace('\r', ' ').replace('\n', ' ');
+        bytes += one + "\r\n";
     }
-    if (f.write(bytes) != bytes.size() || !f.flush()) {
-        if (error)
-            *error = f.errorString();
-        return false;
-    }
-    f.close();
-    if (f.error() != QFileDevice::NoError) {
-        if (error)
-            *error = f.errorString();
-        return false;
-    }
-    return true;
+    return platform::replaceFile(path, bytes, error);
 }
 
 } // namespace textfile

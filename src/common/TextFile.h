@@ -20,8 +20,11 @@ bool readText(const QString &path, QString &text, QString *error = nullptr);
 
 // False when the file cannot be opened or read; `error` says why.
 bool readLines(const QString &path, QStringList &lines, QString *error = nullptr);
-// Creates the file and writes each line with CR LF. False with `error` set when
-// the file cannot be created or written whole.
+// Replaces the file whole with the lines, each ended by CR LF, through a temporary
+// file renamed over it: a reader sees the old file or the new one, never a part.
+// A line break inside a line becomes a blank, so the file holds exactly these
+// lines. False with `error` saying why in the user's words; the old file is then
+// as it was.
 bool writeLines(const QString &path, const QStringList &lines, QString *error = nullptr);
 
 } // namespace textfile

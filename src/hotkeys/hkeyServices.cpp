@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 #include <optional>
 
 std::array<HotKeyGroup, 5> gHotKeyGroups;
@@ -41,8 +42,8 @@ void showWriteFailure(const QString &path, const QString &reason, const QString 
 {
     platform::MsgBox(QDir::toNativeSeparators(path) + "\r\r" + kind + " File Could Not Be Saved\r" +
                          reason +
-                         "\rYour changes are still on the screen. Make sure the data folder "
-                         "can be written to and try again.",
+                         "\rThe file in the data folder was left as it was, and your changes "
+                         "are still on the screen.",
                      platform::vbCritical);
 }
 
@@ -176,11 +177,6 @@ QString gfsHotKeySet_read(const QString &sSetNumber)
 bool gpHotKeySet_write(const QString &sSetNumber, const QString &sTitle)
 {
     const QString path = hotKeySetPath(sSetNumber);
-    QFile old(path);
-    if (old.exists() && !old.remove()) {
-        showWriteFailure(path, old.errorString());
-        return false;
-    }
     QString error;
     if (!textfile::writeLines(path, setLines(sTitle), &error)) {
         showWriteFailure(path, error);
@@ -228,6 +224,14 @@ QString hotKeySetShownDigits(const QString &sFileName)
     return gfsText_digits(sFileName.right(7));
 }
 
+QString hotKeySetNumber(const QString &sFileName)
+{
+    static const QRegularExpression own("^HKSET([0-9]+)\\.SDF$",
+                                        QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch m = own.match(sFileName);
+    return m.hasMatch() && conv::Val(m.captured(1)) >= 1 ? m.captured(1) : QString();
+}
+
 QString gfsHotKeySet_label(const QString &sSetNumber)
 {
     if (conv::Trim(sSetNumber).isEmpty())
@@ -248,8 +252,9 @@ bool mpDropLinks(QStringList &lines, double removed)
     bool changed = false;
     for (QString &line : lines) {
         QCoreApplication::processEvents();
-        if (line.contains("[LINKSET]") &&
-            conv::Val(gfsTagValue(line, "[LINKSET]", "[")) == removed) {
+        const QString link = gfsTagValue(line, "[LINKSET]", "[");
+        // An empty link reads as 0; such a key links nowhere and is never touched.
+        if (!conv::Trim(link).isEmpty() && conv::Val(link) == removed) {
             line.clear();
             changed = true;
         }
@@ -257,25 +262,14 @@ bool mpDropLinks(QStringList &lines, double removed)
     return changed;
 }
 
-bool mpRewrite(const QString &path, const QStringList &original, const QStringList &lines,
-               QString *error)
+bool mpRewrite(const QString &path, const QStringList &lines, QString *error)
 {
     QStringList kept;
     for (const QString &line : lines) {
         if (!conv::Trim(line).isEmpty())
             kept << line;
     }
-    QFile old(path);
-    if (old.exists() && !old.remove()) {
-        *error = old.errorString();
-        return false;
-    }
-    if (textfile::writeLines(path, kept, error))
-        return true;
-    // Put the set back rather than lose it; its links stay and the removal stops.
-    QFile::remove(path);
-    textfile::writeLines(path, original);
-    return false;
+    return textfile::writeLines(path, kept, error);
 }
 
 } // namespace
@@ -287,6 +281,12 @@ SetRemoval gpHotKeySet_remove(const QString &sSetNumber)
 {
     SetRemoval result;
     const double removed = conv::Val(sSetNumber);
+    // No set has a number below 1, and every empty link would match 0.
+    if (hotKeySetNumber("HKSET" + sSetNumber + ".SDF").isEmpty()) {
+        result.problems << "\"" + sSetNumber +
+                               "\" is not the number of a set; nothing was changed.";
+        return result;
+    }
     QStringList failed;
     bool changed = true;
     while (changed) {
@@ -304,11 +304,10 @@ SetRemoval gpHotKeySet_remove(const QString &sSetNumber)
                 }
                 continue;
             }
-            const QStringList original = lines;
             if (!mpDropLinks(lines, removed))
                 continue;
             changed = true;
-            if (!mpRewrite(path, original, lines, &error)) {
+            if (!mpRewrite(path, lines, &error)) {
                 failed << name;
                 result.problems << QDir::toNativeSeparators(path) + ": " + error;
             }
@@ -332,11 +331,8 @@ QString dataFile(const char *name)
 
 bool mpKeyFile_write(const QString &path, const QStringList &lines, const QString &kind)
 {
-    QFile old(path);
     QString error;
-    if (old.exists() && !old.remove())
-        error = old.errorString();
-    else if (textfile::writeLines(path, lines, &error))
+    if (textfile::writeLines(path, lines, &error))
         return true;
     showWriteFailure(path, error, kind);
     return false;
@@ -394,9 +390,12 @@ bool gpCouponKeys_write(const SpecialKey &oKey1, const SpecialKey &oKey2, const 
     QStringList lines;
     const SpecialKey *keys[] = {&oKey1, &oKey2, &oKey3};
     for (int n = 0; n < 3; ++n) {
-        const QString label = conv::Trim(keys[n]->Caption);
-        if (label.isEmpty())
+        const QString caption = conv::Trim(keys[n]->Caption);
+        if (caption.isEmpty())
             continue;
+        // A key read from a special key line holds label, carriage return, character.
+        const QString label =
+            conv::Trim(caption.left(caption.indexOf(QRegularExpression("[\r\n]"))));
         lines << "[BUTTON]" + QString::number(n + 1) + "[CAPTION]" + label + "[KEY]" +
                      kCouponMarker + "[VALUE]" + keys[n]->Tag.mid(8);
     }

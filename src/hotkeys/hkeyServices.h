@@ -45,6 +45,9 @@ QStringList hotKeySetFiles();
 // The number forms of a listed name: the digits of the whole name, or of its last 7 characters.
 QString hotKeySetDigits(const QString &sFileName);
 QString hotKeySetShownDigits(const QString &sFileName);
+// The number of a set's own file name, "HKSET", digits, ".SDF", when it is 1 or
+// more; empty for a stray file such as HKSET01-old.SDF or HKSET00.SDF.
+QString hotKeySetNumber(const QString &sFileName);
 
 // "07 Lunch Menu": file form of the number, a blank, the title; empty for a blank number.
 QString gfsHotKeySet_label(const QString &sSetNumber);
@@ -54,7 +57,8 @@ struct SetRemoval {
     bool removed = false;
     QStringList problems; // one line per file that could not be read or rewritten
 };
-// Removes a set and every key line that links to it in the other sets.
+// Removes a set and every key line that links to it in the other sets; a number
+// below 1 is refused, since an empty link reads as 0. Lines without a link are kept.
 SetRemoval gpHotKeySet_remove(const QString &sSetNumber);
 
 // One key of the special or coupon key screen, as its button holds it: a special

@@ -45,25 +45,40 @@ bool writeFile(const QString &file, const QList<Line> &lines)
            f.flush();
 }
 
-// "[name]" with blanks allowed around the name; empty optional when not a section line.
+// White space of the 8-bit code page: tab to carriage return, blank, and the
+// no-break blank. Byte 0x85 is a character there (an ellipsis), not a line end.
+bool isSpace(QChar c)
+{
+    return (c >= '\t' && c <= '\r') || c == ' ' || c == QChar(0xA0);
+}
+
+QString trimmed(const QString &text)
+{
+    qsizetype first = 0, last = text.size();
+    while (first < last && isSpace(text[first])) ++first;
+    while (last > first && isSpace(text[last - 1])) --last;
+    return text.mid(first, last - first);
+}
+
+// "[name]" with white space allowed around the name; false when not a section line.
 bool sectionName(const QString &text, QString *name)
 {
-    const QString t = text.trimmed();
+    const QString t = trimmed(text);
     if (!t.startsWith('['))
         return false;
     const int close = t.indexOf(']');
-    *name = (close < 0 ? t.mid(1) : t.mid(1, close - 1)).trimmed();
+    *name = trimmed(close < 0 ? t.mid(1) : t.mid(1, close - 1));
     return true;
 }
 
 bool keyOf(const QString &text, QString *key, QString *value)
 {
-    const QString t = text.trimmed();
+    const QString t = trimmed(text);
     if (t.isEmpty() || t.startsWith(';'))
         return false;
     const int eq = t.indexOf('=');
-    *key = (eq < 0 ? t : t.left(eq)).trimmed();
-    *value = eq < 0 ? QString() : t.mid(eq + 1).trimmed();
+    *key = trimmed(eq < 0 ? t : t.left(eq));
+    *value = eq < 0 ? QString() : trimmed(t.mid(eq + 1));
     return true;
 }
 
@@ -146,6 +161,9 @@ int WritePrivateProfileStringA(const QString &section, const QString &key, const
         return 0;
     bool exists = false;
     QList<Line> lines = readFile(file, &exists);
+    // Nothing to delete in a file that is not there: the test of a missing file fails too.
+    if (key.isNull() && !exists)
+        return 0;
     const std::pair<int, int> body = findSection(lines, section);
     QString old;
     const int at = body.first < 0 ? -1 : findKey(lines, body, key, &old);
@@ -162,7 +180,7 @@ int WritePrivateProfileStringA(const QString &section, const QString &key, const
         lines[at].text = key + '=' + value;
     } else if (body.first >= 0) {
         int insertAt = body.second;
-        while (insertAt > body.first && lines[insertAt - 1].text.trimmed().isEmpty()) --insertAt;
+        while (insertAt > body.first && trimmed(lines[insertAt - 1].text).isEmpty()) --insertAt;
         append(lines, insertAt, key + '=' + value);
     } else {
         append(lines, static_cast<int>(lines.size()), '[' + section + ']');

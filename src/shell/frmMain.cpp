@@ -135,6 +135,7 @@ void frmMain::mpSetList_fill()
     fgrdItems->setRows(fgrdItems->FixedRows());
     mpSetList_format();
     bHaveSets = false;
+    msRowFiles.clear();
     QList<QStringList> rows;
     for (const QString &name : hotKeySetFiles()) {
         if (name.right(1).toLower() == "x")
@@ -144,7 +145,7 @@ void frmMain::mpSetList_fill()
         const QString title = gfsHotKeySet_read(hotKeySetDigits(name));
         QStringList cells{shown, title};
         for (int g = 1; g <= 4; ++g) cells << gHotKeyGroups[g].Caption;
-        rows << cells;
+        rows << (cells << name); // the name rides behind the shown columns
         bHaveSets = true;
     }
     if (bHaveSets) {
@@ -154,6 +155,7 @@ void frmMain::mpSetList_fill()
         });
         fgrdItems->RemoveItem(1);
         fgrdItems->AddItems(rows);
+        for (const QStringList &row : rows) msRowFiles << row.last();
         fgrdItems->setCol(0);
         mpSelectRow(1);
     }
@@ -204,6 +206,16 @@ void frmMain::cmdEdit_Click(int Index)
             mpSetList_fill();
             mpSelectRow(row);
         }
+        return;
+    }
+    const QString fileName = msRowFiles.value(row - fgrdItems->FixedRows());
+    if (number.isEmpty() || hotKeySetNumber(fileName) != number) {
+        platform::MsgBox(fileName +
+                             " is not a hot key set: a set's file is named HKSET, its number "
+                             "(01 to 999) and .SDF.\rNothing was deleted and no key was "
+                             "changed. To get rid of this file, delete or rename it in the data "
+                             "folder.",
+                         platform::vbExclamation);
         return;
     }
     const QString title = fgrdItems->TextMatrix(row, 1);

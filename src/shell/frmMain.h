@@ -1,5 +1,6 @@
 #pragma once
 #include "platform/KeyPreviewForm.h"
+#include <QStringList>
 #include <array>
 
 class MyButton;
@@ -42,6 +43,8 @@ protected:
     bool event(QEvent *e) override;
 
 private:
+    // The file name of each data row, in row order, for telling a set from a stray file.
+    QStringList msRowFiles;
     void mpSetList_format();
     void mpSelectRow(int row);
     void cmdEdit_Click(int Index);

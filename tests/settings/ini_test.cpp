@@ -11,6 +11,7 @@ protected:
     void SetUp() override
     {
         HkTest::SetUp();
+        writeDataFile("ZEL.INI", "");
         ini.setFile_Name(dataPath() + "/ZEL.INI");
     }
     clsINI_Services ini;
@@ -57,16 +58,30 @@ TEST_F(IniTest, WritingOneValueLeavesEverythingElseAsItWas)
     EXPECT_EQ(ini.GetValue("MISCELLANEOUS", "Other"), QString::fromUtf8("été"));
 }
 
+TEST_F(IniTest, WhiteSpaceAroundNamesAndValuesIsNotPartOfThem)
+{
+    writeDataFile("ZEL.INI", "\t[\v Primary Search Fields\xa0]\f\r\n"
+                             " \xa0Search for Inventory by:\t=\f\vDescription\xa0 \t\r\n"
+                             "Ellipsis=Wait\x85\r\n"
+                             "Inner=a \t b\r\n");
+    EXPECT_EQ(ini.GetValue("Primary Search Fields", "Search for Inventory by:"), "Description");
+    EXPECT_EQ(ini.GetValue("Primary Search Fields", "Ellipsis"), QString::fromUtf8("Wait…"))
+        << "0x85 is a character of the code page, not white space";
+    EXPECT_EQ(ini.GetValue("Primary Search Fields", "Inner"), "a \t b");
+}
+
 TEST_F(IniTest, AFileThatCannotBeUsedIsNoError)
 {
     clsINI_Services none;
     EXPECT_FALSE(none.WriteData("S", "K", "V"));
-    none.setFile_Name(dataPath() + "/no such folder/ZEL.INI");
-    EXPECT_FALSE(none.FileOpen());
-    EXPECT_EQ(none.File(), "");
-    EXPECT_FALSE(none.WriteData("S", "K", "V"));
-    EXPECT_EQ(none.GetValue("S", "K", "dflt"), "dflt");
-    EXPECT_FALSE(QDir(dataPath() + "/no such folder").exists());
+    QFile::remove(dataPath() + "/ZEL.INI");
+    for (const QString &file : {dataPath() + "/ZEL.INI", dataPath() + "/no such folder/ZEL.INI"}) {
+        none.setFile_Name(file);
+        EXPECT_FALSE(none.FileOpen()) << "a missing file cannot be used";
+        EXPECT_EQ(none.File(), "");
+        EXPECT_FALSE(none.WriteData("S", "K", "V"));
+        EXPECT_EQ(none.GetValue("S", "K", "dflt"), "dflt");
+    }
+    EXPECT_TRUE(QDir(dataPath()).isEmpty()) << "neither the check nor a write creates a file";
     EXPECT_EQ(ini.File(), dataPath() + "/ZEL.INI");
-    EXPECT_FALSE(QFile::exists(dataPath() + "/ZEL.INI")) << "the check creates no file";
 }

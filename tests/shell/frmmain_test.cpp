@@ -3,6 +3,7 @@
 #include "platform/MSFlexGrid.h"
 #include "shell/frmMain.h"
 #include "support/HkTest.h"
+#include <QDir>
 #include <QFile>
 #include <QMenu>
 #include <QPushButton>
@@ -116,6 +117,30 @@ TEST_F(MainScreenTest, DeleteAsksRemovesRepairsAndSelectsRowOne)
     EXPECT_EQ(shown[0].title, "ZEL Hot Keys");
     EXPECT_EQ(shown[2].text, "Hot keys Removed");
     EXPECT_EQ(shown[2].style, 0);
+}
+
+TEST_F(MainScreenTest, AStrayFileIsNotOfferedForDeletion)
+{
+    addSet(1, "One", "2");
+    addSet(2, "Two");
+    addSet(3, "Three", "");
+    QFile::copy(dataPath() + "/HKSET01.SDF", dataPath() + "/HKSET01-old.SDF");
+    QFile::copy(dataPath() + "/HKSET03.SDF", dataPath() + "/HKSET00.SDF");
+    load();
+    ASSERT_EQ(column(0), QStringList({"", "00", "01", "02", "03"}));
+    const QStringList names = QDir(dataPath()).entryList(QDir::Files);
+    for (const auto &[stray, shownNumber] :
+         {std::pair{"HKSET01-old.SDF", ""}, {"HKSET00.SDF", "00"}}) {
+        gpGrid_selectRow(form->fgrdItems, column(0).indexOf(shownNumber) + 1);
+        QTest::keyClick(form->fgrdItems, Qt::Key_D);
+        const auto shown = boxes();
+        ASSERT_EQ(shown.size(), 1) << "no question: nothing is offered for deletion";
+        EXPECT_EQ(shown[0].style, vbExclamation);
+        EXPECT_TRUE(shown[0].text.startsWith(QString(stray) + " is not a hot key set"));
+    }
+    EXPECT_EQ(QDir(dataPath()).entryList(QDir::Files), names);
+    EXPECT_TRUE(readDataFile("HKSET01.SDF").contains("[LINKSET]2["));
+    EXPECT_TRUE(readDataFile("HKSET03.SDF").contains("[CAPTION]Go[ITEM]")) << "blank links stay";
 }
 
 TEST_F(MainScreenTest, PrintNeedsAPrinterAndOffersTheTwoReports)

@@ -91,6 +91,7 @@ TEST_F(StartupTest, StartMakesThePictureFoldersAndReadsTheSearchSettings)
 TEST_F(StartupTest, AnEmptyDatabaseGetsItsTablesAndTheStartEndsWithoutCommonRow)
 {
     SaveSetting("ZEL Settings", "DATABASE", "DATAPATH", dataPath());
+    writeDataFile("ZEL.INI", "");
     EXPECT_EQ(runMain(), 0);
     EXPECT_TRUE(modal.shown.isEmpty()) << "no set list without a store";
     EXPECT_TRUE(boxes().isEmpty());
@@ -116,15 +117,19 @@ TEST_F(StartupTest, SearchSettingsMapExactlyAndAMissingKeyIsNotZero)
     }
 }
 
-TEST_F(StartupTest, UnusableIniLeavesTheSettingsAndSaysSo)
+TEST_F(StartupTest, AMissingIniLeavesBothSettingsAtZeroAndSaysSo)
 {
-    gDataPath.setDataPath(dataPath() + "/missing");
-    giInventorySearch = 0;
-    EXPECT_FALSE(gfbSearchFields_read());
-    EXPECT_EQ(giInventorySearch, 0);
-    const auto shown = boxes();
-    ASSERT_EQ(shown.size(), 1);
-    EXPECT_EQ(shown[0].title, "Error");
-    EXPECT_EQ(shown[0].style, 0);
-    EXPECT_EQ(shown[0].text, "Unable to open ZEL Configuration Settings File, ZEL.INI.");
+    for (const QString &folder : {dataPath(), dataPath() + "/missing"}) {
+        gDataPath.setDataPath(folder);
+        giInventorySearch = giNameSearch = 0;
+        EXPECT_FALSE(gfbSearchFields_read());
+        EXPECT_EQ(giInventorySearch, 0);
+        EXPECT_EQ(giNameSearch, 0);
+        const auto shown = boxes();
+        ASSERT_EQ(shown.size(), 1);
+        EXPECT_EQ(shown[0].title, "Error");
+        EXPECT_EQ(shown[0].style, 0);
+        EXPECT_EQ(shown[0].text, "Unable to open ZEL Configuration Settings File, ZEL.INI.");
+    }
+    EXPECT_FALSE(QFile::exists(dataPath() + "/ZEL.INI"));
 }

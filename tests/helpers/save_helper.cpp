@@ -1,0 +1,58 @@
+// A second station for the tests of saving.
+//   hk_save_helper loop FOLDER COUNT        saves set 07 COUNT times, its two versions in turn
+//   hk_save_helper once FOLDER WHAT LIMIT   one save (see saveOnce) with files limited to
+//                                           LIMIT bytes; prints what the user was told
+#include "hotkeys/hkeyServices.h"
+#include "settings/clsDataPath.h"
+#include "support/SaveScenarios.h"
+#include <QCoreApplication>
+#include <csignal>
+#include <cstdio>
+#include <sys/resource.h>
+
+using namespace testing_support;
+
+namespace {
+
+int saveLoop(ScriptedDialogs &dialogs, int count)
+{
+    for (int i = 0; i < count; ++i) {
+        if (!gpHotKeySet_write("07", fillSetVersion(i % 2))) {
+            for (const Box &box : dialogs.take())
+                std::fprintf(stderr, "%s\n", qPrintable(box.text));
+            return 1;
+        }
+    }
+    return 0;
+}
+
+int saveLimited(ScriptedDialogs &dialogs, const QString &what, rlim_t limit)
+{
+    // Past the limit a write fails with "file too large" instead of ending the process.
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit size{limit, limit};
+    if (setrlimit(RLIMIT_FSIZE, &size) != 0)
+        return 2;
+    QStringList said;
+    const bool saved = saveOnce(what, dialogs, &said);
+    for (const QString &text : said) std::printf("%s\n", qPrintable(text));
+    return saved ? 0 : 1;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    const QStringList args = app.arguments();
+    if (args.size() < 4 || (args[1] == "once" && args.size() < 5)) {
+        std::fprintf(stderr, "usage: hk_save_helper loop FOLDER COUNT | once FOLDER WHAT LIMIT\n");
+        return 2;
+    }
+    gDataPath.setDataPath(args[2]);
+    ScriptedDialogs dialogs;
+    platform::DialogPort::install(&dialogs);
+    if (args[1] == "loop")
+        return saveLoop(dialogs, args[3].toInt());
+    return saveLimited(dialogs, args[3], args[4].toULongLong());
+}

@@ -1,0 +1,299 @@
+#include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyServices.h"
+#include "platform/FileReplace.h"
+#include "settings/clsDataPath.h"
+#include "support/HkTest.h"
+#include "support/SaveScenarios.h"
+#include <QCoreApplication>
+#include <QDir>
+#include <QMap>
+#include <QProcess>
+#include <cerrno>
+#ifdef HK_SAVE_HELPER
+#include <sys/mount.h>
+#include <unistd.h>
+#endif
+
+using namespace testing_support;
+
+namespace {
+
+// Every file of a folder with its bytes.
+QMap<QString, QByteArray> snapshot(const QString &folder)
+{
+    QMap<QString, QByteArray> files;
+    for (const QString &name : QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System)) {
+        QFile f(folder + '/' + name);
+        files[name] = f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("(unreadable)");
+    }
+    return files;
+}
+
+// The names of the files that differ between two snapshots, or that only one has.
+QStringList changed(const QMap<QString, QByteArray> &before, const QMap<QString, QByteArray> &after)
+{
+    QStringList names;
+    for (const QString &name : before.keys() + after.keys()) {
+        if (before.value(name, "(none)") != after.value(name, "(none)") && !names.contains(name))
+            names << name;
+    }
+    return names;
+}
+
+// The file each save of saveOnce writes.
+const std::pair<const char *, const char *> kSaves[] = {
+    {"set", "HKSET07.SDF"},
+    {"special", "SPECIAL.BDF"},
+    {"coupon", "COUPON.BDF"},
+    {"remove", "HKSET08.SDF"},
+};
+
+struct Outcome {
+    bool saved = false;
+    QString said;
+};
+
+class SaveTest : public HkTest {
+protected:
+    // The bytes of a set version as a save writes them.
+    QByteArray versionBytes(int version)
+    {
+        const QString scratch = temp.filePath("scratch");
+        QDir().mkpath(scratch);
+        gDataPath.setDataPath(scratch);
+        gpHotKeySet_write("07", fillSetVersion(version));
+        gDataPath.setDataPath(dataPath());
+        QFile f(scratch + "/HKSET07.SDF");
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+    Outcome saveHere(const QString &what)
+    {
+        QStringList said;
+        const bool saved = saveOnce(what, dialogs, &said);
+        return {saved, said.join('\n')};
+    }
+#ifdef HK_SAVE_HELPER
+    // The save made by a second process whose files may grow to `limit` bytes only.
+    static Outcome saveWithSizeLimit(const QString &what, const QString &folder, int limit)
+    {
+        QProcess station;
+        station.start(HK_SAVE_HELPER, {"once", folder, what, QString::number(limit)});
+        if (!station.waitForFinished(60000) || station.exitStatus() != QProcess::NormalExit ||
+            station.exitCode() > 1) {
+            ADD_FAILURE() << "the helper failed: " << station.readAllStandardError().toStdString();
+            return {};
+        }
+        return {station.exitCode() == 0, QString::fromLocal8Bit(station.readAllStandardOutput())};
+    }
+#endif
+};
+
+} // namespace
+
+TEST_F(SaveTest, TheTemporaryFileIsNeverTakenForASetOrKeyFile)
+{
+    for (const char *name : {"HKSET07.SDF", "SPECIAL.BDF", "COUPON.BDF"}) {
+        const QString temporary = platform::temporaryNameFor(dataPath() + '/' + name);
+        // A short 8.3 name keeps the leading "~" and the extension, so it cannot match either.
+        EXPECT_TRUE(temporary.startsWith("~hk-")) << temporary.toStdString();
+        EXPECT_TRUE(temporary.endsWith(".tmp"));
+        EXPECT_TRUE(temporary.contains(QString::number(QCoreApplication::applicationPid())));
+        EXPECT_NE(temporary, platform::temporaryNameFor(dataPath() + '/' + name));
+        writeDataFile(temporary, "[SET]Not a set\r\n");
+    }
+    EXPECT_TRUE(hotKeySetFiles().isEmpty());
+    EXPECT_TRUE(QDir(dataPath()).entryList({"HKSET*.SDF", "*.BDF"}, QDir::Files).isEmpty());
+}
+
+TEST_F(SaveTest, KeyFilesNeverHoldALineBreakInsideALine)
+{
+    // A coupon key read from a special key line holds label, carriage return, character.
+    writeDataFile("COUPON.BDF", "[BUTTON]1[CAPTION]Void[KEY]*\r\n"
+                                "[BUTTON]2[CAPTION]Off[KEY]~SCOUPN[VALUE].50\r\n");
+    gbCouponKeys = true;
+    SpecialKey keys[3] = {{0, "", ""}, {1, "", ""}, {2, "", ""}};
+    for (SpecialKey &key : keys) gpSpecialKey_read(key);
+    gbCouponKeys = false;
+    ASSERT_EQ(keys[0].Caption, "Void\r*");
+    ASSERT_TRUE(gpCouponKeys_write(keys[0], keys[1], keys[2]));
+    EXPECT_EQ(readDataFile("COUPON.BDF"), "[BUTTON]1[CAPTION]Void[KEY]~SCOUPN[VALUE]\r\n"
+                                          "[BUTTON]2[CAPTION]Off[KEY]~SCOUPN[VALUE].50\r\n");
+    ASSERT_TRUE(gpSpecialKeys_write("A\rB\rC", "Two\nlines\r/", ""));
+    EXPECT_EQ(readDataFile("SPECIAL.BDF"), "[BUTTON]1[CAPTION]A[KEY]B C\r\n"
+                                           "[BUTTON]2[CAPTION]Two lines[KEY]/\r\n");
+    EXPECT_TRUE(boxes().isEmpty());
+}
+
+TEST_F(SaveTest, EachSaveReplacesTheWholeFileAndLeavesNothingElse)
+{
+    writeOldFiles(dataPath());
+    for (const auto &[what, name] : kSaves) {
+        const Outcome o = saveHere(what);
+        EXPECT_TRUE(o.saved) << what << ": " << o.said.toStdString();
+    }
+    EXPECT_EQ(QDir(dataPath()).entryList(QDir::Files | QDir::Hidden),
+              QStringList({"COUPON.BDF", "HKSET08.SDF", "SPECIAL.BDF"}));
+    EXPECT_EQ(readDataFile("HKSET08.SDF"),
+              "[SET]Eight\r\n[GROUP]1[CAPTION]Col[COLOR]RED\r\n"
+              "[BUTTON]2[CAPTION]Milk[ITEM]0000102.0[ICON][IDSELECT]No[LINKSET][ROOT]\r\n");
+    EXPECT_EQ(readDataFile("SPECIAL.BDF"), "[BUTTON]1[CAPTION]Void Line[KEY]*\r\n"
+                                           "[BUTTON]2[CAPTION]Divide by[KEY]/\r\n"
+                                           "[BUTTON]3[CAPTION]Weigh[KEY]W\r\n");
+}
+
+#ifdef HK_SAVE_HELPER
+
+TEST(FileErrorText, SaysWhatFailedInTheUsersWords)
+{
+    EXPECT_TRUE(platform::fileErrorText(ENOSPC).startsWith("Disk full:"));
+    EXPECT_TRUE(platform::fileErrorText(EDQUOT).startsWith("Disk full:"));
+    EXPECT_TRUE(platform::fileErrorText(EROFS).startsWith("Read-only:"));
+    EXPECT_TRUE(platform::fileErrorText(EACCES).startsWith("Permission denied:"));
+    EXPECT_EQ(platform::fileErrorText(EMLINK),
+              "Too many links (error " + QString::number(EMLINK) + ").");
+    EXPECT_EQ(platform::fileErrorText(987654), "Error 987654 of the operating system.");
+}
+
+TEST_F(SaveTest, AReaderDuringThousandsOfSavesSeesOnlyWholeFilesAndAlwaysTheSet)
+{
+    const QByteArray versions[] = {versionBytes(0), versionBytes(1)};
+    ASSERT_NE(versions[0].size(), versions[1].size());
+    writeDataFile("HKSET07.SDF", versions[1]);
+    QProcess station;
+    station.start(HK_SAVE_HELPER, {"loop", dataPath(), "2000"});
+    ASSERT_TRUE(station.waitForStarted());
+    int seen[2] = {0, 0}, partial = 0, missing = 0, wrongListings = 0;
+    while (station.state() != QProcess::NotRunning) {
+        QFile f(dataPath() + "/HKSET07.SDF");
+        if (!f.open(QIODevice::ReadOnly)) {
+            ++missing;
+        } else {
+            const QByteArray bytes = f.readAll();
+            if (bytes == versions[0] || bytes == versions[1])
+                ++seen[bytes == versions[1]];
+            else
+                ++partial;
+        }
+        if (hotKeySetFiles() != QStringList{"HKSET07.SDF"})
+            ++wrongListings;
+        station.waitForFinished(0);
+    }
+    EXPECT_EQ(station.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(station.exitCode(), 0) << station.readAllStandardError().toStdString();
+    EXPECT_EQ(missing, 0);
+    EXPECT_EQ(partial, 0);
+    EXPECT_EQ(wrongListings, 0);
+    EXPECT_GT(seen[0], 0) << "the reads overlapped the saves";
+    EXPECT_GT(seen[1], 0);
+    EXPECT_EQ(QDir(dataPath()).entryList(QDir::Files | QDir::Hidden), QStringList{"HKSET07.SDF"});
+    EXPECT_EQ(readDataFile("HKSET07.SDF"), versions[1]);
+}
+
+namespace {
+
+// A tmpfs of 64 KiB for one test, when the test may mount one.
+class TinyDisk {
+public:
+    explicit TinyDisk(const QString &folder) : m_folder(folder.toLocal8Bit())
+    {
+        QDir().mkpath(folder);
+        m_mounted = ::mount("tmpfs", m_folder.constData(), "tmpfs", 0, "size=64k") == 0;
+    }
+    ~TinyDisk()
+    {
+        if (m_mounted)
+            ::umount2(m_folder.constData(), MNT_DETACH);
+    }
+    bool mounted() const { return m_mounted; }
+    bool makeReadOnly() const
+    {
+        return ::mount("tmpfs", m_folder.constData(), "tmpfs", MS_REMOUNT | MS_RDONLY,
+                       "size=64k") == 0;
+    }
+    // Fills the disk to the last byte with one file.
+    void fill() const
+    {
+        QFile filler(QString::fromLocal8Bit(m_folder) + "/filler");
+        filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+        const QByteArray block(512, 'x');
+        while (filler.write(block) > 0) {
+        }
+    }
+
+private:
+    QByteArray m_folder;
+    bool m_mounted = false;
+};
+
+} // namespace
+
+TEST_F(SaveTest, AFolderThatCannotBeWrittenSaysWhyAndKeepsTheOldFile)
+{
+    const TinyDisk disk(temp.filePath("disk"));
+    const QString folder = disk.mounted() ? temp.filePath("disk") : dataPath();
+    gDataPath.setDataPath(folder);
+    writeOldFiles(folder);
+    const auto before = snapshot(folder);
+    const bool readOnly = disk.mounted() && disk.makeReadOnly();
+    if (!readOnly)
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner);
+    QFile probe(folder + "/probe");
+    const bool canWrite = probe.open(QIODevice::WriteOnly);
+    const Outcome o = canWrite ? Outcome{} : saveHere("set");
+    probe.remove();
+    QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    if (canWrite)
+        GTEST_SKIP() << "neither a read-only disk nor a folder closed to this user can be had";
+    EXPECT_FALSE(o.saved);
+    EXPECT_TRUE(o.said.startsWith(QDir::toNativeSeparators(folder + "/HKSET07.SDF") +
+                                  "\r\rHot Keys File Could Not Be Saved\r" +
+                                  (readOnly ? "Read-only:" : "Permission denied:")))
+        << o.said.toStdString();
+    EXPECT_TRUE(o.said.endsWith("The file in the data folder was left as it was, and your "
+                                "changes are still on the screen."));
+    EXPECT_EQ(changed(before, snapshot(folder)), QStringList());
+}
+
+TEST_F(SaveTest, AFullDiskKeepsEveryOldFileByteForByteAndLeavesNoTemporaryFile)
+{
+    const TinyDisk disk(temp.filePath("disk"));
+    const QString folder = disk.mounted() ? temp.filePath("disk") : dataPath();
+    gDataPath.setDataPath(folder);
+    writeOldFiles(folder);
+    if (disk.mounted())
+        disk.fill();
+    const auto before = snapshot(folder);
+    for (const auto &[what, name] : kSaves) {
+        // Without a tiny disk a limit of 0 bytes stands in: nothing new fits.
+        const Outcome o = disk.mounted() ? saveHere(what) : saveWithSizeLimit(what, folder, 0);
+        EXPECT_FALSE(o.saved) << what;
+        EXPECT_TRUE(o.said.contains(name)) << o.said.toStdString();
+        EXPECT_TRUE(o.said.contains(disk.mounted() ? "Disk full:" : "File too large:"))
+            << o.said.toStdString();
+        EXPECT_EQ(changed(before, snapshot(folder)), QStringList()) << what;
+    }
+    EXPECT_TRUE(QFile::exists(folder + "/HKSET07.SDF")) << "a set whose links stay is not removed";
+    if (!disk.mounted())
+        return;
+    QFile::remove(folder + "/filler");
+    EXPECT_TRUE(saveHere("set").saved) << "with room again the same save goes through";
+    EXPECT_EQ(snapshot(folder).keys(),
+              QStringList({"COUPON.BDF", "HKSET07.SDF", "HKSET08.SDF", "SPECIAL.BDF"}));
+    EXPECT_EQ(snapshot(folder)["HKSET07.SDF"], versionBytes(1));
+}
+
+TEST_F(SaveTest, AWriteThatFailsHalfwayKeepsTheOldFileAndLeavesNoTemporaryFile)
+{
+    writeOldFiles(dataPath());
+    const auto before = snapshot(dataPath());
+    for (const auto &[what, name] : kSaves) {
+        // 40 bytes: within the first lines of every new file.
+        const Outcome o = saveWithSizeLimit(what, dataPath(), 40);
+        EXPECT_FALSE(o.saved) << what;
+        EXPECT_TRUE(o.said.contains(name)) << o.said.toStdString();
+        EXPECT_TRUE(o.said.contains("File too large:")) << o.said.toStdString();
+        EXPECT_EQ(changed(before, snapshot(dataPath())), QStringList()) << what;
+    }
+}
+
+#endif
