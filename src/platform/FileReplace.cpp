@@ -46,7 +46,7 @@ std::wstring native(const QString &path)
 }
 
 // Creates the file, which must not exist, writes it and flushes it to the disk.
-int writeNew(const QString &temp, const QByteArray &bytes)
+int writeNew(const QString &temp, const QByteArray &bytes, const QString &)
 {
     HANDLE h = CreateFileW(native(temp).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                            FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -243,24 +243,14 @@ const char *knownText(int code)
 
 #endif
 
-int writeTemp(const QString &temp, const QByteArray &bytes, const QString &path)
-{
-#ifdef Q_OS_WIN
-    Q_UNUSED(path);
-    return writeNew(temp, bytes);
-#else
-    return writeNew(temp, bytes, path);
-#endif
-}
-
 } // namespace
 
 QString temporaryNameFor(const QString &path)
 {
     return QString("~hk-%1-%2-%3.tmp")
-        .arg(QFileInfo(path).completeBaseName())
-        .arg(QCoreApplication::applicationPid())
-        .arg(QRandomGenerator::global()->generate(), 8, 16, QChar('0'));
+        .arg(QFileInfo(path).completeBaseName(),
+             QString::number(QCoreApplication::applicationPid()),
+             QString::number(QRandomGenerator::global()->generate(), 16).rightJustified(8, '0'));
 }
 
 bool replaceFile(const QString &path, const QByteArray &bytes, QString *reason)
@@ -271,7 +261,7 @@ bool replaceFile(const QString &path, const QByteArray &bytes, QString *reason)
     // Another station may be saving under the same process id; a new random part avoids it.
     for (int attempt = 0; attempt < 5 && error == kExists; ++attempt) {
         temp = folder + '/' + temporaryNameFor(path);
-        error = writeTemp(temp, bytes, path);
+        error = writeNew(temp, bytes, path);
     }
     if (!error) {
         error = moveOver(temp, path);
