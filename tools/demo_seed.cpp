@@ -263,9 +263,9 @@ void addGeneratedItems(int count)
     }
 }
 
-bool seedDatabase(const QString &data, int items)
+bool seedDatabase(int items)
 {
-    QFile::remove(data + "/ZELDATA.db");
+    QFile::remove(gfsDBSM_OwnFile());
     QString message;
     if (gfDBSM_CreateOwn(1, "Corner Grocery & Hardware", message) == OwnDatabase::Failed) {
         std::fprintf(stderr, "%s\n", qPrintable(message));
@@ -347,7 +347,7 @@ int main(int argc, char **argv)
                                      {"TESTDATA", QString()}})
         platform::SaveSetting("ZEL Settings", "DATABASE", key, value);
     const int items = argc > 3 && QString(argv[2]) == "--items" ? std::atoi(argv[3]) : 3000;
-    if (!seedDatabase(data, items)) {
+    if (!seedDatabase(items)) {
         std::fprintf(stderr, "The demo database could not be made.\n");
         return 1;
     }

@@ -52,6 +52,7 @@ frmFirstRun::frmFirstRun(QWidget *parent) : KeyPreviewForm(parent)
     lblOwnFile->setWordWrap(true);
     txtStoreNumber = field("txtStoreNumber", fraOwn);
     txtStoreNumber->setMaxLength(6);
+    txtStoreNumber->setMaximumWidth(90);
     txtStoreNumber->setToolTip("The store's number, from 1 to 32767");
     txtStoreName = field("txtStoreName", fraOwn);
     txtStoreName->setMaxLength(40); // the width of the name in the COMMON table
@@ -109,8 +110,8 @@ void frmFirstRun::Form_Load()
     setWindowTitle(kTitle);
     gpForm_initControls(this);
     Canceled = true;
-    lblOwnFile->setText("The database is made as a file in the data folder, " +
-                        QDir::toNativeSeparators(gDataPath.DataPath()) +
+    lblOwnFile->setText("The database is made in the data folder, as the file " +
+                        QDir::toNativeSeparators(gfsDBSM_OwnFile()) +
                         ", with the tables for one store:");
     cboEngine->clear();
     for (const DbEngineKind &kind : dbEngineKinds()) {

@@ -51,11 +51,6 @@ namespace {
 
 const char *const kOwnDatabase = "ZELDATA";
 
-QString ownFile()
-{
-    return QDir(gDataPath.DataPath()).filePath(QString(kOwnDatabase) + ".db");
-}
-
 bool mpCommon_insert(int iStore, const QString &sName)
 {
     gCommonRecord.clear();
@@ -71,7 +66,7 @@ bool mpCommon_insert(int iStore, const QString &sName)
 // engine has said in its own box what failed, where something did.
 OwnDatabase mpOwnTables(int iStore, const QString &sName, QString &sMessage)
 {
-    const QString file = QDir::toNativeSeparators(ownFile());
+    const QString file = QDir::toNativeSeparators(gfsDBSM_OwnFile());
     const QString unchanged = "\rNothing has been changed on this workstation.";
     gpDBSM_Disconnect();
     const bool stored = gfbDBSM_Setup();
@@ -104,9 +99,14 @@ OwnDatabase mpOwnTables(int iStore, const QString &sName, QString &sMessage)
 
 } // namespace
 
+QString gfsDBSM_OwnFile()
+{
+    return QDir(gDataPath.DataPath()).filePath(QString(kOwnDatabase) + ".db");
+}
+
 OwnDatabase gfDBSM_CreateOwn(int iStore, const QString &sName, QString &sMessage)
 {
-    const QString file = ownFile();
+    const QString file = gfsDBSM_OwnFile();
     const bool existed = QFileInfo(file).isFile();
     QString why;
     if (!existed && !SqliteEngine::create(file, &why)) {

@@ -5,6 +5,8 @@
 // means the application must end.
 bool gfbDBSM_Setup();
 
+// The file of the database of the workstation's own, in the data folder.
+QString gfsDBSM_OwnFile();
 // What became of a database of the workstation's own.
 enum class OwnDatabase { Created, Existing, Failed };
 // Makes the embedded database in the data folder, with the application's tables

@@ -242,6 +242,40 @@ TEST_F(FirstRunTest, ADatabaseAnotherStationMadeIsUsedAsItIs)
     EXPECT_EQ(commonRows(dataPath() + "/ZELDATA.db"), QStringList({"4|North Store|N"}));
 }
 
+TEST_F(FirstRunTest, AnUnusableDatabaseInTheFolderIsKeptAndNothingIsSaved)
+{
+    QString message;
+    ASSERT_EQ(gfDBSM_CreateOwn(4, "North Store", message), OwnDatabase::Created);
+    ASSERT_TRUE(gfbDBSM_Setup());
+    ASSERT_EQ(glDBSM_Execute("UPDATE COMMON SET StoreNumber = -1"), 1);
+    gpDBSM_Disconnect();
+    DeleteSetting("ZEL Settings", "DATABASE", "Engine");
+    SaveSetting("ZEL Settings", "DATABASE", "DBName", "");
+    SaveSetting("ZEL Settings", "DATABASE", "Server", "");
+
+    frmFirstRun form;
+    form.Form_Load();
+    form.show();
+    QTest::keyClicks(form.txtStoreNumber, "9");
+    QTest::keyClicks(form.txtStoreName, "Other");
+    QTest::keyClick(form.txtStoreName, Qt::Key_F10);
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 2);
+    EXPECT_TRUE(shown[0].text.startsWith("The store number in the COMMON table is -1."));
+    EXPECT_EQ(shown[1].style, 16);
+    EXPECT_EQ(shown[1].text, "The database " +
+                                 QDir::toNativeSeparators(dataPath() + "/ZELDATA.db") +
+                                 " holds a store that cannot be used.\rNothing has been changed "
+                                 "on this workstation.");
+    EXPECT_TRUE(form.isVisible());
+    EXPECT_EQ(form.txtStoreNumber->text(), "9");
+    EXPECT_EQ(stored("Engine"), "<none>");
+    EXPECT_EQ(stored("DBName"), "");
+    EXPECT_TRUE(gfbDBSM_Unconfigured()) << "the next start asks again";
+    EXPECT_EQ(commonRows(dataPath() + "/ZELDATA.db"), QStringList({"-1|North Store|N"}))
+        << "another station's database is never removed or changed";
+}
+
 TEST_F(FirstRunTest, ServerChoiceIsCheckedBeforeAnythingIsWritten)
 {
     SaveSetting("ZEL Settings", "DATABASE", "DBName", "STOREDATA");
