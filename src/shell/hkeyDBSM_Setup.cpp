@@ -70,29 +70,29 @@ OwnDatabase mpOwnTables(int iStore, const QString &sName, QString &sMessage)
     const QString unchanged = "\rNothing has been changed on this workstation.";
     gpDBSM_Disconnect();
     const bool stored = gfbDBSM_Setup();
-    OwnDatabase result = OwnDatabase::Created;
     if (gTables.empty() || !gTables[0].bOpen) {
         sMessage = "The tables could not be made in the database " + file + '.' + unchanged;
         return OwnDatabase::Failed;
-    } else if (stored) {
-        result = OwnDatabase::Existing;
+    }
+    if (stored) {
         sMessage = "The data folder already holds a database, " + file + ", for store " +
                    gsStoreNumber + " (" + gCommonRecord.text("Cname").trimmed() +
                    ").\rThis workstation uses it as it is; the store number and name typed here "
                    "are not stored.";
-    } else if (gfbDBSM_HasRows(0)) {
-        sMessage = "The database " + file + " holds a store that cannot be used." + unchanged;
-        return OwnDatabase::Failed;
-    } else if (!mpCommon_insert(iStore, sName)) {
-        sMessage = "The store could not be written into the database " + file + ":\r" +
-                   gsInsertError + unchanged;
-        return OwnDatabase::Failed;
     } else {
-        gpDBSM_Disconnect();
-        gfbDBSM_Setup();
+        if (gfbDBSM_HasRows(0)) {
+            sMessage = "The database " + file + " holds a store that cannot be used." + unchanged;
+            return OwnDatabase::Failed;
+        }
+        if (!mpCommon_insert(iStore, sName)) {
+            sMessage = "The store could not be written into the database " + file + ":\r" +
+                       gsInsertError + unchanged;
+            return OwnDatabase::Failed;
+        }
+        gpDBSM_Disconnect(); // the store's tables are named after the number just stored
     }
-    if (gfbDBSM_Open())
-        return result;
+    if ((stored || gfbDBSM_Setup()) && gfbDBSM_Open())
+        return stored ? OwnDatabase::Existing : OwnDatabase::Created;
     sMessage = "The item tables could not be made in the database " + file + '.' + unchanged;
     return OwnDatabase::Failed;
 }
