@@ -6,7 +6,6 @@
 #include "platform/SettingsStore.h"
 #include "settings/clsINI_Services.h"
 #include "shell/frmFirstRun.h"
-#include "shell/frmMain.h"
 #include "shell/hkeyDBSM_Setup.h"
 #include "shell/hkeyMain.h"
 #include "support/HkTest.h"
