@@ -5,12 +5,10 @@
 #include "common/zelFormats.h"
 #include "database/DbEngine.h"
 #include "database/ZelDBSM_MSDE.h"
-#include "database/zelDBSM_Common.h"
 #include "database/zelDBSM_Inventory.h"
 #include "database/zelDBSM_Upc.h"
 #include "hotkeys/hkeyServices.h"
 #include "platform/SettingsStore.h"
-#include "platform/Shell.h"
 #include "settings/clsDataPath.h"
 #include "shell/hkeyDBSM_Setup.h"
 #include <QApplication>
@@ -265,30 +263,14 @@ void addGeneratedItems(int count)
     }
 }
 
-bool seedDatabase(const QString &data, int items)
+bool seedDatabase(int items)
 {
-    const QString server = platform::ShellPort::get().computerName().toUpper() + "\\ZEL";
-    for (const auto &[key, value] : {std::pair{"Engine", QString("SQLite")},
-                                     {"DBName", QString("ZELDATA")},
-                                     {"Server", server},
-                                     {"UserName", QString("qx")},
-                                     {"Password", QString()}})
-        platform::SaveSetting("ZEL Settings", "DATABASE", key, value);
-    QFile::remove(data + "/ZELDATA.db");
-    if (!SqliteEngine::create(data + "/ZELDATA.db", nullptr))
+    QFile::remove(gfsDBSM_OwnFile());
+    QString message;
+    if (gfDBSM_CreateOwn(1, "Corner Grocery & Hardware", message) == OwnDatabase::Failed) {
+        std::fprintf(stderr, "%s\n", qPrintable(message));
         return false;
-    gfbDBSM_Setup(); // makes COMMON, which has no row yet
-    gCommonRecord.clear();
-    gCommonRecord.setText("Cname", "Corner Grocery & Hardware");
-    gCommonRecord.setText("Ccity", "Springfield");
-    gCommonRecord.setText("DupID", "1");
-    gCommonRecord.setText("USEurope", "U");
-    gCommonRecord.setText("MultiStore", "N");
-    gCommonRecord.setNumber("StoreNumber", 1);
-    QString sql;
-    if (!gfbDBSM_Record(0, opInsert, 0, false, false, sql))
-        return false;
-    gpDBSM_Disconnect();
+    }
     if (!gfbDBSM_Setup() || !gfbDBSM_OpenTable(1, false) || !gfbDBSM_OpenTable(2, false))
         return false;
     QSqlDatabase &db = gpDBSM_Engine()->db();
@@ -365,7 +347,7 @@ int main(int argc, char **argv)
                                      {"TESTDATA", QString()}})
         platform::SaveSetting("ZEL Settings", "DATABASE", key, value);
     const int items = argc > 3 && QString(argv[2]) == "--items" ? std::atoi(argv[3]) : 3000;
-    if (!seedDatabase(data, items)) {
+    if (!seedDatabase(items)) {
         std::fprintf(stderr, "The demo database could not be made.\n");
         return 1;
     }

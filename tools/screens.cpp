@@ -14,10 +14,12 @@
 #include "settings/clsDataPath.h"
 #include "settings/frmSMFILE_PATH.h"
 #include "settings/frmSM_DATAPATH2.h"
+#include "shell/frmFirstRun.h"
 #include "shell/frmMain.h"
 #include "shell/hkeyDBSM_Setup.h"
 #include <QDir>
 #include <QLineEdit>
+#include <QRadioButton>
 #include <QTimer>
 #include <cstdio>
 
@@ -48,8 +50,18 @@ int main(int argc, char **argv)
     datapath.Form_Load();
     save(datapath, out, "frmSM_DATAPATH2");
 
-    if (argc > 2) {
+    if (argc > 2)
         gDataPath.setDataPath(QString::fromLocal8Bit(argv[2]));
+    frmFirstRun first;
+    first.Form_Load();
+    first.txtStoreNumber->setText("12");
+    first.txtStoreName->setText("Main Street Market");
+    save(first, out, "frmFirstRun");
+    first.optServer->setChecked(true);
+    first.txtServer->setText("STOREPC\\ZEL");
+    save(first, out, "frmFirstRun-server");
+
+    if (argc > 2) {
         frmMain main;
         main.Form_Load();
         save(main, out, "frmMain");
@@ -63,6 +75,8 @@ int main(int argc, char **argv)
             editor.resize(size);
             save(editor, out, QString("frmHotKeys-%1").arg(size.width()));
         }
+        editor.BeginColumnEdit(2);
+        save(editor, out, "frmHotKeys-column-title");
         frmHotKey_Define key;
         editor.PrepareKeyDialog(key, 1, 1);
         save(key, out, "frmHotKey_Define");

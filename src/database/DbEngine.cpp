@@ -356,9 +356,36 @@ QString SqlServerEngine::deleteOneRow(const QString &table, const QStringList &a
     return "DELETE TOP (1) FROM " + table + " WHERE " + joinedCondition(allColumns, "%1=?");
 }
 
+const std::vector<DbEngineKind> &dbEngineKinds()
+{
+    static const std::vector<DbEngineKind> kinds{
+        {"", "SQL Server", false,
+         [](const QString &) -> std::unique_ptr<DbEngine> {
+             return std::make_unique<SqlServerEngine>();
+         }},
+        {"SQLite", "Embedded (a file in the data folder)", true,
+         [](const QString &folder) -> std::unique_ptr<DbEngine> {
+             return std::make_unique<SqliteEngine>(folder);
+         }},
+    };
+    return kinds;
+}
+
+const DbEngineKind &embeddedDbEngine()
+{
+    for (const DbEngineKind &kind : dbEngineKinds()) {
+        if (kind.embedded)
+            return kind;
+    }
+    return dbEngineKinds().front();
+}
+
 std::unique_ptr<DbEngine> makeDbEngine(const QString &engineName, const QString &dataFolder)
 {
-    if (!engineName.trimmed().compare("SQLite", Qt::CaseInsensitive))
-        return std::make_unique<SqliteEngine>(dataFolder);
-    return std::make_unique<SqlServerEngine>();
+    for (const DbEngineKind &kind : dbEngineKinds()) {
+        if (!kind.setting.isEmpty() &&
+            !engineName.trimmed().compare(kind.setting, Qt::CaseInsensitive))
+            return kind.make(dataFolder);
+    }
+    return dbEngineKinds().front().make(dataFolder); // anything else is SQL Server
 }

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 #include <memory>
+#include <vector>
 
 // An error as the suite's code sees it: the provider's number and text.
 struct DbError {
@@ -104,6 +105,17 @@ private:
     QString m_server, m_user, m_password;
     QString m_connection;
 };
+
+// An engine the program has, as the settings store names it. dbEngineKinds() is
+// the one list of them: a new engine is added there and nowhere else.
+struct DbEngineKind {
+    QString setting; // the value of "Engine"; empty for SQL Server, as the suite keeps it
+    QString label;   // as the user sees it
+    bool embedded;   // a file in the data folder rather than a server
+    std::unique_ptr<DbEngine> (*make)(const QString &dataFolder);
+};
+const std::vector<DbEngineKind> &dbEngineKinds();
+const DbEngineKind &embeddedDbEngine();
 
 // The engine the settings store names ("Engine" in section "DATABASE"): "SQLite"
 // for the embedded one; SQL Server when the key is missing, as the suite has it.

@@ -86,18 +86,61 @@ void mpServerStep()
     log52("Time verified");
 }
 
-bool mpDatabaseStep()
+bool hasDatabase(DbEngine &server, const QString &database)
 {
-    if (gsDBName.trimmed().isEmpty())
+    if (database.trimmed().isEmpty())
         return false;
-    for (const QString &name : engine()->databaseNames()) {
-        if (name.trimmed().toUpper() == gsDBName.trimmed().toUpper())
+    for (const QString &name : server.databaseNames()) {
+        if (name.trimmed().toUpper() == database.trimmed().toUpper())
             return true;
     }
     return false;
 }
 
+bool mpDatabaseStep()
+{
+    return hasDatabase(*engine(), gsDBName);
+}
+
 } // namespace
+
+DBSM_Settings gfDBSM_Settings()
+{
+    return {setting("Engine"), setting("DBName"), setting("Server"), setting("UserName", "qx"),
+            setting("Password")};
+}
+
+void gpDBSM_SaveSettings(const DBSM_Settings &settings)
+{
+    using platform::SaveSetting;
+    if (settings.sEngine.isEmpty())
+        platform::DeleteSetting(kSettingsApp, kDatabaseSection, "Engine");
+    else
+        SaveSetting(kSettingsApp, kDatabaseSection, "Engine", settings.sEngine);
+    SaveSetting(kSettingsApp, kDatabaseSection, "DBName", settings.sDBName);
+    SaveSetting(kSettingsApp, kDatabaseSection, "Server", settings.sServer);
+    SaveSetting(kSettingsApp, kDatabaseSection, "UserName", settings.sUser);
+    SaveSetting(kSettingsApp, kDatabaseSection, "Password", settings.sPassword);
+}
+
+bool gfbDBSM_Unconfigured()
+{
+    return setting("Engine").trimmed().isEmpty() && setting("Server").trimmed().isEmpty();
+}
+
+QString gfsDBSM_CheckServer(const DBSM_Settings &settings)
+{
+    const std::unique_ptr<DbEngine> server = makeDbEngine(settings.sEngine, gDataPath.DataPath());
+    DbError error;
+    if (server->connectServer(settings.sServer, settings.sUser, settings.sPassword, error) != 1)
+        return "The server " + settings.sServer + " could not be reached:\r" + error.text +
+               "\r\rCheck the server's name, the user and the password, and that the server "
+               "is running.";
+    if (!hasDatabase(*server, settings.sDBName))
+        return "The server " + settings.sServer + " has no database named " + settings.sDBName +
+               ".\rCheck the database's name.";
+    return QString();
+}
 
 QString gfsDBSM_LogFolder()
 {

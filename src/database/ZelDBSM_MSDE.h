@@ -112,6 +112,20 @@ extern QString gsDBName, gsServer, gsDBUser, gsDBPassword;
 extern bool gbConnected;
 extern qint16 giFileCount;
 
+// Where the database is, as the settings store keeps it (section "DATABASE").
+struct DBSM_Settings {
+    QString sEngine, sDBName, sServer, sUser, sPassword;
+};
+DBSM_Settings gfDBSM_Settings();
+// Writes them under the suite's key names; an empty engine leaves no "Engine" key.
+void gpDBSM_SaveSettings(const DBSM_Settings &settings);
+// Nothing on this workstation names a database yet: no engine and no server.
+bool gfbDBSM_Unconfigured();
+// Reaches the server the settings name and looks for the database there, apart
+// from the application's connection. Empty when both are there, otherwise what
+// went wrong, in words for the user.
+QString gfsDBSM_CheckServer(const DBSM_Settings &settings);
+
 // Connection and discovery.
 bool gfbDBSM_Connect();
 void gpDBSM_OpenConnection(const QString &sDatabase);

@@ -184,6 +184,8 @@ void frmHotKeys::DrawColumnTitle(int N)
 void frmHotKeys::BeginColumnEdit(int N)
 {
     CurrentGroup = N;
+    PanelGroup = N;
+    lblButtonEdit->setText("Column " + QString::number(N) + " Title");
     txtEdit->setText(gHotKeyGroups[N].Caption);
     if (gHotKeyGroups[N].Caption.isEmpty())
         gHotKeyGroups[N].Color = kSilverColor;
@@ -195,7 +197,7 @@ void frmHotKeys::BeginColumnEdit(int N)
 void frmHotKeys::cmdGroup_OkCancel_Click(int Index)
 {
     if (Index == 0) {
-        gHotKeyGroups[CurrentGroup].Caption = txtEdit->text();
+        gHotKeyGroups[PanelGroup].Caption = txtEdit->text();
         gpHotKeys_populate("");
     } else {
         fraGroupEdit->setVisible(false);

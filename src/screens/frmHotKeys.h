@@ -54,5 +54,8 @@ protected:
 private:
     bool SetLoaded = false;
     int CurrentGroup = 1;
+    // The column the title panel was opened for: pressing a key in another
+    // column while it is open must not move its Accept there.
+    int PanelGroup = 1;
     QString SetTitle;
 };

@@ -1,12 +1,17 @@
 #include "shell/hkeyDBSM_Setup.h"
+#include "database/DbEngine.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "database/zelDBSM_Common.h"
 #include "database/zelDBSM_Inventory.h"
 #include "database/zelDBSM_Upc.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "platform/Dialogs.h"
+#include "platform/Shell.h"
 #include "settings/clsDataPath.h"
 #include "shell/hkeyDBSM_Interface.h"
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 
 bool gfbDBSM_Setup()
 {
@@ -40,4 +45,88 @@ bool gfbDBSM_Setup()
     gpInventory_Register(1, dataPath, store, QString());
     gpUpc_Register(2, dataPath, store, QString());
     return true;
+}
+
+namespace {
+
+const char *const kOwnDatabase = "ZELDATA";
+
+bool mpCommon_insert(int iStore, const QString &sName)
+{
+    gCommonRecord.clear();
+    gCommonRecord.setText("DupID", "1");
+    gCommonRecord.setText("Cname", sName);
+    gCommonRecord.setText("MultiStore", "N");
+    gCommonRecord.setNumber("StoreNumber", iStore);
+    QString sql;
+    return gfbDBSM_Record(0, opInsert, 0, false, false, sql);
+}
+
+// The tables and the store's row; the settings already name the file. The
+// engine has said in its own box what failed, where something did.
+OwnDatabase mpOwnTables(int iStore, const QString &sName, QString &sMessage)
+{
+    const QString file = QDir::toNativeSeparators(gfsDBSM_OwnFile());
+    const QString unchanged = "\rNothing has been changed on this workstation.";
+    gpDBSM_Disconnect();
+    const bool stored = gfbDBSM_Setup();
+    if (gTables.empty() || !gTables[0].bOpen) {
+        sMessage = "The tables could not be made in the database " + file + '.' + unchanged;
+        return OwnDatabase::Failed;
+    }
+    if (stored) {
+        sMessage = "The data folder already holds a database, " + file + ", for store " +
+                   gsStoreNumber + " (" + gCommonRecord.text("Cname").trimmed() +
+                   ").\rThis workstation uses it as it is; the store number and name typed here "
+                   "are not stored.";
+    } else {
+        if (gfbDBSM_HasRows(0)) {
+            sMessage = "The database " + file + " holds a store that cannot be used." + unchanged;
+            return OwnDatabase::Failed;
+        }
+        if (!mpCommon_insert(iStore, sName)) {
+            sMessage = "The store could not be written into the database " + file + ":\r" +
+                       gsInsertError + unchanged;
+            return OwnDatabase::Failed;
+        }
+        gpDBSM_Disconnect(); // the store's tables are named after the number just stored
+    }
+    if ((stored || gfbDBSM_Setup()) && gfbDBSM_Open())
+        return stored ? OwnDatabase::Existing : OwnDatabase::Created;
+    sMessage = "The item tables could not be made in the database " + file + '.' + unchanged;
+    return OwnDatabase::Failed;
+}
+
+} // namespace
+
+QString gfsDBSM_OwnFile()
+{
+    return QDir(gDataPath.DataPath()).filePath(QString(kOwnDatabase) + ".db");
+}
+
+OwnDatabase gfDBSM_CreateOwn(int iStore, const QString &sName, QString &sMessage)
+{
+    const QString file = gfsDBSM_OwnFile();
+    const bool existed = QFileInfo(file).isFile();
+    QString why;
+    if (!existed && !SqliteEngine::create(file, &why)) {
+        QFile::remove(file);
+        sMessage = "The database file " + QDir::toNativeSeparators(file) +
+                   " could not be made: " + why +
+                   ".\rCheck that the data folder can be written, or choose the store's database "
+                   "server.";
+        return OwnDatabase::Failed;
+    }
+    const DBSM_Settings before = gfDBSM_Settings();
+    gpDBSM_SaveSettings({embeddedDbEngine().setting, kOwnDatabase,
+                         platform::ShellPort::get().computerName().toUpper() + "\\ZEL",
+                         before.sUser, before.sPassword});
+    const OwnDatabase result = mpOwnTables(iStore, sName, sMessage);
+    gpDBSM_Disconnect();
+    if (result == OwnDatabase::Failed) {
+        gpDBSM_SaveSettings(before);
+        if (!existed)
+            QFile::remove(file);
+    }
+    return result;
 }

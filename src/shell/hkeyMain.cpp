@@ -1,5 +1,6 @@
 #include "shell/hkeyMain.h"
 #include "common/sm_Files.h"
+#include "database/ZelDBSM_MSDE.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "platform/AppInfo.h"
 #include "platform/Dialogs.h"
@@ -9,6 +10,7 @@
 #include "settings/clsDataPath.h"
 #include "settings/clsINI_Services.h"
 #include "settings/zelDataPath_Ops.h"
+#include "shell/frmFirstRun.h"
 #include "shell/frmMain.h"
 #include "shell/hkeyDBSM_Interface.h"
 #include "shell/hkeyDBSM_Setup.h"
@@ -48,6 +50,14 @@ void Main()
     mpPictureFolder_make();
     gsHotKeyPicturePath = gDataPath.DataPath() + "/pictures/HotKeys/";
     gfbSearchFields_read();
+    if (gfbDBSM_Unconfigured()) {
+        // A workstation that names no database: the user chooses one, or the start ends.
+        frmFirstRun first;
+        first.Form_Load();
+        showModal(first);
+        if (first.Canceled)
+            ShellPort::get().exitProcess(0);
+    }
     if (!gfbDBSM_Setup())
         ShellPort::get().exitProcess(0);
     if (gfbDBSM_Open()) {

@@ -314,3 +314,50 @@ TEST_F(EditorTest, FinderLeavesOutTheSetBeingEditedByNumber)
     QTest::keyClick(empty.lstItems, Qt::Key_Escape);
     EXPECT_TRUE(empty.isHidden());
 }
+
+TEST_F(EditorTest, ColumnTitlePanelStoresIntoTheColumnItWasOpenedFor)
+{
+    writeDataFile("HKSET05.SDF", "[SET]Five\r\n[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n"
+                                 "[GROUP]3[CAPTION]Snacks[COLOR]RED\r\n");
+    frmHotKeys editor;
+    editor.HotKeySet = "05";
+    editor.fileName = "HKSET05.SDF";
+    editor.Form_Load();
+    editor.show();
+    QTest::mouseClick(editor.cmdEdit_Group[1], Qt::LeftButton);
+    EXPECT_EQ(editor.lblButtonEdit->text(), "Column 1 Title") << "the panel says what it edits";
+    editor.txtEdit->setText("Hot Drinks");
+
+    // A key of another column, pressed and defined while the panel is open.
+    on<frmHotKey_Define>([&](frmHotKey_Define &key) {
+        QTest::keyClicks(key.txtEdit[0], "Chips");
+        QTest::keyClicks(key.txtEdit[1], "0008001.0");
+        QTest::keyClick(key.txtEdit[0], Qt::Key_F10);
+    });
+    QTest::mouseClick(editor.cmdHkGroup[3][0], Qt::LeftButton);
+    EXPECT_EQ(gHotKeyGroups[3].Buttons[1].Caption, "Chips") << "the key lands in its own column";
+    EXPECT_FALSE(editor.fraGroupEdit->isHidden());
+    EXPECT_EQ(editor.lblButtonEdit->text(), "Column 1 Title");
+
+    QTest::keyClick(editor.txtEdit, Qt::Key_F10);
+    EXPECT_EQ(gHotKeyGroups[1].Caption, "Hot Drinks");
+    EXPECT_EQ(gHotKeyGroups[3].Caption, "Snacks") << "another column's title is never replaced";
+    EXPECT_EQ(editor.cmdEdit_Group[3]->caption(), "Snacks");
+
+    // Opening the panel for another column moves it there, and says so.
+    QTest::mouseClick(editor.cmdEdit_Group[3], Qt::LeftButton);
+    EXPECT_EQ(editor.lblButtonEdit->text(), "Column 3 Title");
+    EXPECT_EQ(editor.txtEdit->text(), "Snacks");
+    editor.txtEdit->setText("Chips & Nuts");
+    QTest::mouseClick(editor.cmdGroup_OkCancel[0], Qt::LeftButton);
+    QTest::keyClick(editor.txtButtonSet, Qt::Key_F10); // the panel's Accept again, not the set's
+    EXPECT_TRUE(readDataFile("HKSET05.SDF").startsWith("[SET]Five\r\n[GROUP]1[CAPTION]Drinks"))
+        << "nothing is written before the set is accepted";
+    QTest::mouseClick(editor.cmdGroup_OkCancel[1], Qt::LeftButton);
+    QTest::mouseClick(editor.cmdOkCancel[0], Qt::LeftButton);
+    const QByteArray file = readDataFile("HKSET05.SDF");
+    EXPECT_TRUE(file.contains("[GROUP]1[CAPTION]Hot Drinks[COLOR]BLUE\r\n")) << file.data();
+    EXPECT_TRUE(file.contains("[GROUP]3[CAPTION]Chips & Nuts[COLOR]RED\r\n"
+                              "[BUTTON]1[CAPTION]Chips[ITEM]0008001.0"))
+        << file.data();
+}

@@ -1,0 +1,359 @@
+#include "database/DbEngine.h"
+#include "database/ZelDBSM_MSDE.h"
+#include "hotkeys/hkeyGlobal.h"
+#include "platform/AppInfo.h"
+#include "platform/Instance.h"
+#include "platform/SettingsStore.h"
+#include "settings/clsINI_Services.h"
+#include "shell/frmFirstRun.h"
+#include "shell/hkeyDBSM_Setup.h"
+#include "shell/hkeyMain.h"
+#include "support/HkTest.h"
+#include <QComboBox>
+#include <QDir>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSettings>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTest>
+#include <QUuid>
+
+using namespace platform;
+using testing_support::HkTest;
+using testing_support::ProcessExit;
+
+namespace {
+
+// A workstation on which only the data folder is known.
+class FirstRunTest : public HkTest {
+protected:
+    void SetUp() override
+    {
+        HkTest::SetUp();
+        QDir(temp.path()).mkpath("app");
+        setApplicationFolder(temp.filePath("app"));
+        Instance::setKey("firstrun-" + QUuid::createUuid().toString(QUuid::Id128));
+        SaveSetting("ZEL Settings", "DATABASE", "DATAPATH", dataPath());
+        writeDataFile("ZEL.INI", "[Primary Search Fields]\r\n");
+        gIni = clsINI_Services();
+        gsStoreNumber.clear();
+    }
+    void TearDown() override
+    {
+        gpDBSM_Disconnect();
+        setApplicationFolder(QString());
+        HkTest::TearDown();
+    }
+    int runMain()
+    {
+        try {
+            Main();
+        } catch (const ProcessExit &e) {
+            return e.code;
+        }
+        ADD_FAILURE() << "Main returned instead of ending the process";
+        return -1;
+    }
+    // The settings store as the next start reads it, from its file.
+    QString stored(const QString &key) const
+    {
+        QSettings file(temp.filePath("settings/ZEL Settings.conf"), QSettings::IniFormat);
+        return file.value("DATABASE/" + key, "<none>").toString();
+    }
+    // The COMMON rows as another program would read them from the file.
+    QStringList commonRows(const QString &file) const
+    {
+        QStringList rows;
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "firstrun-check");
+            db.setDatabaseName(file);
+            EXPECT_TRUE(db.open());
+            QSqlQuery q("SELECT StoreNumber, Cname, MultiStore FROM COMMON", db);
+            while (q.next())
+                rows << QString("%1|%2|%3")
+                            .arg(q.value(0).toString(), q.value(1).toString().trimmed(),
+                                 q.value(2).toString());
+        }
+        QSqlDatabase::removeDatabase("firstrun-check");
+        return rows;
+    }
+    void closeMainScreen()
+    {
+        modal.drive("frmMain", [](QDialog &form) { QTest::keyClick(&form, Qt::Key_Escape); });
+    }
+    void onFirstRun(std::function<void(frmFirstRun &)> act)
+    {
+        modal.drive("frmFirstRun", [act](QDialog &d) { act(static_cast<frmFirstRun &>(d)); });
+    }
+    void expectBox(int style, const QString &text)
+    {
+        const auto shown = boxes();
+        ASSERT_EQ(shown.size(), 1);
+        EXPECT_EQ(shown[0].style, style);
+        EXPECT_EQ(shown[0].title, "Set Up the Database");
+        EXPECT_EQ(shown[0].text, text);
+    }
+};
+
+} // namespace
+
+TEST_F(FirstRunTest, OwnDatabaseIsMadeWithTheTablesAndTheStoreAndTheSetListOpens)
+{
+    onFirstRun([&](frmFirstRun &form) {
+        EXPECT_EQ(form.windowTitle(), "Set Up the Database");
+        EXPECT_TRUE(form.optOwn->isChecked());
+        EXPECT_FALSE(form.fraServer->isEnabled());
+        QTest::keyClicks(form.txtStoreNumber, "12");
+        QTest::keyClicks(form.txtStoreName, "Main Street Market");
+        QTest::keyClick(form.txtStoreName, Qt::Key_F10);
+    });
+    closeMainScreen();
+    EXPECT_EQ(runMain(), 0);
+    EXPECT_EQ(modal.shown, QStringList({"frmFirstRun", "frmMain"}));
+
+    EXPECT_EQ(stored("Engine"), "SQLite");
+    EXPECT_EQ(stored("DBName"), "ZELDATA");
+    EXPECT_EQ(stored("Server"), "TESTPC\\ZEL");
+    EXPECT_EQ(commonRows(dataPath() + "/ZELDATA.db"), QStringList({"12|Main Street Market|N"}));
+    EXPECT_EQ(gsStoreNumber, "12");
+    EXPECT_TRUE(gfbDBSM_TableExists("INVT12"));
+    EXPECT_TRUE(gfbDBSM_TableExists("UPC12"));
+
+    // The next start goes straight to the set list.
+    gpDBSM_Disconnect();
+    Instance::setKey("firstrun-" + QUuid::createUuid().toString(QUuid::Id128));
+    closeMainScreen();
+    modal.shown.clear();
+    EXPECT_EQ(runMain(), 0);
+    EXPECT_EQ(modal.shown, QStringList({"frmMain"}));
+}
+
+TEST_F(FirstRunTest, CancelEndsSilentlyAndLeavesNothingBehind)
+{
+    onFirstRun([&](frmFirstRun &form) {
+        QTest::keyClicks(form.txtStoreNumber, "3");
+        QTest::keyClick(form.txtStoreNumber, Qt::Key_Escape);
+    });
+    EXPECT_EQ(runMain(), 0);
+    EXPECT_EQ(modal.shown, QStringList({"frmFirstRun"}));
+    EXPECT_TRUE(boxes().isEmpty());
+    EXPECT_EQ(stored("Engine"), "<none>");
+    EXPECT_EQ(stored("Server"), "<none>");
+    EXPECT_FALSE(QFile::exists(dataPath() + "/ZELDATA.db"));
+    EXPECT_FALSE(QFile::exists(temp.filePath("app/52.txt"))) << "no connection was tried";
+}
+
+TEST_F(FirstRunTest, ASetEngineOrServerKeepsTheStartAsItWas)
+{
+    // An engine without a server ends at once, as a workstation without a server always has.
+    SaveSetting("ZEL Settings", "DATABASE", "Engine", "SQLite");
+    EXPECT_EQ(runMain(), 0);
+    EXPECT_TRUE(modal.shown.isEmpty());
+    EXPECT_TRUE(boxes().isEmpty());
+
+    // A server without an engine key is the suite's own SQL Server.
+    DeleteSetting("ZEL Settings", "DATABASE", "Engine");
+    SaveSetting("ZEL Settings", "DATABASE", "Server", "STOREPC\\ZEL");
+    Instance::setKey("firstrun-" + QUuid::createUuid().toString(QUuid::Id128));
+    EXPECT_FALSE(gfbDBSM_Unconfigured());
+    SaveSetting("ZEL Settings", "DATABASE", "Server", "  ");
+    EXPECT_TRUE(gfbDBSM_Unconfigured()) << "a blank server names nothing";
+}
+
+TEST_F(FirstRunTest, StoreNumberAndNameAreCheckedAndNothingTypedIsLost)
+{
+    frmFirstRun form;
+    form.Form_Load();
+    form.show();
+    for (const char *bad : {"", "0", "-3", "40000", "12a", "1.5"}) {
+        form.txtStoreNumber->setText(bad);
+        form.txtStoreName->setText("Harbour Store");
+        QTest::mouseClick(form.cmdOkCancel[0], Qt::LeftButton);
+        expectBox(48, "The store number must be a whole number from 1 to 32767.");
+        EXPECT_TRUE(form.isVisible()) << bad;
+        EXPECT_EQ(form.txtStoreNumber->text(), bad);
+        EXPECT_EQ(form.txtStoreName->text(), "Harbour Store");
+        EXPECT_EQ(form.focusWidget(), form.txtStoreNumber);
+    }
+    form.txtStoreNumber->setText(" 7 ");
+    form.txtStoreName->setText("   ");
+    QTest::keyClick(form.txtStoreNumber, Qt::Key_F10);
+    expectBox(48, "Type the store's name.");
+    EXPECT_EQ(form.focusWidget(), form.txtStoreName);
+    EXPECT_EQ(form.txtStoreName->maxLength(), 40);
+    EXPECT_TRUE(form.Canceled);
+    EXPECT_FALSE(QFile::exists(dataPath() + "/ZELDATA.db"));
+    EXPECT_EQ(stored("Engine"), "<none>");
+}
+
+TEST_F(FirstRunTest, AFileThatCannotBeMadeKeepsTheScreenAndTheSettings)
+{
+    QDir(dataPath()).mkpath("ZELDATA.db"); // a folder where the file would go
+    frmFirstRun form;
+    form.Form_Load();
+    form.show();
+    QTest::keyClicks(form.txtStoreNumber, "5");
+    QTest::keyClicks(form.txtStoreName, "Dockside");
+    QTest::keyClick(form.txtStoreName, Qt::Key_F10);
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].style, 16);
+    EXPECT_TRUE(shown[0].text.startsWith("The database file " +
+                                         QDir::toNativeSeparators(dataPath() + "/ZELDATA.db") +
+                                         " could not be made: "))
+        << shown[0].text.toStdString();
+    EXPECT_TRUE(shown[0].text.endsWith("Check that the data folder can be written, or choose "
+                                       "the store's database server."));
+    EXPECT_TRUE(form.isVisible());
+    EXPECT_TRUE(form.Canceled);
+    EXPECT_EQ(form.txtStoreNumber->text(), "5");
+    EXPECT_EQ(form.txtStoreName->text(), "Dockside");
+    EXPECT_EQ(stored("Engine"), "<none>");
+    EXPECT_EQ(stored("DBName"), "<none>");
+    EXPECT_TRUE(QFileInfo(dataPath() + "/ZELDATA.db").isDir())
+        << "nothing of the user's is removed";
+}
+
+TEST_F(FirstRunTest, ADatabaseAnotherStationMadeIsUsedAsItIs)
+{
+    QString message;
+    ASSERT_EQ(gfDBSM_CreateOwn(4, "North Store", message), OwnDatabase::Created);
+    gpDBSM_Disconnect();
+    DeleteSetting("ZEL Settings", "DATABASE", "Engine");
+    SaveSetting("ZEL Settings", "DATABASE", "Server", "");
+
+    onFirstRun([&](frmFirstRun &form) {
+        QTest::keyClicks(form.txtStoreNumber, "9");
+        QTest::keyClicks(form.txtStoreName, "Other");
+        QTest::mouseClick(form.cmdOkCancel[0], Qt::LeftButton);
+        expectBox(64, "The data folder already holds a database, " +
+                          QDir::toNativeSeparators(dataPath() + "/ZELDATA.db") +
+                          ", for store 4 (North Store).\rThis workstation uses it as it is; the "
+                          "store number and name typed here are not stored.");
+    });
+    closeMainScreen();
+    EXPECT_EQ(runMain(), 0);
+    EXPECT_EQ(modal.shown, QStringList({"frmFirstRun", "frmMain"}));
+    EXPECT_EQ(gsStoreNumber, "4");
+    EXPECT_EQ(commonRows(dataPath() + "/ZELDATA.db"), QStringList({"4|North Store|N"}));
+}
+
+TEST_F(FirstRunTest, AnUnusableDatabaseInTheFolderIsKeptAndNothingIsSaved)
+{
+    QString message;
+    ASSERT_EQ(gfDBSM_CreateOwn(4, "North Store", message), OwnDatabase::Created);
+    ASSERT_TRUE(gfbDBSM_Setup());
+    ASSERT_EQ(glDBSM_Execute("UPDATE COMMON SET StoreNumber = -1"), 1);
+    gpDBSM_Disconnect();
+    DeleteSetting("ZEL Settings", "DATABASE", "Engine");
+    SaveSetting("ZEL Settings", "DATABASE", "DBName", "");
+    SaveSetting("ZEL Settings", "DATABASE", "Server", "");
+
+    frmFirstRun form;
+    form.Form_Load();
+    form.show();
+    QTest::keyClicks(form.txtStoreNumber, "9");
+    QTest::keyClicks(form.txtStoreName, "Other");
+    QTest::keyClick(form.txtStoreName, Qt::Key_F10);
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 2);
+    EXPECT_TRUE(shown[0].text.startsWith("The store number in the COMMON table is -1."));
+    EXPECT_EQ(shown[1].style, 16);
+    EXPECT_EQ(shown[1].text, "The database " +
+                                 QDir::toNativeSeparators(dataPath() + "/ZELDATA.db") +
+                                 " holds a store that cannot be used.\rNothing has been changed "
+                                 "on this workstation.");
+    EXPECT_TRUE(form.isVisible());
+    EXPECT_EQ(form.txtStoreNumber->text(), "9");
+    EXPECT_EQ(stored("Engine"), "<none>");
+    EXPECT_EQ(stored("DBName"), "");
+    EXPECT_TRUE(gfbDBSM_Unconfigured()) << "the next start asks again";
+    EXPECT_EQ(commonRows(dataPath() + "/ZELDATA.db"), QStringList({"-1|North Store|N"}))
+        << "another station's database is never removed or changed";
+}
+
+TEST_F(FirstRunTest, ServerChoiceIsCheckedBeforeAnythingIsWritten)
+{
+    SaveSetting("ZEL Settings", "DATABASE", "DBName", "STOREDATA");
+    frmFirstRun form;
+    form.Form_Load();
+    form.show();
+    // The engines offered are the program's server engines, from its one list.
+    QStringList engines;
+    for (const DbEngineKind &kind : dbEngineKinds()) {
+        if (!kind.embedded)
+            engines << kind.label;
+    }
+    ASSERT_EQ(form.cboEngine->count(), engines.size());
+    EXPECT_EQ(form.cboEngine->itemText(0), "SQL Server");
+    EXPECT_EQ(form.txtDatabase->text(), "STOREDATA") << "what the suite keeps is offered";
+    EXPECT_EQ(form.txtUser->text(), "qx");
+
+    QTest::mouseClick(form.optServer, Qt::LeftButton, {}, QPoint(24, form.optServer->height() / 2));
+    EXPECT_TRUE(form.fraServer->isEnabled());
+    EXPECT_FALSE(form.fraOwn->isEnabled());
+    QTest::keyClick(form.txtServer, Qt::Key_F10);
+    expectBox(48, "Type the name of the store's database server, as machine\\instance (for "
+                  "example STOREPC\\ZEL).");
+    form.txtDatabase->clear();
+    QTest::keyClicks(form.txtServer, "127.0.0.1,1");
+    QTest::keyClick(form.txtServer, Qt::Key_F10);
+    expectBox(48, "Type the name of the store's database on the server.");
+    EXPECT_EQ(form.focusWidget(), form.txtDatabase);
+
+    // No server answers here: the screen stays open with everything typed.
+    QTest::keyClicks(form.txtDatabase, "STOREDATA");
+    QTest::keyClicks(form.txtPassword, "pw");
+    QTest::keyClick(form.txtPassword, Qt::Key_F10);
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].style, 48);
+    EXPECT_TRUE(shown[0].text.startsWith("The server 127.0.0.1,1 could not be reached:\r"))
+        << shown[0].text.toStdString();
+    EXPECT_TRUE(form.isVisible());
+    EXPECT_EQ(form.txtServer->text(), "127.0.0.1,1");
+    EXPECT_EQ(form.txtPassword->text(), "pw");
+    EXPECT_EQ(stored("Server"), "<none>");
+    EXPECT_EQ(stored("Password"), "<none>");
+}
+
+TEST_F(FirstRunTest, ServerSettingsAreWrittenUnderTheSuitesKeys)
+{
+    gpDBSM_SaveSettings({"", "STOREDATA", "STOREPC\\ZEL", "clerk", "p=w;d"});
+    EXPECT_EQ(stored("Engine"), "<none>") << "SQL Server is the suite's engine: no key of ours";
+    EXPECT_EQ(stored("DBName"), "STOREDATA");
+    EXPECT_EQ(stored("Server"), "STOREPC\\ZEL");
+    EXPECT_EQ(stored("UserName"), "clerk");
+    EXPECT_EQ(stored("Password"), "p=w;d");
+    EXPECT_FALSE(gfbDBSM_Unconfigured());
+    gpDBSM_SaveSettings({"SQLite", "ZELDATA", "X\\Y", "qx", ""});
+    EXPECT_EQ(stored("Engine"), "SQLite");
+    EXPECT_EQ(makeDbEngine("sqlite", dataPath())->name(), "SQLite");
+    EXPECT_EQ(makeDbEngine("", dataPath())->name(), "SQLServer");
+    EXPECT_EQ(makeDbEngine("Unknown", dataPath())->name(), "SQLServer");
+}
+
+TEST_F(FirstRunTest, TheKeyboardReachesEveryChoice)
+{
+    frmFirstRun form;
+    form.Form_Load();
+    form.show();
+    QApplication::setActiveWindow(&form);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    EXPECT_TRUE(form.txtStoreNumber->hasFocus()) << "the first field is ready for typing";
+    QTest::keyClick(&form, Qt::Key_S, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return form.optServer->isChecked(); }));
+    EXPECT_TRUE(form.fraServer->isEnabled());
+    QTest::keyClick(&form, Qt::Key_R, Qt::AltModifier);
+    EXPECT_TRUE(form.txtServer->hasFocus());
+    QTest::keyClick(&form, Qt::Key_O, Qt::AltModifier);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return form.optOwn->isChecked(); }));
+    QTest::keyClick(&form, Qt::Key_A, Qt::AltModifier);
+    EXPECT_EQ(form.focusWidget(), form.txtStoreName);
+    QTest::keyClick(form.txtStoreName, Qt::Key_Escape);
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_TRUE(form.Canceled);
+}
