@@ -192,6 +192,24 @@ bool frmMain::mpEditSet(const QString &setNumber, const QString &fileName, int h
     return !editor.Canceled;
 }
 
+// A stray copy such as HKSET01-old.SDF is listed but is no set: editing it would write
+// HKSET.SDF, and removing it would repair the links of set 0, which every blank link reads as.
+bool frmMain::mpRowIsSet(int row, const QString &nothingDone) const
+{
+    const QString fileName = msRowFiles.value(row - fgrdItems->FixedRows());
+    const QString number = fgrdItems->TextMatrix(row, 0);
+    if (!number.isEmpty() && hotKeySetNumber(fileName) == number)
+        return true;
+    platform::MsgBox(fileName +
+                         " is not a hot key set: a set's file is named HKSET, its number "
+                         "(01 to 999) and .SDF.\r" +
+                         nothingDone +
+                         " To use its keys or get rid of it, rename or delete it in the data "
+                         "folder.",
+                     platform::vbExclamation);
+    return false;
+}
+
 void frmMain::cmdEdit_Click(int Index)
 {
     if (Index == 0) {
@@ -201,21 +219,14 @@ void frmMain::cmdEdit_Click(int Index)
     }
     const int row = fgrdItems->Row();
     const QString number = fgrdItems->TextMatrix(row, 0);
+    if (!mpRowIsSet(row, Index == 1 ? "Nothing was changed."
+                                    : "Nothing was deleted and no key was changed."))
+        return;
     if (Index == 1) {
         if (mpEditSet(number, "HKSET" + number + ".SDF", 6)) {
             mpSetList_fill();
             mpSelectRow(row);
         }
-        return;
-    }
-    const QString fileName = msRowFiles.value(row - fgrdItems->FixedRows());
-    if (number.isEmpty() || hotKeySetNumber(fileName) != number) {
-        platform::MsgBox(fileName +
-                             " is not a hot key set: a set's file is named HKSET, its number "
-                             "(01 to 999) and .SDF.\rNothing was deleted and no key was "
-                             "changed. To get rid of this file, delete or rename it in the data "
-                             "folder.",
-                         platform::vbExclamation);
         return;
     }
     const QString title = fgrdItems->TextMatrix(row, 1);

@@ -45,6 +45,7 @@ protected:
 private:
     // The file name of each data row, in row order, for telling a set from a stray file.
     QStringList msRowFiles;
+    bool mpRowIsSet(int row, const QString &nothingDone) const;
     void mpSetList_format();
     void mpSelectRow(int row);
     void cmdEdit_Click(int Index);

@@ -119,7 +119,7 @@ TEST_F(MainScreenTest, DeleteAsksRemovesRepairsAndSelectsRowOne)
     EXPECT_EQ(shown[2].style, 0);
 }
 
-TEST_F(MainScreenTest, AStrayFileIsNotOfferedForDeletion)
+TEST_F(MainScreenTest, AStrayFileIsNeitherEditedNorDeleted)
 {
     addSet(1, "One", "2");
     addSet(2, "Two");
@@ -133,10 +133,15 @@ TEST_F(MainScreenTest, AStrayFileIsNotOfferedForDeletion)
          {std::pair{"HKSET01-old.SDF", ""}, {"HKSET00.SDF", "00"}}) {
         gpGrid_selectRow(form->fgrdItems, column(0).indexOf(shownNumber) + 1);
         QTest::keyClick(form->fgrdItems, Qt::Key_D);
+        QTest::keyClick(form->fgrdItems, Qt::Key_C);
         const auto shown = boxes();
-        ASSERT_EQ(shown.size(), 1) << "no question: nothing is offered for deletion";
-        EXPECT_EQ(shown[0].style, vbExclamation);
-        EXPECT_TRUE(shown[0].text.startsWith(QString(stray) + " is not a hot key set"));
+        ASSERT_EQ(shown.size(), 2) << "no question and no editor: the file is no set";
+        for (const auto &box : shown) {
+            EXPECT_EQ(box.style, vbExclamation);
+            EXPECT_TRUE(box.text.startsWith(QString(stray) + " is not a hot key set"));
+        }
+        EXPECT_TRUE(shown[0].text.contains("Nothing was deleted"));
+        EXPECT_TRUE(shown[1].text.contains("Nothing was changed"));
     }
     EXPECT_EQ(QDir(dataPath()).entryList(QDir::Files), names);
     EXPECT_TRUE(readDataFile("HKSET01.SDF").contains("[LINKSET]2["));
