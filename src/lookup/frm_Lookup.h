@@ -77,7 +77,6 @@ private:
     bool mbFirstSort = false;
     QString msTyped;
     bool mbEnterDown = false;
-    int mLastRows = 0;
 };
 
 // Shows the lookup and returns the stock locater picked, in stored form, or empty.
