@@ -432,17 +432,17 @@ struct ServerNumber {
     DbFault fault;
 };
 const ServerNumber kServerFailures[] = {
-    {1205, DbFault::Busy},    // chosen as the victim of a deadlock
-    {1222, DbFault::Busy},    // lock request time out period exceeded
-    {605, DbFault::Damaged},  // a page is not where its table says
-    {823, DbFault::Damaged},  // the operating system failed a read of the file
-    {824, DbFault::Damaged},  // a page read fails its checksum
-    {829, DbFault::Damaged},  // a page is marked restore pending
-    {229, DbFault::None},     // permission denied on an object
-    {230, DbFault::None},     // permission denied on a column
-    {262, DbFault::None},     // permission denied to create
-    {4060, DbFault::None},    // the database of the login cannot be opened
-    {18456, DbFault::None},   // login failed
+    {1205, DbFault::Busy},   // chosen as the victim of a deadlock
+    {1222, DbFault::Busy},   // lock request time out period exceeded
+    {605, DbFault::Damaged}, // a page is not where its table says
+    {823, DbFault::Damaged}, // the operating system failed a read of the file
+    {824, DbFault::Damaged}, // a page read fails its checksum
+    {829, DbFault::Damaged}, // a page is marked restore pending
+    {229, DbFault::None},    // permission denied on an object
+    {230, DbFault::None},    // permission denied on a column
+    {262, DbFault::None},    // permission denied to create
+    {4060, DbFault::None},   // the database of the login cannot be opened
+    {18456, DbFault::None},  // login failed
 };
 
 // ODBC names every driver and component in brackets before a message.
@@ -456,10 +456,10 @@ QString withoutComponents(const QString &text)
 
 DbError SqlServerEngine::errorOf(const QSqlError &error) const
 {
-    DbError e{kErrCommand,
-              withoutComponents(error.databaseText().isEmpty() ? error.text()
-                                                               : error.databaseText()),
-              name()};
+    DbError e{
+        kErrCommand,
+        withoutComponents(error.databaseText().isEmpty() ? error.text() : error.databaseText()),
+        name()};
     bool ok = false;
     const int native = error.nativeErrorCode().toInt(&ok);
     // The server refused the statement: what the provider reported as errors in
