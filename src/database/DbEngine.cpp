@@ -469,8 +469,10 @@ DbError SqlServerEngine::errorOf(const QSqlError &error) const
         error.type() == QSqlError::ConnectionError)
         e.number = kErrProvider;
     for (const ServerNumber &failure : kServerFailures) {
-        if (failure.native == native)
-            e.number = kErrProvider, e.fault = failure.fault;
+        if (failure.native == native) {
+            e.number = kErrProvider;
+            e.fault = failure.fault;
+        }
     }
     return e;
 }

@@ -1,6 +1,8 @@
 #pragma once
+#include "database/DbEngine.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "support/HkTest.h"
+#include <memory>
 
 namespace testing_support {
 
@@ -27,6 +29,12 @@ protected:
                 int qty = 0);
     QString logText() const;
     QString appFolder() const;
+    // Another station's connection that holds the whole database locked until
+    // it is released (or destroyed).
+    std::unique_ptr<SqliteEngine> lockAsAnotherStation();
+    void release(SqliteEngine &station);
+    // Overwrites the database file in place with bytes that are no database.
+    void damageDatabase();
 };
 
 } // namespace testing_support
