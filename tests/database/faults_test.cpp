@@ -7,12 +7,10 @@
 
 using testing_support::DbTest;
 using testing_support::gItem;
+using testing_support::kBusyBox;
+using testing_support::kDamagedBox;
 
 namespace {
-
-const QString kBusy = "The database is busy at another station. Please try again in a moment.";
-const QString kDamaged = "The database is damaged and cannot be read. Please call support; the "
-                         "details are in PVSW.log in the data folder.";
 
 class FaultTest : public DbTest {
 protected:
@@ -53,7 +51,7 @@ TEST_F(FaultTest, ALockOfAnotherStationIsOneBoxAndOneBoundedWaitPerAction)
         EXPECT_TRUE(boxes().isEmpty()) << "the box comes when the action ends";
     }
     EXPECT_LT(clock.elapsed(), 10000);
-    EXPECT_EQ(texts(), QStringList({kBusy}));
+    EXPECT_EQ(texts(), QStringList({kBusyBox}));
     EXPECT_EQ(gItem.SL.trimmed(), "1") << "the buffer keeps its place";
     const QList<QByteArray> log = readDataFile("PVSW.log").split('\n');
     ASSERT_EQ(log.size(), 3) << "two lines for the one statement that reached the database";
@@ -73,7 +71,7 @@ TEST_F(FaultTest, OutsideAnActionEachFailingCallIsTold)
     gItem.SL = "1";
     EXPECT_FALSE(read(opEqual));
     EXPECT_FALSE(read(opNext));
-    EXPECT_EQ(texts(), QStringList({kBusy, kBusy}));
+    EXPECT_EQ(texts(), QStringList({kBusyBox, kBusyBox}));
 }
 
 TEST_F(FaultTest, ADamagedFileIsOneBoxPerAction)
@@ -87,7 +85,7 @@ TEST_F(FaultTest, ADamagedFileIsOneBoxPerAction)
         EXPECT_EQ(glDBSM_Count(0, table), 0);
         EXPECT_EQ(glDBSM_Execute("UPDATE items SET Qty = 1"), 0);
     }
-    EXPECT_EQ(texts(), QStringList({kDamaged, kDamaged}));
+    EXPECT_EQ(texts(), QStringList({kDamagedBox, kDamagedBox}));
     EXPECT_TRUE(readDataFile("PVSW.log").contains("Description: file is not a database"));
 }
 

@@ -6,6 +6,12 @@
 
 namespace testing_support {
 
+// The boxes of a database that another station holds or that is damaged.
+inline const QString kBusyBox =
+    "The database is busy at another station. Please try again in a moment.";
+inline const QString kDamagedBox = "The database is damaged and cannot be read. Please call "
+                                   "support; the details are in PVSW.log in the data folder.";
+
 // The record buffer of a small test table: fixed-width text padded with blanks.
 struct ItemRecord {
     QString Description; // 30
