@@ -166,12 +166,15 @@ bool notFound(qint16 iFile)
 }
 
 // Opens a read: rows make it the table's row set, none take the not-found path.
-bool readRows(qint16 iFile, const QString &statement)
+// A failure of the database sets `faulted`.
+bool readRows(qint16 iFile, const QString &statement, bool *faulted = nullptr)
 {
     Recordset rs;
     DbError e;
     if (!openRows(statement, gTables[iFile].sTableName, rs, e)) {
         mpDBSM_Fault(statement, e);
+        if (faulted)
+            *faulted = true;
         return false;
     }
     if (rs.RecordCount() == 0)
@@ -240,9 +243,10 @@ bool comparisonRead(qint16 iFile, qint16 iKey, bool bRow, const QString &op, QSt
         const QString column = rs.names().value(iKey);
         const QString value = gfsDBSM_SqlText(rs.value(iKey), true);
         sSQL = dbsm::rowComparison(gTables[iFile].sTableName, column, value, op);
-        readRows(iFile, sSQL);
+        bool faulted = false;
+        readRows(iFile, sSQL, &faulted);
         // Here the result is whether the table's row set has rows, also after the reopen.
-        return gRecordsets[iFile].RecordCount() > 0;
+        return !faulted && gRecordsets[iFile].RecordCount() > 0;
     }
     if (sSQL.isEmpty())
         sSQL = dbsm::trimItemId(
