@@ -159,8 +159,9 @@ void frm_Lookup::mpResize()
 {
     const DbAction action;
     gpForm_initControls(this);
-    if (Lblwait->isVisible() || !mbLoaded)
-        return;
+    if (Lblwait->isVisible() || !mbLoaded || size() == mResizedTo)
+        return; // no size change: Form_Load's own call and the window's event meet here
+    mResizedTo = size();
     fgrdItems->setFixedWidth(std::max(200, width() - platform::twipsToPixels(400)));
     fgrdItems->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     mpColumns_fit();
