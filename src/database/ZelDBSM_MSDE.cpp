@@ -187,7 +187,6 @@ bool connectionOpen()
 
 struct ActionState {
     int depth = 0;
-    quint64 faults = 0;
     bool failed = false; // the action under way met a fault
     DbError fault;
 };
@@ -254,7 +253,7 @@ DbError &lastCreateError()
 
 } // namespace
 
-DbAction::DbAction() : m_faultsBefore(action().faults)
+DbAction::DbAction()
 {
     if (action().depth++ == 0 && engine())
         engine()->resetLockWait();
@@ -267,11 +266,6 @@ DbAction::~DbAction()
         return;
     a.failed = false;
     tellUser(a.fault);
-}
-
-bool DbAction::failed() const
-{
-    return action().faults != m_faultsBefore;
 }
 
 bool gfbDBSM_ActionFailed()
@@ -309,7 +303,6 @@ void mpDBSM_Fault(const QString &statement, const DbError &e)
     appendLine(path, exe + " [EXE FAIL]" + QString::number(e.number) + " Description: " + e.text +
                          " Source: " + e.source);
     appendLine(path, statement);
-    ++a.faults;
     if (a.depth == 0) {
         tellUser(e);
         return;

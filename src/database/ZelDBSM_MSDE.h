@@ -158,13 +158,9 @@ public:
     ~DbAction();
     DbAction(const DbAction &) = delete;
     DbAction &operator=(const DbAction &) = delete;
-    // The engine failed since this action began.
-    bool failed() const;
-
-private:
-    quint64 m_faultsBefore;
 };
-// A fault has been met in the action under way.
+// The action under way has met a fault: its reads found nothing because they
+// could not read.
 bool gfbDBSM_ActionFailed();
 
 // Where the connection log and the insert log go: the program's folder, or a

@@ -161,7 +161,7 @@ public:
     ListGuard &operator=(const ListGuard &) = delete;
     ~ListGuard()
     {
-        if (!m_action.failed())
+        if (!gfbDBSM_ActionFailed())
             return;
         gsPageCells = m_cells;
         gbAtTop = m_atTop;
@@ -600,7 +600,7 @@ bool gfbGrid_load(platform::MSFlexGrid *grid)
     } else {
         gbAtEnd = true;
     }
-    mLoadFailed = action.failed();
+    mLoadFailed = gfbDBSM_ActionFailed();
     if (mLoadFailed)
         gbAtEnd = false; // nothing is known of the end
     gpGrid_setCursor(1, grid);

@@ -45,7 +45,7 @@ TEST_F(FaultTest, ALockOfAnotherStationIsOneBoxAndOneBoundedWaitPerAction)
     {
         const DbAction action;
         EXPECT_FALSE(read(opNext));
-        EXPECT_TRUE(action.failed());
+        EXPECT_TRUE(gfbDBSM_ActionFailed());
         EXPECT_FALSE(read(opNext)) << "the rest of the action does not wait again";
         EXPECT_FALSE(read(opFirst));
         EXPECT_TRUE(boxes().isEmpty()) << "the box comes when the action ends";
