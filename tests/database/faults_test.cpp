@@ -67,11 +67,11 @@ TEST_F(FaultTest, ALockOfAnotherStationIsOneBoxAndOneBoundedWaitPerAction)
 
 TEST_F(FaultTest, OutsideAnActionEachFailingCallIsTold)
 {
-    auto station = lockAsAnotherStation();
+    damageDatabase();
     gItem.SL = "1";
     EXPECT_FALSE(read(opEqual));
     EXPECT_FALSE(read(opNext));
-    EXPECT_EQ(texts(), QStringList({kBusyBox, kBusyBox}));
+    EXPECT_EQ(texts(), QStringList({kDamagedBox, kDamagedBox}));
 }
 
 TEST_F(FaultTest, ADamagedFileIsOneBoxPerAction)
