@@ -9,6 +9,40 @@
 #include <cctype>
 #include <sqlite3.h>
 
+QString sqlOutsideLiterals(const QString &statement,
+                           const std::function<QString(const QString &)> &change)
+{
+    QString out;
+    qsizetype from = 0;
+    bool inValue = false;
+    for (qsizetype i = 0; i <= statement.size(); ++i) {
+        if (i < statement.size() && statement[i] != '\'')
+            continue;
+        const QString part = statement.mid(from, i - from);
+        out += inValue ? part : change(part);
+        if (i < statement.size())
+            out += '\'';
+        inValue = !inValue;
+        from = i + 1;
+    }
+    return out;
+}
+
+QStringList sqlStatements(const QString &text)
+{
+    QStringList statements(QString{});
+    bool inValue = false;
+    for (const QChar c : text) {
+        if (c == '\'')
+            inValue = !inValue;
+        if (c == '\n' && !inValue)
+            statements << QString();
+        else
+            statements.last() += c;
+    }
+    return statements;
+}
+
 DbEngine::~DbEngine() = default;
 
 bool DbEngine::isOpen() const
@@ -19,6 +53,27 @@ bool DbEngine::isOpen() const
 QString DbEngine::translate(const QString &statement) const
 {
     return statement;
+}
+
+QString DbEngine::likeContains(const QString &value) const
+{
+    const QString specials = likeSpecials() + '\\';
+    QString pattern;
+    for (const QChar c : value) {
+        if (specials.contains(c))
+            pattern += '\\';
+        pattern += c;
+    }
+    return "like '%" + pattern + "%' ESCAPE '\\'";
+}
+
+QString DbEngine::rowCondition(const QStringList &columns, const QVector<QVariant> &original,
+                               const QString &equalForm)
+{
+    QStringList parts;
+    for (int i = 0; i < columns.size(); ++i)
+        parts << (original.value(i).isNull() ? columns[i] + " IS NULL" : equalForm.arg(columns[i]));
+    return parts.join(" AND ");
 }
 
 DbError DbEngine::errorOf(const QSqlError &error) const
@@ -62,13 +117,6 @@ int zelCompare(void *, int lengthA, const void *a, int lengthB, const void *b)
             return p < q ? -1 : 1;
     }
     return n == m ? 0 : (n < m ? -1 : 1);
-}
-
-QString joinedCondition(const QStringList &columns, const QString &form)
-{
-    QStringList parts;
-    for (const QString &c : columns) parts << QString(form).arg(c);
-    return parts.join(" AND ");
 }
 
 QString setList(const QStringList &columns)
@@ -143,7 +191,6 @@ bool SqliteEngine::open(const QString &database, DbError &error)
     m_connection = uniqueConnection("sqlite");
     m_db = QSqlDatabase::addDatabase("QSQLITE", m_connection);
     m_db.setDatabaseName(file);
-    m_db.setConnectOptions("QSQLITE_BUSY_TIMEOUT=5000");
     if (!m_db.open()) {
         error = errorOf(m_db.lastError());
         return false;
@@ -152,6 +199,20 @@ bool SqliteEngine::open(const QString &database, DbError &error)
     if (handle.isValid() && qstrcmp(handle.typeName(), "sqlite3*") == 0) {
         sqlite3 *h = *static_cast<sqlite3 *const *>(handle.data());
         sqlite3_create_collation_v2(h, "ZELCI", SQLITE_UTF8, nullptr, zelCompare, nullptr);
+        // A lock of another station is waited for in short steps, out of what is
+        // left of the action's allowance, so no action waits longer than that.
+        sqlite3_busy_handler(
+            h,
+            [](void *self, int) -> int {
+                auto *engine = static_cast<SqliteEngine *>(self);
+                const int step = std::min(engine->m_lockWaitLeftMs, 25);
+                if (step <= 0)
+                    return 0;
+                sqlite3_sleep(step);
+                engine->m_lockWaitLeftMs -= step;
+                return 1;
+            },
+            this);
     }
     return true;
 }
@@ -176,14 +237,15 @@ QString SqliteEngine::translate(const QString &statement) const
             s.replace(top, "\\1");
             s += " LIMIT 1";
         }
-        if (s.contains("ltrim(ItemID)"))
-            s.replace("ltrim(ItemID)", "(ltrim(ItemID) COLLATE ZELCI)");
-        if (s.contains("LEFT(", Qt::CaseInsensitive)) {
+        if (!s.contains("ltrim(ItemID)") && !s.contains("LEFT(", Qt::CaseInsensitive))
+            return s;
+        return sqlOutsideLiterals(s, [](const QString &sql) {
             static const QRegularExpression left("\\bLEFT\\(([^,()]+),\\s*([^()]+)\\)",
                                                  QRegularExpression::CaseInsensitiveOption);
-            s.replace(left, "substr(\\1,1,\\2)");
-        }
-        return s;
+            return QString(sql)
+                .replace("ltrim(ItemID)", "(ltrim(ItemID) COLLATE ZELCI)")
+                .replace(left, "substr(\\1,1,\\2)");
+        });
     }
     // Text columns compare as SQL Server's: case and trailing blanks ignored.
     static const QRegularExpression text("\\b((?:VAR)?CHAR\\s*\\(\\s*\\d+\\s*\\))",
@@ -239,30 +301,40 @@ DbError SqliteEngine::errorOf(const QSqlError &error) const
 {
     DbError e{kErrCommand, error.databaseText().isEmpty() ? error.text() : error.databaseText(),
               "SQLite"};
+    const int code = error.nativeErrorCode().toInt() & 0xff;
     static const QRegularExpression noTable("no such table: (?:\\w+\\.)?(\\w+)");
     const QRegularExpressionMatch m = noTable.match(e.text);
-    if (m.hasMatch())
+    if (code == SQLITE_BUSY || code == SQLITE_LOCKED)
+        e = {kErrProvider, "The database is locked by another program: " + e.text, "SQLite",
+             DbFault::Busy};
+    else if (code == SQLITE_CORRUPT || code == SQLITE_NOTADB)
+        e = {kErrProvider, e.text, "SQLite", DbFault::Damaged};
+    else if (m.hasMatch())
         e.text = "Invalid object name '" + m.captured(1) + "'.";
     else if (e.text.contains("UNIQUE constraint failed"))
         e.text = "Cannot insert duplicate key row. " + e.text;
-    else if (e.text.contains("locked") || e.text.contains("busy"))
-        e = {kErrProvider, "The database is locked by another program: " + e.text, "SQLite"};
-    else if (error.type() == QSqlError::ConnectionError)
-        e.number = kErrProvider;
+    else if (error.type() == QSqlError::ConnectionError ||
+             QList<int>{SQLITE_PERM, SQLITE_NOMEM, SQLITE_READONLY, SQLITE_IOERR, SQLITE_FULL,
+                        SQLITE_CANTOPEN, SQLITE_PROTOCOL}
+                 .contains(code))
+        e.number = kErrProvider; // the file, not the statement, failed
     return e;
 }
 
 QString SqliteEngine::updateOneRow(const QString &table, const QStringList &setColumns,
-                                   const QStringList &allColumns) const
+                                   const QStringList &allColumns,
+                                   const QVector<QVariant> &original) const
 {
     return "UPDATE " + table + " SET " + setList(setColumns) + " WHERE rowid=(SELECT rowid FROM " +
-           table + " WHERE " + joinedCondition(allColumns, "%1 IS ? COLLATE BINARY") + " LIMIT 1)";
+           table + " WHERE " + rowCondition(allColumns, original, "%1 IS ? COLLATE BINARY") +
+           " LIMIT 1)";
 }
 
-QString SqliteEngine::deleteOneRow(const QString &table, const QStringList &allColumns) const
+QString SqliteEngine::deleteOneRow(const QString &table, const QStringList &allColumns,
+                                   const QVector<QVariant> &original) const
 {
     return "DELETE FROM " + table + " WHERE rowid=(SELECT rowid FROM " + table + " WHERE " +
-           joinedCondition(allColumns, "%1 IS ? COLLATE BINARY") + " LIMIT 1)";
+           rowCondition(allColumns, original, "%1 IS ? COLLATE BINARY") + " LIMIT 1)";
 }
 
 const char *const SqlServerEngine::kDatabasesQuery =
@@ -328,8 +400,10 @@ bool SqlServerEngine::open(const QString &database, DbError &error)
     m_db = QSqlDatabase::addDatabase("QODBC", m_connection);
     m_db.setDatabaseName(connectionString(m_server, database, m_user, m_password));
     m_db.setConnectOptions("SQL_ATTR_LOGIN_TIMEOUT=25");
-    if (m_db.open())
+    if (m_db.open()) {
+        QSqlQuery(m_db).exec(sessionSetup());
         return true;
+    }
     error = errorOf(m_db.lastError());
     error.number = kErrProvider;
     return false;
@@ -344,16 +418,77 @@ QStringList SqlServerEngine::userTables()
     return tables;
 }
 
-QString SqlServerEngine::updateOneRow(const QString &table, const QStringList &setColumns,
-                                      const QStringList &allColumns) const
+QString SqlServerEngine::sessionSetup()
 {
-    return "UPDATE TOP (1) " + table + " SET " + setList(setColumns) + " WHERE " +
-           joinedCondition(allColumns, "%1=?");
+    return QString("SET LOCK_TIMEOUT %1").arg(kLockWaitMs);
 }
 
-QString SqlServerEngine::deleteOneRow(const QString &table, const QStringList &allColumns) const
+namespace {
+
+// The server's numbers that are no refused statement: the suite's provider
+// reported them as its own failure, and nothing passes over them.
+struct ServerNumber {
+    int native;
+    DbFault fault;
+};
+const ServerNumber kServerFailures[] = {
+    {1205, DbFault::Busy},   // chosen as the victim of a deadlock
+    {1222, DbFault::Busy},   // lock request time out period exceeded
+    {605, DbFault::Damaged}, // a page is not where its table says
+    {823, DbFault::Damaged}, // the operating system failed a read of the file
+    {824, DbFault::Damaged}, // a page read fails its checksum
+    {829, DbFault::Damaged}, // a page is marked restore pending
+    {229, DbFault::None},    // permission denied on an object
+    {230, DbFault::None},    // permission denied on a column
+    {262, DbFault::None},    // permission denied to create
+    {4060, DbFault::None},   // the database of the login cannot be opened
+    {18456, DbFault::None},  // login failed
+};
+
+// ODBC names every driver and component in brackets before a message.
+QString withoutComponents(const QString &text)
 {
-    return "DELETE TOP (1) FROM " + table + " WHERE " + joinedCondition(allColumns, "%1=?");
+    static const QRegularExpression components("(?:^|(?<=\\s))(?:\\[[^\\[\\]]*\\])+");
+    return QString(text).remove(components).trimmed();
+}
+
+} // namespace
+
+DbError SqlServerEngine::errorOf(const QSqlError &error) const
+{
+    DbError e{
+        kErrCommand,
+        withoutComponents(error.databaseText().isEmpty() ? error.text() : error.databaseText()),
+        name()};
+    bool ok = false;
+    const int native = error.nativeErrorCode().toInt(&ok);
+    // The server refused the statement: what the provider reported as errors in
+    // the command. No number of the server, or one of the driver's own (FreeTDS
+    // numbers them from 20000), is a failure of the connection.
+    if (!ok || native <= 0 || (native >= 20000 && native < 20100) ||
+        error.type() == QSqlError::ConnectionError)
+        e.number = kErrProvider;
+    for (const ServerNumber &failure : kServerFailures) {
+        if (failure.native == native) {
+            e.number = kErrProvider;
+            e.fault = failure.fault;
+        }
+    }
+    return e;
+}
+
+QString SqlServerEngine::updateOneRow(const QString &table, const QStringList &setColumns,
+                                      const QStringList &allColumns,
+                                      const QVector<QVariant> &original) const
+{
+    return "UPDATE TOP (1) " + table + " SET " + setList(setColumns) + " WHERE " +
+           rowCondition(allColumns, original, "%1=?");
+}
+
+QString SqlServerEngine::deleteOneRow(const QString &table, const QStringList &allColumns,
+                                      const QVector<QVariant> &original) const
+{
+    return "DELETE TOP (1) FROM " + table + " WHERE " + rowCondition(allColumns, original, "%1=?");
 }
 
 const std::vector<DbEngineKind> &dbEngineKinds()

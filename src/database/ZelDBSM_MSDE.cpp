@@ -228,6 +228,37 @@ bool connectionOpen()
     return engine() && engine()->isOpen();
 }
 
+struct ActionState {
+    int depth = 0;
+    bool failed = false; // the action under way met a fault
+    DbError fault;
+};
+
+ActionState &action()
+{
+    static ActionState a;
+    return a;
+}
+
+void tellUser(const DbError &e)
+{
+    switch (e.fault) {
+    case DbFault::Busy:
+        platform::MsgBox("The database is busy at another station. Please try again in a moment.",
+                         platform::vbExclamation);
+        break;
+    case DbFault::Damaged:
+        platform::MsgBox("The database is damaged and cannot be read. Please call support; the "
+                         "details are in PVSW.log in the data folder.",
+                         platform::vbCritical);
+        break;
+    case DbFault::None:
+        platform::MsgBox(
+            "An error occurred in executing SQL. View PVSW.log in datapath for details.");
+        break;
+    }
+}
+
 // Runs a statement on the data connection; false with `error` set when it fails.
 bool execute(const QString &statement, DbError &error, qint32 *affected = nullptr)
 {
@@ -239,11 +270,9 @@ bool execute(const QString &statement, DbError &error, qint32 *affected = nullpt
     if (sql.isEmpty())
         return true; // nothing to do on this engine
     QSqlQuery q(engine()->db());
-    for (const QString &part : sql.split('\n')) {
-        if (!q.exec(part)) {
-            error = engine()->errorOf(q.lastError());
+    for (const QString &part : sqlStatements(sql)) {
+        if (!mpDBSM_Run(q, &part, error))
             return false;
-        }
     }
     if (affected) {
         // As the suite's provider reports it: rows for a change of data, -1 for anything else.
@@ -254,6 +283,11 @@ bool execute(const QString &statement, DbError &error, qint32 *affected = nullpt
     return true;
 }
 
+bool isStatementError(const DbError &e)
+{
+    return e.number == kErrNoValue || e.number == kErrCommand;
+}
+
 DbError &lastCreateError()
 {
     static DbError e;
@@ -262,19 +296,62 @@ DbError &lastCreateError()
 
 } // namespace
 
+DbAction::DbAction()
+{
+    if (action().depth++ == 0 && engine())
+        engine()->resetLockWait();
+}
+
+DbAction::~DbAction()
+{
+    ActionState &a = action();
+    if (--a.depth > 0 || !a.failed)
+        return;
+    a.failed = false;
+    tellUser(a.fault);
+}
+
+bool gfbDBSM_ActionFailed()
+{
+    return action().failed;
+}
+
+bool mpDBSM_Run(QSqlQuery &query, const QString *sql, DbError &error)
+{
+    const ActionState &a = action();
+    if (a.failed) {
+        error = a.fault;
+        return false;
+    }
+    if (a.depth == 0)
+        engine()->resetLockWait();
+    if (sql ? query.exec(*sql) : query.exec())
+        return true;
+    error = engine()->errorOf(query.lastError());
+    return false;
+}
+
 DbError mpDBSM_LastCreateError()
 {
     return lastCreateError();
 }
 
-void mpDBSM_ReportFailure(const QString &statement, const DbError &e)
+void mpDBSM_Fault(const QString &statement, const DbError &e)
 {
+    ActionState &a = action();
+    if (a.failed)
+        return; // told already; this statement never reached the database
     const QString exe = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
     const QString path = gDataPath.DataPath() + "/PVSW.log";
     appendLine(path, exe + " [EXE FAIL]" + QString::number(e.number) + " Description: " + e.text +
                          " Source: " + e.source);
     appendLine(path, statement);
-    platform::MsgBox("An error occurred in executing SQL. View PVSW.log in datapath for details.");
+    if (a.depth == 0) {
+        tellUser(e);
+        return;
+    }
+    a.failed = true;
+    a.fault = e;
 }
 
 qint32 glDBSM_Execute(const QString &sSQL)
@@ -283,9 +360,8 @@ qint32 glDBSM_Execute(const QString &sSQL)
     qint32 affected = 0;
     if (execute(sSQL, e, &affected))
         return affected;
-    if (e.number == kErrNoValue || e.number == kErrCommand)
-        return 0;
-    mpDBSM_ReportFailure(sSQL, e);
+    if (!isStatementError(e))
+        mpDBSM_Fault(sSQL, e);
     return 0;
 }
 
@@ -311,8 +387,23 @@ bool gfbDBSM_AddColumn(qint16 iFile, const QString &sName, const QString &sType)
                           sType) != 0;
 }
 
+// Traps its errors: a rename whose old column is gone is the ordinary case of
+// every start after the first, and only the answer matters.
 bool gfbDBSM_RenameColumn(const QString &sTable, const QString &sOld, const QString &sNew)
 {
-    return glDBSM_Execute("sp_RENAME '" + sTable + '.' + sOld + "', '" + sNew + " ', 'COLUMN'") !=
-           0;
+    const QString statement = "sp_RENAME '" + sTable + '.' + sOld + "', '" + sNew + " ', 'COLUMN'";
+    DbError e;
+    if (execute(statement, e))
+        return true;
+    if (e.fault != DbFault::None)
+        mpDBSM_Fault(statement, e); // the database itself failed, not the rename
+    return false;
+}
+
+QString gfsDBSM_LikeContains(const QString &sColumn, const QString &sValue)
+{
+    const QString value = gfsDBSM_SqlText(sValue, true);
+    if (engine())
+        return sColumn + ' ' + engine()->likeContains(value);
+    return sColumn + ' ' + SqlServerEngine().likeContains(value);
 }

@@ -146,7 +146,12 @@ void gpDBSM_SetField(qint16 iFile, const QVariant &vField, const QVariant &vValu
 // The current key: segment count, then each segment's column number and value.
 void gpDBSM_SetKey(qint16 iFile, qint16 iSegments,
                    const QList<std::pair<qint16, QVariant>> &segments);
+// Every quote is doubled (or, with bDouble False, made a blank), so a value can
+// only ever be a value.
 QString gfsDBSM_SqlText(const QVariant &vValue, bool bDouble);
+// `sColumn` and the condition that finds `sValue` anywhere in it; every typed
+// character is literal, only the wildcards around the value match.
+QString gfsDBSM_LikeContains(const QString &sColumn, const QString &sValue);
 qint32 glDBSM_Count(qint16 iFile, QString &sTable);
 // Whether a count of the table would be above 0, without counting every row.
 bool gfbDBSM_HasRows(qint16 iFile);
@@ -155,6 +160,22 @@ bool gfbDBSM_Select(QString &sSQL, qint16 iFile, bool bNoBind, int maxRows = 0);
 qint32 glDBSM_Execute(const QString &sSQL);
 bool gfbDBSM_AddColumn(qint16 iFile, const QString &sName, const QString &sType);
 bool gfbDBSM_RenameColumn(const QString &sTable, const QString &sOld, const QString &sNew);
+
+// One action of the user on the database: a key press, a click, the start. The
+// first fault of the engine inside it goes to PVSW.log and is told in one box,
+// in the user's words, when the outermost action ends; every statement after it
+// fails at once, so the action neither waits again nor repeats the box. Outside
+// an action each failing call is told on its own.
+class DbAction {
+public:
+    DbAction();
+    ~DbAction();
+    DbAction(const DbAction &) = delete;
+    DbAction &operator=(const DbAction &) = delete;
+};
+// The action under way has met a fault: its reads found nothing because they
+// could not read.
+bool gfbDBSM_ActionFailed();
 
 // Where the connection log and the insert log go: the program's folder, or a
 // folder of the user's when the program's folder cannot be written.

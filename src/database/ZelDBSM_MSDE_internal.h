@@ -1,9 +1,16 @@
 #pragma once
 #include "database/DbEngine.h"
 
+class QSqlQuery;
+
 // Shared by the engine's own source files only.
 
-// Two lines in PVSW.log and the box that points the user there.
-void mpDBSM_ReportFailure(const QString &statement, const DbError &error);
+// Runs one statement on the data connection (a prepared one when `sql` is null);
+// false with `error` set when it fails. After a fault of the current action it
+// fails at once, without asking the database.
+bool mpDBSM_Run(QSqlQuery &query, const QString *sql, DbError &error);
+// A failure that is no refused statement: two lines in PVSW.log, and the box that
+// tells the user, once per action.
+void mpDBSM_Fault(const QString &statement, const DbError &error);
 // The error that the last failed table creation left pending.
 DbError mpDBSM_LastCreateError();

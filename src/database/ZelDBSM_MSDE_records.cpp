@@ -107,10 +107,9 @@ bool openRows(const QString &statement, const QString &table, Recordset &rs, DbE
     }
     QSqlQuery q(e->db());
     q.setForwardOnly(true);
-    if (!q.exec(e->translate(statement))) {
-        error = e->errorOf(q.lastError());
+    const QString sql = e->translate(statement);
+    if (!mpDBSM_Run(q, &sql, error))
         return false;
-    }
     const QSqlRecord record = q.record();
     QStringList names;
     for (int i = 0; i < record.count(); ++i) names << record.fieldName(i);
@@ -122,12 +121,6 @@ bool openRows(const QString &statement, const QString &table, Recordset &rs, DbE
     }
     rs.reset(statement, table, names, std::move(rows));
     return true;
-}
-
-// A provider error inside a read or a write: the user is told, the caller gets False.
-void showRuntimeError(const QString &statement, const DbError &e)
-{
-    platform::MsgBox("Database Error\r" + e.text + "\r\r" + statement, platform::vbCritical);
 }
 
 QStringList columnNames(qint16 iFile)
@@ -173,12 +166,15 @@ bool notFound(qint16 iFile)
 }
 
 // Opens a read: rows make it the table's row set, none take the not-found path.
-bool readRows(qint16 iFile, const QString &statement)
+// A failure of the database sets `faulted`.
+bool readRows(qint16 iFile, const QString &statement, bool *faulted = nullptr)
 {
     Recordset rs;
     DbError e;
     if (!openRows(statement, gTables[iFile].sTableName, rs, e)) {
-        showRuntimeError(statement, e);
+        mpDBSM_Fault(statement, e);
+        if (faulted)
+            *faulted = true;
         return false;
     }
     if (rs.RecordCount() == 0)
@@ -245,11 +241,12 @@ bool comparisonRead(qint16 iFile, qint16 iKey, bool bRow, const QString &op, QSt
     if (bRow && !gbKeyFromBuffer) {
         const Recordset &rs = gRecordsets[iFile];
         const QString column = rs.names().value(iKey);
-        const QString value = rs.value(iKey).toString().replace('\'', "''");
+        const QString value = gfsDBSM_SqlText(rs.value(iKey), true);
         sSQL = dbsm::rowComparison(gTables[iFile].sTableName, column, value, op);
-        readRows(iFile, sSQL);
+        bool faulted = false;
+        readRows(iFile, sSQL, &faulted);
         // Here the result is whether the table's row set has rows, also after the reopen.
-        return gRecordsets[iFile].RecordCount() > 0;
+        return !faulted && gRecordsets[iFile].RecordCount() > 0;
     }
     if (sSQL.isEmpty())
         sSQL = dbsm::trimItemId(
@@ -265,12 +262,12 @@ bool insertRow(qint16 iFile, QString &sSQL)
     sSQL = "INSERT INTO " + gTables[iFile].sTableName + " VALUES(" + values + ")";
     DbEngine *e = gpDBSM_Engine();
     QSqlQuery q(e->db());
-    if (e->isOpen() && q.exec(e->translate(sSQL))) {
+    const QString sql = e->translate(sSQL);
+    DbError error{kErrProvider, "The connection is not open.", ""};
+    if (e->isOpen() && mpDBSM_Run(q, &sql, error)) {
         gsInsertError.clear();
         return true;
     }
-    const DbError error = e->isOpen() ? e->errorOf(q.lastError())
-                                      : DbError{kErrProvider, "The connection is not open.", ""};
     gsInsertError.clear();
     if (gbInsertLog) {
         QFile f(gfsDBSM_LogFolder() + "/InsertErr.txt");
@@ -301,14 +298,18 @@ bool changeCurrentRow(qint16 iFile, bool remove)
         setColumns << rs.names()[c];
         newValues << rs.currentRow()[c];
     }
-    const QString sql = remove ? e->deleteOneRow(rs.table(), rs.names())
-                               : e->updateOneRow(rs.table(), setColumns, rs.names());
+    const QString sql = remove ? e->deleteOneRow(rs.table(), rs.names(), original)
+                               : e->updateOneRow(rs.table(), setColumns, rs.names(), original);
     QSqlQuery q(e->db());
     q.prepare(sql);
     for (const QVariant &v : newValues) q.addBindValue(v);
-    for (const QVariant &v : original) q.addBindValue(v);
-    if (!q.exec()) {
-        showRuntimeError(sql, e->errorOf(q.lastError()));
+    for (const QVariant &v : original) {
+        if (!v.isNull())
+            q.addBindValue(v);
+    }
+    DbError error;
+    if (!mpDBSM_Run(q, nullptr, error)) {
+        mpDBSM_Fault(sql, error);
         return false;
     }
     rs.acceptChanges();
@@ -388,6 +389,11 @@ bool gfbDBSM_OpenTable(qint16 iFile, bool bOwner)
         DbError e;
         if (openRows(statement, t.sTableName, gRecordsets[iFile], e))
             break;
+        if (e.number == kErrProvider) { // the database failed, not the table
+            mpDBSM_Fault(statement, e);
+            result = false;
+            break;
+        }
         if (gfbDBSM_CreateTable(iFile))
             continue;
         const DbError pending = mpDBSM_LastCreateError();
@@ -410,12 +416,11 @@ QVariant gfvDBSM_Field(qint16 iFile, const QVariant &vField)
     const Recordset &rs = gRecordsets[iFile];
     const int i = rs.fieldIndex(vField);
     if (i < 0) {
-        showRuntimeError(gTables[iFile].sTableName,
-                         {kErrNoValue,
-                          "Item cannot be found in the collection corresponding to "
-                          "the requested name or ordinal: " +
-                              vField.toString(),
-                          "ADODB.Fields"});
+        mpDBSM_Fault(rs.Source(), {kErrNoValue,
+                                   "Item cannot be found in the collection corresponding to "
+                                   "the requested name or ordinal: " +
+                                       vField.toString(),
+                                   "ADODB.Fields"});
         return QVariant();
     }
     return rs.value(i);
@@ -472,11 +477,7 @@ QString gfsDBSM_SqlText(const QVariant &vValue, bool bDouble)
     QString s = vValue.toString();
     if (s.contains(QChar(0)))
         return QString(s.size(), ' ');
-    if (s.contains("''"))
-        return s;
-    if (s.contains('\''))
-        s.replace('\'', bDouble ? QString("''") : QString(" "));
-    return s;
+    return s.replace('\'', bDouble ? QString("''") : QString(" "));
 }
 
 qint32 glDBSM_Count(qint16 iFile, QString &sTable)
@@ -487,7 +488,7 @@ qint32 glDBSM_Count(qint16 iFile, QString &sTable)
     DbError e;
     const QString statement = "SELECT COUNT(*) FROM " + sTable;
     if (!openRows(statement, sTable, rs, e)) {
-        showRuntimeError(statement, e);
+        mpDBSM_Fault(statement, e);
         return 0;
     }
     return rs.value(0).toInt();
@@ -501,7 +502,7 @@ bool gfbDBSM_HasRows(qint16 iFile)
     DbError e;
     const QString statement = "SELECT TOP 1 1 FROM " + gTables[iFile].sTableName;
     if (!openRows(statement, gTables[iFile].sTableName, rs, e)) {
-        showRuntimeError(statement, e);
+        mpDBSM_Fault(statement, e);
         return false;
     }
     return rs.RecordCount() > 0;
@@ -515,7 +516,7 @@ bool gfbDBSM_Select(QString &sSQL, qint16 iFile, bool bNoBind, int maxRows)
     DbError e;
     if (!openRows(sSQL, gTables[iFile].sTableName, rs, e, maxRows)) {
         if (e.number != kErrNoValue && e.number != kErrCommand) // as glDBSM_Execute ignores them
-            mpDBSM_ReportFailure(sSQL, e);
+            mpDBSM_Fault(sSQL, e);
         return false;
     }
     if (bNoBind)

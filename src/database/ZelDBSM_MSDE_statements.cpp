@@ -1,3 +1,4 @@
+#include "database/DbEngine.h"
 #include "database/ZelDBSM_MSDE.h"
 #include <QRegularExpression>
 
@@ -85,23 +86,10 @@ QString getNext(const QString &table, const QStringList &keys, const QStringList
 
 QString trimItemId(const QString &statement)
 {
-    static const QRegularExpression word("\\bItemID\\b");
-    QString out;
-    int from = 0;
-    bool inQuote = false;
-    for (int i = 0; i <= statement.size(); ++i) {
-        if (i < statement.size() && statement[i] != '\'')
-            continue;
-        QString part = statement.mid(from, i - from);
-        if (!inQuote)
-            part.replace(word, "ltrim(ItemID)");
-        out += part;
-        if (i < statement.size())
-            out += '\'';
-        inQuote = !inQuote;
-        from = i + 1;
-    }
-    return out;
+    return sqlOutsideLiterals(statement, [](const QString &sql) {
+        static const QRegularExpression word("\\bItemID\\b");
+        return QString(sql).replace(word, "ltrim(ItemID)");
+    });
 }
 
 } // namespace dbsm

@@ -118,6 +118,7 @@ void gpInventory_Register(qint16 iFile, const QString &sDataPath, const QVariant
     }
     t.bOpen = false;
     t.iReserved1 = 0;
+    const DbAction action; // a locked or damaged database is told once, not per step
     const QString table = t.sTableName;
     if (!gfbDBSM_TableExists(table)) {
         gpInventory_Create(iFile);
@@ -208,7 +209,7 @@ bool gfbInventory_ByRecordNum(qint32 lRecordNum)
 qint32 glInventory_BySL(const QString &sSL, bool bSpecial)
 {
     // The code goes as a quoted value, its quotes doubled, so it can only ever be a value.
-    QString sql = "SELECT * from " + T() + " WHERE SL = '" + QString(sSL).replace('\'', "''") + "'";
+    QString sql = "SELECT * from " + T() + " WHERE SL = '" + gfsDBSM_SqlText(sSL, true) + "'";
     if (gfbDBSM_Select(sql, 1, false)) {
         gpInventory_RowToRecord(1);
         return static_cast<qint32>(gInventoryRecord.number("RecordNum"));

@@ -4,6 +4,7 @@
 #include "common/sm_Mouse.h"
 #include "common/sm_Text.h"
 #include "common/zelFormats.h"
+#include "database/ZelDBSM_MSDE.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "lookup/GridSetUpBackOffice.h"
 #include "lookup/sm_DataGrid.h"
@@ -134,6 +135,7 @@ frm_Lookup::frm_Lookup(QWidget *parent) : KeyPreviewForm(parent)
 
 void frm_Lookup::Form_Load()
 {
+    const DbAction action;
     LblTraining->setVisible(gDataPath.TestPath() == "Y");
     mpSearchButtons_hide();
     giGridRows = 14;
@@ -155,9 +157,11 @@ void frm_Lookup::resizeEvent(QResizeEvent *e)
 
 void frm_Lookup::mpResize()
 {
+    const DbAction action;
     gpForm_initControls(this);
-    if (Lblwait->isVisible() || !mbLoaded)
-        return;
+    if (Lblwait->isVisible() || !mbLoaded || size() == mResizedTo)
+        return; // no size change: Form_Load's own call and the window's event meet here
+    mResizedTo = size();
     fgrdItems->setFixedWidth(std::max(200, width() - platform::twipsToPixels(400)));
     fgrdItems->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     mpColumns_fit();
@@ -166,9 +170,6 @@ void frm_Lookup::mpResize()
         gColumnEdges[c] = (c ? gColumnEdges[c - 1] : 0) + fgrdItems->ColWidth(c);
     const double height = platform::pixelsToTwips(fgrdItems->height());
     giGridRows = static_cast<qint16>(std::max(3.0, std::nearbyint((height - 600) / 600 + 1)));
-    if (giGridRows == mLastRows && mbFormReady && !mbFirstSort)
-        return;
-    mLastRows = giGridRows;
     fgrdItems->setRows(giGridRows + 1);
     for (int r = 0; r < giGridRows; ++r) fgrdItems->setRowHeight(r, platform::twipsToPixels(600));
     mbFirstSort = true;
@@ -261,6 +262,7 @@ void frm_Lookup::mpSearchButtons_hide()
 
 bool frm_Lookup::gfbSortColumn_select(int iColumn)
 {
+    const DbAction action;
     gbUpcSort = false;
     gbKeyEdit = false;
     if (QTableWidgetItem *h = fgrdItems->horizontalHeaderItem(iColumn)) {
@@ -310,6 +312,7 @@ void frm_Lookup::mpSortBy(int column)
 void frm_Lookup::Form_KeyDown(int &KeyCode, int Shift)
 {
     using namespace platform;
+    const DbAction action;
     if (!mbFormReady || !isEnabled())
         return;
     if ((KeyCode >= 48 && KeyCode <= 57) || (KeyCode >= 96 && KeyCode <= 105))
@@ -387,6 +390,7 @@ void frm_Lookup::Form_KeyDown(int &KeyCode, int Shift)
 
 void frm_Lookup::Form_KeyPress(int &KeyAscii)
 {
+    const DbAction action;
     if (!mbFormReady || !isEnabled())
         return;
     KeyAscii = QChar(KeyAscii).toUpper().unicode();
@@ -411,6 +415,7 @@ void frm_Lookup::Form_KeyPress(int &KeyAscii)
 
 void frm_Lookup::txtEditValue_Change()
 {
+    const DbAction action;
     gbItemIdSearch = false;
     const QString text = txtEditValue->text();
     if (text != gsSearchValue) {
@@ -451,6 +456,7 @@ void frm_Lookup::ckWildcard_Click()
 
 void frm_Lookup::cmdSearch_Click()
 {
+    const DbAction action;
     if (txtEditValue->text().isEmpty())
         return;
     gsSearchValue = txtEditValue->text();
@@ -471,14 +477,20 @@ void frm_Lookup::cmdStop_Click()
 
 void frm_Lookup::cmdEdit_Click()
 {
+    const DbAction action;
     ckWildcard->setChecked(false);
+    const bool hadValue = !gsSearchValue.isEmpty() || !txtEditValue->text().isEmpty();
     txtEditValue->blockSignals(true);
     txtEditValue->clear();
     txtEditValue->blockSignals(false);
-    gsSearchValue.clear();
     msTyped.clear();
     gbKeyEdit = false;
     gfbGrid_reload(fgrdItems, this);
+    // The empty value takes the list back to its first record; the bar code
+    // order reads nothing before the first character unless a value is cleared.
+    gsSearchValue.clear();
+    if (!gbWildcard && giScanField < 0 && (!gbUpcSort || hadValue))
+        gfbGrid_search(fgrdItems, this);
     Lblwait->hide();
 }
 

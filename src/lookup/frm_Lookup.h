@@ -1,6 +1,7 @@
 #pragma once
 #include "lookup/LookupState.h"
 #include "platform/KeyPreviewForm.h"
+#include <QSize>
 #include <array>
 
 class QCheckBox;
@@ -77,7 +78,7 @@ private:
     bool mbFirstSort = false;
     QString msTyped;
     bool mbEnterDown = false;
-    int mLastRows = 0;
+    QSize mResizedTo; // the size the last resize steps ran for
 };
 
 // Shows the lookup and returns the stock locater picked, in stored form, or empty.

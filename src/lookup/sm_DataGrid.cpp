@@ -38,6 +38,8 @@ constexpr int kMaxMatches = 10000;
 int mFirstMatch = 0;
 // When set, rows are filled from this record instead of the table's current row.
 const TableRecord *mSource = nullptr;
+// The last load met a fault of the database: the next move loads again.
+bool mLoadFailed = false;
 
 bool read(qint16 file, qint16 op, qint16 key)
 {
@@ -65,9 +67,11 @@ bool skipDeleted(qint16 op)
     return true;
 }
 
+// After a fault of the database a read that found nothing says nothing about the list.
 void say(const QString &text, const QString &title = QString())
 {
-    platform::MsgBox(text, platform::vbOKOnly, title);
+    if (!gfbDBSM_ActionFailed())
+        platform::MsgBox(text, platform::vbOKOnly, title);
 }
 
 int lastColumn()
@@ -147,6 +151,44 @@ void redraw(platform::MSFlexGrid *grid)
         for (int c = giSelectColumn; c < giGridCols; ++c)
             grid->setTextMatrix(r, c, gsPageCells[r].value(c));
 }
+
+// A move or a search that the database fails is undone: the list stays as it was,
+// never at a false end, and the next move reads again.
+class ListGuard {
+public:
+    explicit ListGuard(platform::MSFlexGrid *grid) : m_grid(grid), m_row(grid->Row()) {}
+    ListGuard(const ListGuard &) = delete;
+    ListGuard &operator=(const ListGuard &) = delete;
+    ~ListGuard()
+    {
+        if (!gfbDBSM_ActionFailed())
+            return;
+        gsPageCells = m_cells;
+        gbAtTop = m_atTop;
+        gbAtEnd = m_atEnd;
+        gsCursorEnd = m_cursorEnd;
+        giSavedRow = m_savedRow;
+        giMatchIndex = m_matchIndex;
+        mFirstMatch = m_firstMatch;
+        gInventoryMatches = m_matches;
+        gInventoryRecord = m_inventory;
+        gUpcRecord = m_upc;
+        redraw(m_grid);
+        gpGrid_setCursor(m_row, m_grid);
+    }
+
+private:
+    DbAction m_action; // its box comes after the list is back
+    platform::MSFlexGrid *m_grid;
+    int m_row;
+    QVector<QStringList> m_cells = gsPageCells;
+    bool m_atTop = gbAtTop, m_atEnd = gbAtEnd;
+    QString m_cursorEnd = gsCursorEnd;
+    qint16 m_savedRow = giSavedRow, m_matchIndex = giMatchIndex;
+    int m_firstMatch = mFirstMatch;
+    QVector<TableRecord> m_matches = gInventoryMatches;
+    TableRecord m_inventory = gInventoryRecord, m_upc = gUpcRecord;
+};
 
 void shiftUp()
 {
@@ -459,7 +501,7 @@ bool upcSearch(platform::MSFlexGrid *grid)
     } else {
         gUpcRecord.setText("UPC", value);
         sql = "SELECT TOP 1 * FROM " + table + " WHERE LEFT(upc," + QString::number(value.size()) +
-              ")='" + QString(value).replace('\'', "''") + "' order by UPC";
+              ")='" + gfsDBSM_SqlText(value, true) + "' order by UPC";
     }
     if (gfbDBSM_Select(sql, kUpc, false)) {
         gpUpc_RowToRecord(kUpc);
@@ -471,7 +513,7 @@ bool upcSearch(platform::MSFlexGrid *grid)
     for (int row = 1; row < giPageRows; ++row) {
         if (row > 1) {
             sql = "SELECT TOP 1 * FROM " + table + " WHERE upc > '" +
-                  QString(gUpcRecord.text("UPC")).replace('\'', "''") + "' order by UPC";
+                  gfsDBSM_SqlText(gUpcRecord.text("UPC"), true) + "' order by UPC";
             if (!gfbDBSM_Select(sql, kUpc, false)) {
                 for (; row < giPageRows; ++row) gpGrid_clearRow(row, grid);
                 gbAtEnd = true;
@@ -528,9 +570,10 @@ void gpGrid_setup(platform::MSFlexGrid *grid)
 
 bool gfbGrid_load(platform::MSFlexGrid *grid)
 {
+    const DbAction action;
     gbStopSearch = false;
     giPageRows = giGridRows;
-    if (gsPageCells.size() == giPageRows + 2 && grid->Rows() == giPageRows + 1) {
+    if (!mLoadFailed && gsPageCells.size() == giPageRows + 2 && grid->Rows() == giPageRows + 1) {
         for (int c = giSelectColumn; c < giGridCols; ++c) {
             if (!conv::Trim(grid->TextMatrix(1, c)).isEmpty())
                 return true;
@@ -557,6 +600,9 @@ bool gfbGrid_load(platform::MSFlexGrid *grid)
     } else {
         gbAtEnd = true;
     }
+    mLoadFailed = gfbDBSM_ActionFailed();
+    if (mLoadFailed)
+        gbAtEnd = false; // nothing is known of the end
     gpGrid_setCursor(1, grid);
     gsCursorEnd = "Bottom";
     return true;
@@ -571,6 +617,11 @@ bool gfbGrid_reload(platform::MSFlexGrid *grid, LookupForm *)
 
 void gpGrid_scroll(platform::MSFlexGrid *grid, int iDirection, LookupForm *form)
 {
+    if (mLoadFailed && !matchesOn()) {
+        gfbGrid_load(grid);
+        return;
+    }
+    const ListGuard guard(grid);
     if (!gbWildcard && giSavedRow >= 1)
         grid->setRow(giSavedRow);
     const int row = grid->Row();
@@ -691,6 +742,7 @@ bool gfbGrid_position(int iRow, int iDirection, int iCount)
 
 bool gfbGrid_search(platform::MSFlexGrid *grid, LookupForm *form)
 {
+    const ListGuard guard(grid);
     if (!conv::Trim(gsSearchValue).isEmpty() && !gbWildcard) {
         if (const int row = findOnPage(gsSearchValue)) {
             gpGrid_setCursor(row, grid);
@@ -757,6 +809,7 @@ bool gfbGrid_search(platform::MSFlexGrid *grid, LookupForm *form)
     const int row = findOnPage(gsSearchValue);
     gpGrid_setCursor(row > 0 && !conv::Trim(gsSearchValue).isEmpty() ? row : 1, grid);
     gsCursorEnd = "Bottom";
+    mLoadFailed = mLoadFailed && gfbDBSM_ActionFailed();
     QCoreApplication::processEvents();
     if (form)
         form->focusList();
@@ -777,10 +830,10 @@ void gpGrid_wildcard(platform::MSFlexGrid *grid, LookupForm *)
         return;
     const QString order = gsSortFieldName == "Description" ? "Order BY Description,subdescription"
                                                            : "Order BY " + gsSortFieldName;
-    // A quote stays part of the value searched for.
-    QString sql = "SELECT * FROM " + gTables[kInventory].sTableName + " WHERE " + gsSortFieldName +
-                  " like '%" + QString(gsSearchValue).replace('\'', "''") +
-                  "%' And status <> 'D' " + order;
+    // Only the two wildcards around the value are patterns; what was typed is literal.
+    QString sql = "SELECT * FROM " + gTables[kInventory].sTableName + " WHERE " +
+                  gfsDBSM_LikeContains(gsSortFieldName, gsSearchValue) + " And status <> 'D' " +
+                  order;
     if (!gfbDBSM_Select(sql, kInventory, false, kMaxMatches)) {
         say("No matches found");
         return;

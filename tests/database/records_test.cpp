@@ -128,7 +128,8 @@ TEST_F(RecordTest, QuotesNulsAndLeadingBlanksInKeys)
     EXPECT_TRUE(sql.contains("Description>='O''NEIL TEA"));
     EXPECT_EQ(desc(), "ZUCCHINI") << "the inserted quote became a blank, so the doubled one "
                                      "of the search finds the next row";
-    EXPECT_EQ(gfsDBSM_SqlText("O''NEIL", true), "O''NEIL");
+    EXPECT_EQ(gfsDBSM_SqlText("O''NEIL", true), "O''''NEIL") << "every quote, always";
+    EXPECT_EQ(gfsDBSM_SqlText("6''", false), "6  ");
     EXPECT_EQ(gfsDBSM_SqlText("O'NEIL", false), "O NEIL");
     EXPECT_EQ(gfsDBSM_SqlText(QString(3, QChar(0)), true), "   ");
 

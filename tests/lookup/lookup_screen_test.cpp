@@ -11,11 +11,14 @@
 #include "shell/hkeyDBSM_Interface.h"
 #include "support/StoreDb.h"
 #include <QCheckBox>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 
+using testing_support::kBusyBox;
+using testing_support::kDamagedBox;
 using testing_support::StoreDbTest;
 
 namespace {
@@ -37,9 +40,30 @@ protected:
     }
     void onLookup(std::function<void(frm_Lookup &)> act)
     {
-        modal.drive("frm_Lookup", [act](QDialog &d) { act(static_cast<frm_Lookup &>(d)); });
+        modal.drive("frm_Lookup", [act](QDialog &d) {
+            QCoreApplication::processEvents(); // the form settles as a shown window does
+            act(static_cast<frm_Lookup &>(d));
+        });
+    }
+    // Thirty more items, "ITEM 01" to "ITEM 30": the list is longer than a page.
+    void moreItems()
+    {
+        for (int i = 1; i <= 30; ++i)
+            addItem(QString::number(40000000 + i), QString("IT-%1").arg(i),
+                    QString("ITEM %1").arg(i, 2, 10, QChar('0')));
+    }
+    QStringList texts()
+    {
+        QStringList t;
+        for (const auto &b : boxes()) t << b.text;
+        return t;
     }
 };
+
+QString firstRow(frm_Lookup &f)
+{
+    return f.fgrdItems->TextMatrix(1, colDescription);
+}
 
 } // namespace
 
@@ -154,4 +178,88 @@ TEST_F(LookupScreenTest, FindItemFillsTheKeyAndTheSetFileHoldsIt)
     QTest::mouseClick(editor.cmdHkGroup[1][1], Qt::LeftButton);
     EXPECT_EQ(gHotKeyGroups[1].Buttons[2].Item, "CAKE-1");
     EXPECT_EQ(gHotKeyGroups[1].Buttons[2].IdSelect, "Yes");
+}
+
+TEST_F(LookupScreenTest, ClearGoesBackToTheFirstRecordWithTheWildcardOff)
+{
+    moreItems();
+    onLookup([](frm_Lookup &f) {
+        QTest::keyClicks(f.txtEditValue, "item 2");
+        EXPECT_EQ(firstRow(f), "ITEM 20");
+        QTest::keyClick(f.txtEditValue, Qt::Key_F12);
+        EXPECT_EQ(f.txtEditValue->text(), "");
+        EXPECT_EQ(firstRow(f), "APPLES GALA");
+        EXPECT_EQ(f.fgrdItems->Row(), 1);
+
+        QTest::keyClick(f.txtEditValue, Qt::Key_F3);
+        QTest::keyClicks(f.txtEditValue, "cake");
+        QTest::keyClick(f.txtEditValue, Qt::Key_Return);
+        EXPECT_EQ(firstRow(f), "CHOCOLATE CAKE");
+        QTest::mouseClick(f.cmdEdit[0], Qt::LeftButton);
+        EXPECT_FALSE(f.ckWildcard->isChecked());
+        EXPECT_FALSE(gbWildcard);
+        EXPECT_TRUE(f.cmdSearch->isHidden());
+        EXPECT_EQ(firstRow(f), "APPLES GALA");
+
+        QTest::keyClick(f.txtEditValue, Qt::Key_PageDown);
+        EXPECT_NE(firstRow(f), "APPLES GALA");
+        QTest::mouseClick(f.cmdEdit[0], Qt::LeftButton);
+        EXPECT_EQ(firstRow(f), "APPLES GALA") << "also when the search box was empty";
+        QTest::keyClick(f.txtEditValue, Qt::Key_Escape);
+    });
+    EXPECT_EQ(gfsInventory_find(""), "");
+    EXPECT_EQ(texts(), QStringList({"End of List"}));
+}
+
+TEST_F(LookupScreenTest, AResizeThatKeepsTheRowCountSelectsTheSortColumnAgain)
+{
+    moreItems();
+    onLookup([](frm_Lookup &f) {
+        QTest::keyClick(f.txtEditValue, Qt::Key_F7);
+        QTest::keyClicks(f.txtEditValue, "it-3");
+        EXPECT_EQ(f.fgrdItems->TextMatrix(1, colItemID), "IT-3");
+        const int rows = giGridRows;
+        f.resize(f.width() - 40, f.height());
+        QCoreApplication::processEvents();
+        EXPECT_EQ(giGridRows, rows);
+        EXPECT_EQ(f.txtEditValue->text(), "") << "the search under way is cleared";
+        EXPECT_EQ(f.lblPad->text(), "--Item ID");
+        EXPECT_EQ(f.fgrdItems->TextMatrix(1, colItemID), "APL-1") << "the first record";
+        EXPECT_EQ(f.fgrdItems->Row(), 1);
+        QTest::keyClick(f.txtEditValue, Qt::Key_Escape);
+    });
+    EXPECT_EQ(gfsInventory_find(""), "");
+}
+
+TEST_F(LookupScreenTest, ABusyOrDamagedDatabaseIsOneBoxPerKeyAndTheListStaysUsable)
+{
+    moreItems();
+    onLookup([this](frm_Lookup &f) {
+        const QString first = firstRow(f);
+        auto station = lockAsAnotherStation();
+        QElapsedTimer clock;
+        clock.start();
+        QTest::keyClick(f.txtEditValue, Qt::Key_PageDown);
+        EXPECT_LT(clock.elapsed(), 10000) << "a bounded wait";
+        EXPECT_EQ(texts(), QStringList({kBusyBox}));
+        EXPECT_EQ(firstRow(f), first) << "the list stays as it was";
+
+        release(*station);
+        QTest::keyClick(f.txtEditValue, Qt::Key_PageDown);
+        EXPECT_NE(firstRow(f), first) << "paging works again";
+        EXPECT_TRUE(texts().isEmpty());
+
+        damageDatabase();
+        QTest::keyClick(f.txtEditValue, Qt::Key_PageDown);
+        EXPECT_EQ(texts(), QStringList({kDamagedBox}));
+        QTest::keyClicks(f.txtEditValue, "a"); // not on the page: the table is read
+        EXPECT_EQ(texts(), QStringList({kDamagedBox}));
+        QTest::keyClick(f.txtEditValue, Qt::Key_F4);
+        EXPECT_EQ(texts(), QStringList({kDamagedBox}));
+        QTest::keyClick(f.txtEditValue, Qt::Key_Escape);
+    });
+    EXPECT_EQ(gfsInventory_find(""), "");
+    const QByteArray log = readDataFile("PVSW.log");
+    EXPECT_TRUE(log.contains("database is locked"));
+    EXPECT_TRUE(log.contains("file is not a database"));
 }

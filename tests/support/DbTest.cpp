@@ -4,6 +4,7 @@
 #include "platform/SettingsStore.h"
 #include <QDir>
 #include <QFile>
+#include <QSqlQuery>
 
 namespace testing_support {
 
@@ -119,6 +120,27 @@ bool DbTest::insert(const QString &description, const QString &sl, const QString
 QString DbTest::appFolder() const
 {
     return temp.filePath("app");
+}
+
+std::unique_ptr<SqliteEngine> DbTest::lockAsAnotherStation()
+{
+    auto station = std::make_unique<SqliteEngine>(dataPath());
+    DbError error;
+    EXPECT_TRUE(station->open("TestDB", error)) << error.text.toStdString();
+    EXPECT_TRUE(QSqlQuery(station->db()).exec("BEGIN EXCLUSIVE"));
+    return station;
+}
+
+void DbTest::release(SqliteEngine &station)
+{
+    EXPECT_TRUE(QSqlQuery(station.db()).exec("COMMIT"));
+}
+
+void DbTest::damageDatabase()
+{
+    QFile f(dataPath() + "/TestDB.db");
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    f.write(QByteArray(16384, '\x5a'));
 }
 
 QString DbTest::logText() const

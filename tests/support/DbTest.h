@@ -1,8 +1,16 @@
 #pragma once
+#include "database/DbEngine.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "support/HkTest.h"
+#include <memory>
 
 namespace testing_support {
+
+// The boxes of a database that another station holds or that is damaged.
+inline const QString kBusyBox =
+    "The database is busy at another station. Please try again in a moment.";
+inline const QString kDamagedBox = "The database is damaged and cannot be read. Please call "
+                                   "support; the details are in PVSW.log in the data folder.";
 
 // The record buffer of a small test table: fixed-width text padded with blanks.
 struct ItemRecord {
@@ -27,6 +35,12 @@ protected:
                 int qty = 0);
     QString logText() const;
     QString appFolder() const;
+    // Another station's connection that holds the whole database locked until
+    // it is released (or destroyed).
+    std::unique_ptr<SqliteEngine> lockAsAnotherStation();
+    void release(SqliteEngine &station);
+    // Overwrites the database file in place with bytes that are no database.
+    void damageDatabase();
 };
 
 } // namespace testing_support

@@ -1,0 +1,174 @@
+#include "database/DbEngine.h"
+#include "support/DbTest.h"
+#include <QElapsedTimer>
+#include <QFile>
+#include <QSqlError>
+#include <QSqlQuery>
+
+using testing_support::DbTest;
+using testing_support::gItem;
+using testing_support::kBusyBox;
+using testing_support::kDamagedBox;
+
+namespace {
+
+class FaultTest : public DbTest {
+protected:
+    void SetUp() override
+    {
+        DbTest::SetUp();
+        ASSERT_TRUE(connect());
+        for (int i = 1; i <= 5; ++i)
+            ASSERT_TRUE(insert(QString("ITEM %1").arg(i), QString::number(i)));
+    }
+    bool read(qint16 op)
+    {
+        QString sql;
+        return gfbDBSM_Record(0, op, 1, false, false, sql);
+    }
+    QStringList texts()
+    {
+        QStringList t;
+        for (const auto &b : boxes()) t << b.text;
+        return t;
+    }
+};
+
+} // namespace
+
+TEST_F(FaultTest, ALockOfAnotherStationIsOneBoxAndOneBoundedWaitPerAction)
+{
+    gItem.SL = "1";
+    auto station = lockAsAnotherStation();
+    QElapsedTimer clock;
+    clock.start();
+    {
+        const DbAction action;
+        EXPECT_FALSE(read(opNext));
+        EXPECT_TRUE(gfbDBSM_ActionFailed());
+        EXPECT_FALSE(read(opNext)) << "the rest of the action does not wait again";
+        EXPECT_FALSE(read(opFirst));
+        EXPECT_TRUE(boxes().isEmpty()) << "the box comes when the action ends";
+    }
+    EXPECT_LT(clock.elapsed(), 10000);
+    EXPECT_EQ(texts(), QStringList({kBusyBox}));
+    EXPECT_EQ(gItem.SL.trimmed(), "1") << "the buffer keeps its place";
+    const QList<QByteArray> log = readDataFile("PVSW.log").split('\n');
+    ASSERT_EQ(log.size(), 3) << "two lines for the one statement that reached the database";
+    EXPECT_TRUE(log[0].contains(" [EXE FAIL]" + QByteArray::number(kErrProvider) +
+                                " Description: The database is locked"));
+    EXPECT_TRUE(log[1].startsWith("SELECT  TOP 1 * FROM items WHERE SL>'1"));
+
+    release(*station);
+    const DbAction again;
+    EXPECT_TRUE(read(opNext));
+    EXPECT_EQ(gItem.SL.trimmed(), "2");
+}
+
+TEST_F(FaultTest, OutsideAnActionEachFailingCallIsTold)
+{
+    damageDatabase();
+    gItem.SL = "1";
+    EXPECT_FALSE(read(opEqual));
+    EXPECT_FALSE(read(opNext));
+    EXPECT_EQ(texts(), QStringList({kDamagedBox, kDamagedBox}));
+}
+
+TEST_F(FaultTest, ADamagedFileIsOneBoxPerAction)
+{
+    damageDatabase();
+    for (int action = 0; action < 2; ++action) {
+        const DbAction a;
+        EXPECT_FALSE(read(opFirst));
+        EXPECT_FALSE(read(opNext));
+        QString table;
+        EXPECT_EQ(glDBSM_Count(0, table), 0);
+        EXPECT_EQ(glDBSM_Execute("UPDATE items SET Qty = 1"), 0);
+    }
+    EXPECT_EQ(texts(), QStringList({kDamagedBox, kDamagedBox}));
+    EXPECT_TRUE(readDataFile("PVSW.log").contains("Description: file is not a database"));
+}
+
+TEST_F(FaultTest, UpdateAndDeleteFindARowThatHoldsNull)
+{
+    ASSERT_TRUE(QSqlQuery(gpDBSM_Engine()->db())
+                    .exec("INSERT INTO items VALUES ('NULL QTY', '9', 'N', NULL)"));
+    gItem.SL = "9";
+    ASSERT_TRUE(read(opEqual));
+    gItem.Description = "CHANGED";
+    QString sql;
+    ASSERT_TRUE(gfbDBSM_Record(0, opUpdate, 1, false, false, sql));
+    gItem.SL = "9";
+    ASSERT_TRUE(read(opEqual));
+    EXPECT_EQ(gItem.Description.trimmed(), "CHANGED");
+    ASSERT_TRUE(gfbDBSM_Record(0, opDelete, 1, false, false, sql));
+    EXPECT_FALSE(read(opEqual));
+    EXPECT_TRUE(boxes().isEmpty());
+
+    const SqlServerEngine server;
+    const QVector<QVariant> original{"9", QVariant()};
+    EXPECT_EQ(server.updateOneRow("invt1", {"Price"}, {"SL", "BPL3"}, original),
+              "UPDATE TOP (1) invt1 SET Price=? WHERE SL=? AND BPL3 IS NULL");
+    EXPECT_EQ(server.deleteOneRow("invt1", {"SL", "BPL3"}, original),
+              "DELETE TOP (1) FROM invt1 WHERE SL=? AND BPL3 IS NULL");
+}
+
+TEST(SqlServerErrors, TheServersNumbersBecomeTheProvidersNumbers)
+{
+    const SqlServerEngine server;
+    auto mapped = [&server](int native, const QString &text,
+                            QSqlError::ErrorType type = QSqlError::StatementError) {
+        return server.errorOf(QSqlError("QODBC: Unable to execute statement", text, type,
+                                        native ? QString::number(native) : QString()));
+    };
+    // Refused statements, which the upgrade at every start passes over.
+    DbError e = mapped(2705, "[FreeTDS][SQL Server]Column names in each table must be unique. "
+                             "Column name 'BPL3' in table 'invt1' is specified more than once.");
+    EXPECT_EQ(e.number, kErrCommand);
+    EXPECT_EQ(e.text, "Column names in each table must be unique. Column name 'BPL3' in table "
+                      "'invt1' is specified more than once.");
+    e = mapped(15248, "[FreeTDS][SQL Server]Caution: Changing any part of an object name could "
+                      "break scripts. [FreeTDS][SQL Server]Either the parameter @objname is "
+                      "ambiguous or the claimed @objtype (COLUMN) is wrong.");
+    EXPECT_EQ(e.number, kErrCommand);
+    EXPECT_FALSE(e.text.contains("[FreeTDS]"));
+    EXPECT_EQ(
+        mapped(4924, "ALTER TABLE ALTER COLUMN failed because column 'Flg2' does not exist").number,
+        kErrCommand);
+    EXPECT_TRUE(mapped(208, "[FreeTDS][SQL Server]Invalid object name 'invt1'.")
+                    .text.startsWith("Invalid object name"));
+    EXPECT_TRUE(mapped(2601, "[Microsoft][ODBC Driver 17 for SQL Server][SQL Server]Cannot insert "
+                             "duplicate key row in object 'dbo.invt1' with unique index 'idx_1'.")
+                    .text.startsWith("Cannot insert duplicate"));
+
+    // Failures of the server or the connection are never passed over.
+    e = mapped(1222, "Lock request time out period exceeded.");
+    EXPECT_EQ(e.number, kErrProvider);
+    EXPECT_EQ(e.fault, DbFault::Busy);
+    EXPECT_EQ(mapped(824, "SQL Server detected a logical consistency-based I/O error").fault,
+              DbFault::Damaged);
+    EXPECT_EQ(mapped(229, "The UPDATE permission was denied on the object 'invt1'.").number,
+              kErrProvider);
+    EXPECT_EQ(mapped(20004, "Read from the server failed").number, kErrProvider);
+    EXPECT_EQ(mapped(0, "Unable to connect", QSqlError::ConnectionError).number, kErrProvider);
+    EXPECT_EQ(SqlServerEngine::sessionSetup(), "SET LOCK_TIMEOUT 3000");
+}
+
+TEST_F(FaultTest, ARenameOfAColumnThatIsGoneIsTrapped)
+{
+    EXPECT_FALSE(gfbDBSM_RenameColumn("items", "Flg2", "NeverOrder"));
+    gpDBSM_Engine()->db().close();
+    EXPECT_FALSE(gfbDBSM_RenameColumn("items", "Qty", "Quantity"));
+    EXPECT_TRUE(boxes().isEmpty());
+    EXPECT_FALSE(QFile::exists(dataPath() + "/PVSW.log"));
+}
+
+TEST(LikePatterns, TypedPatternCharactersAreEscapedForEachEngine)
+{
+    EXPECT_EQ(SqlServerEngine().likeContains("50%_[a]\\"),
+              "like '%50\\%\\_\\[a]\\\\%' ESCAPE '\\'");
+    EXPECT_EQ(SqliteEngine(QString()).likeContains("50%_[a]\\"),
+              "like '%50\\%\\_[a]\\\\%' ESCAPE '\\'");
+    EXPECT_EQ(gfsDBSM_LikeContains("Description", "O'NEIL%"),
+              "Description like '%O''NEIL\\%%' ESCAPE '\\'");
+}

@@ -1,0 +1,257 @@
+#include "database/DbEngine.h"
+#include "database/zelDBSM_Inventory.h"
+#include "database/zelDBSM_Upc.h"
+#include "hotkeys/hkeyGlobal.h"
+#include "lookup/GridSetUpBackOffice.h"
+#include "lookup/frm_Lookup.h"
+#include "lookup/sm_DataGrid.h"
+#include "platform/MSFlexGrid.h"
+#include "screens/frmHotKey_Define.h"
+#include "support/StoreDb.h"
+#include <QCheckBox>
+#include <QFile>
+#include <QLineEdit>
+#include <QRegularExpression>
+#include <QSet>
+#include <QSqlDriver>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <sqlite3.h>
+
+using testing_support::StoreDbTest;
+
+namespace {
+
+// Text that a user or another program may put where the program builds SQL.
+const QStringList kPayloads = {
+    "''' OR 1=1 --",
+    "'''; DROP TABLE INVT1; --",
+    "6''",
+    "'",
+    "''",
+    "' OR '1'='1",
+    "' OR 1=1 --",
+    "'; DELETE FROM invt1; --",
+    "x' UNION SELECT * FROM COMMON --",
+    "') OR ('a'='a",
+    "%",
+    "_",
+    "[a]",
+    "[%]",
+    "%' --",
+    "50%_OFF",
+    "\\",
+    "\\'",
+    "'\\",
+    "\\\\' OR 1=1 --",
+    "a\\%b",
+    "\xc3\x89"
+    "CLAIR'S",
+    "\xe6\x97\xa5\xe6\x9c\xac'\xe8\xaa\x9e",
+    "\xe2\x80\x98SMART\xe2\x80\x99 QUOTES",
+    "\xca\xbc OR 1=1 --",
+    "\xef\xbc\x87 OR 1=1 --",
+    "1; DROP TABLE COMMON",
+    "\" OR \"\"=\"",
+    "*/ OR /*",
+    "ItemID' OR ltrim(ItemID)='",
+    "LEFT(upc,1)='0' OR '",
+    "^[!]-",
+};
+
+// Every statement that reaches the embedded engine, as it reaches it.
+class StatementTrace {
+public:
+    StatementTrace()
+    {
+        const QVariant handle = gpDBSM_Engine()->db().driver()->handle();
+        m_handle = *static_cast<sqlite3 *const *>(handle.data());
+        sqlite3_trace_v2(m_handle, SQLITE_TRACE_STMT, &StatementTrace::traced, this);
+    }
+    ~StatementTrace() { sqlite3_trace_v2(m_handle, 0, nullptr, nullptr); }
+    QStringList take()
+    {
+        QStringList s;
+        s.swap(m_statements);
+        return s;
+    }
+
+private:
+    static int traced(unsigned, void *self, void *, void *sql)
+    {
+        static_cast<StatementTrace *>(self)->m_statements
+            << QString::fromUtf8(static_cast<const char *>(sql));
+        return 0;
+    }
+    sqlite3 *m_handle = nullptr;
+    QStringList m_statements;
+};
+
+// A statement with every quoted value and every number made one mark: what is
+// left is its shape.
+QString shapeOf(const QString &sql)
+{
+    static const QRegularExpression value("'(?:[^']|'')*'"), number("\\b\\d+\\b");
+    return QString(sql).replace(value, "'?'").replace(number, "#");
+}
+
+QString snapshot()
+{
+    QSqlQuery tables(gpDBSM_Engine()->db());
+    tables.exec("SELECT name, sql FROM sqlite_master ORDER BY name");
+    QString all;
+    while (tables.next()) {
+        all += tables.value(1).toString() + '\n';
+        if (!tables.value(1).toString().startsWith("CREATE TABLE"))
+            continue;
+        QSqlQuery rows(gpDBSM_Engine()->db());
+        rows.exec("SELECT * FROM " + tables.value(0).toString() + " ORDER BY rowid");
+        while (rows.next()) {
+            for (int i = 0; i < rows.record().count(); ++i) all += rows.value(i).toString() + '|';
+            all += '\n';
+        }
+    }
+    return all;
+}
+
+class InjectionTest : public StoreDbTest {
+protected:
+    void SetUp() override
+    {
+        StoreDbTest::SetUp();
+        openStore();
+        addItem("00012345", "COF-1", "COFFEE SMALL CUP TO GO");
+        addItem("00012346", "COF-2", "COFFEE LARGE");
+        addItem("00020010", "CAKE-1", "CHOCOLATE CAKE");
+        addItem("00030000", "APL-1", "APPLES GALA");
+        for (const auto &[sl, upc, uid] :
+             {std::tuple{"00012345", "0123", 1}, {"00020010", "0456", 3}}) {
+            gUpcRecord.clear();
+            gUpcRecord.setText("SL", sl);
+            gUpcRecord.setText("UPC", upc);
+            gUpcRecord.setNumber("InvUID", uid);
+            QString sql;
+            ASSERT_TRUE(gfbDBSM_Record(2, opInsert, 0, false, false, sql));
+        }
+        giInventorySearch = 0;
+        gbWildcard = false;
+    }
+
+    // Types each value into the search box in every order, and searches each
+    // with the wildcard; returns the shapes of the statements that ran.
+    QSet<QString> searchAll(const QStringList &values)
+    {
+        QSet<QString> shapes;
+        modal.drive("frm_Lookup", [&](QDialog &d) {
+            auto &f = static_cast<frm_Lookup &>(d);
+            StatementTrace trace;
+            for (int column :
+                 {colDescription, colSubDesc, colSL, colItemID, colUPC, colDept, colVendor}) {
+                f.gfbSortColumn_select(column);
+                for (const QString &value : values) {
+                    f.txtEditValue->setText(value);
+                    f.ckWildcard->setChecked(true);
+                    f.txtEditValue->setText(value + ' ');
+                    f.cmdSearch_Click();
+                    f.cmdEdit_Click();
+                }
+            }
+            for (const QString &s : trace.take()) shapes << shapeOf(s);
+            f.cmdExit_Click();
+        });
+        gfsInventory_find("");
+        return shapes;
+    }
+
+    void expectOnlyListBoxes()
+    {
+        static const QStringList listTexts = {"No matches found", "End of List", "Top of List",
+                                              "Error No Data found in File"};
+        for (const auto &b : boxes())
+            EXPECT_TRUE(listTexts.contains(b.text)) << b.text.toStdString();
+        EXPECT_FALSE(QFile::exists(dataPath() + "/PVSW.log")) << "no statement failed";
+    }
+};
+
+} // namespace
+
+TEST_F(InjectionTest, TypedValuesNeverChangeAStatementOrATable)
+{
+    const QSet<QString> known = searchAll(
+        {"", "A", "COF", "COFFEE LARGE", "ZZZZ", "!", "^", "~", "0", "5", "1234567.8", "\xc3\x89"});
+    boxes();
+    const QString before = snapshot();
+    for (const QString &payload : kPayloads) {
+        const QSet<QString> shapes = searchAll({payload});
+        for (const QString &shape : shapes)
+            EXPECT_TRUE(known.contains(shape))
+                << "payload " << payload.toStdString() << " ran " << shape.toStdString();
+    }
+    EXPECT_EQ(snapshot(), before);
+    expectOnlyListBoxes();
+}
+
+TEST_F(InjectionTest, TypedPatternCharactersAreLiteralInTheWildcardSearch)
+{
+    addItem("00040000", "PCT-1", "50% OFF MUG");
+    addItem("00040001", "PCT-2", "500 OFF MUG");
+    addItem("00040002", "BR-1", "[A] BRACKET");
+    addItem("00040003", "BS-1", "PATH\\TO");
+    auto matches = [this](const QString &value) {
+        QStringList found;
+        modal.drive("frm_Lookup", [&](QDialog &d) {
+            auto &f = static_cast<frm_Lookup &>(d);
+            f.ckWildcard->setChecked(true);
+            f.txtEditValue->setText(value);
+            f.cmdSearch_Click();
+            for (int i = 1; i < gInventoryMatches.size(); ++i)
+                found << gInventoryMatches[i].text("Description").trimmed();
+            f.cmdExit_Click();
+        });
+        gfsInventory_find("");
+        boxes();
+        return found;
+    };
+    EXPECT_EQ(matches("0%"), QStringList({"50% OFF MUG"})) << "% is a percent sign";
+    EXPECT_EQ(matches("50_"), QStringList()) << "_ is an underscore";
+    EXPECT_EQ(matches("[A]"), QStringList({"[A] BRACKET"}));
+    EXPECT_EQ(matches("H\\T"), QStringList({"PATH\\TO"}));
+    EXPECT_EQ(matches("OFF MUG").size(), 2) << "the program's own wildcards still match";
+}
+
+TEST_F(InjectionTest, TheKeyDialogReadsBackEveryItemIdAsStored)
+{
+    QSqlQuery insert(gpDBSM_Engine()->db());
+    insert.prepare("INSERT INTO invt1 (SL, ItemID, Description, Status, RecordNum) "
+                   "VALUES (?, ?, ?, ' ', ?)");
+    QStringList ids = kPayloads;
+    ids.prepend("6''");
+    ids.removeDuplicates();
+    for (int i = 0; i < ids.size(); ++i) {
+        ids[i] = ids[i].left(25);
+        insert.addBindValue(QString::number(90000000 + i));
+        insert.addBindValue(ids[i].leftJustified(25, ' '));
+        insert.addBindValue(QString("PAYLOAD %1").arg(i, 2, 10, QChar('0')));
+        insert.addBindValue(100 + i);
+        ASSERT_TRUE(insert.exec()) << insert.lastError().text().toStdString();
+    }
+    const QString before = snapshot();
+    giLinkOption = 1; // the key sells by Item ID
+    for (int i = 0; i < ids.size(); ++i) {
+        modal.drive("frm_Lookup", [i](QDialog &d) {
+            auto &f = static_cast<frm_Lookup &>(d);
+            f.gfbSortColumn_select(colSL);
+            f.txtEditValue->setText(
+                QString("9000%1.%2").arg(i / 10, 3, 10, QChar('0')).arg(i % 10));
+            f.cmdAction_Click(0);
+        });
+        frmHotKey_Define key;
+        key.Form_Load();
+        key.cmdFind_Click(0);
+        EXPECT_EQ(key.txtEdit[1]->text(), ids[i].trimmed()) << "item " << i;
+        EXPECT_EQ(key.txtEdit[0]->text(), QString("PAYLOAD %1").arg(i, 2, 10, QChar('0')));
+    }
+    EXPECT_EQ(snapshot(), before);
+    expectOnlyListBoxes();
+}
