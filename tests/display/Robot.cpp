@@ -1,0 +1,228 @@
+#include "display/Robot.h"
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QEventLoop>
+#include <QPixmap>
+#include <QProcess>
+#include <QScreen>
+#include <QSet>
+#include <QWindow>
+
+namespace display {
+
+namespace {
+
+// Long enough for a loaded two-core machine; a window that needs longer is stuck.
+constexpr int kStepLimitMs = 15000;
+
+QString describe(QWidget *w)
+{
+    if (!w)
+        return "no modal window";
+    QString s = QString("%1 \"%2\"").arg(w->metaObject()->className(), w->windowTitle());
+    if (auto *box = qobject_cast<QMessageBox *>(w))
+        s += " saying \"" + box->text() + '"';
+    const QWindow *handle = w->windowHandle();
+    s += QString(" (visible %1, exposed %2, active %3)")
+             .arg(w->isVisible())
+             .arg(handle && handle->isExposed())
+             .arg(w->isActiveWindow());
+    return s;
+}
+
+bool isUp(QWidget *w)
+{
+    return w->isVisible() && w->windowHandle() && w->windowHandle()->isExposed() &&
+           w->isActiveWindow();
+}
+
+} // namespace
+
+Robot::Robot()
+{
+    m_timer.setInterval(25);
+    connect(&m_timer, &QTimer::timeout, this, [this] { poll(); });
+}
+
+void Robot::add(const QString &what, std::function<bool(QWidget *)> match,
+                std::function<void(QWidget *)> act)
+{
+    m_steps.push_back({what, std::move(match), {}, std::move(act)});
+}
+
+void Robot::answer(const QString &text, QMessageBox::StandardButton button)
+{
+    add(
+        "a box saying \"" + text + '"',
+        [text](QWidget *w) {
+            auto *box = qobject_cast<QMessageBox *>(w);
+            return box && box->text().contains(text);
+        },
+        [this, button](QWidget *w) {
+            auto *box = static_cast<QMessageBox *>(w);
+            boxTexts << box->text();
+            QAbstractButton *pressed = box->button(button);
+            if (!pressed)
+                return fail("the box \"" + box->text() + "\" has no such button");
+            click(pressed);
+        });
+}
+
+void Robot::until(const QString &what, std::function<bool()> condition, std::function<void()> act)
+{
+    m_steps.push_back({what, {}, std::move(condition), [act](QWidget *) { act(); }});
+}
+
+void Robot::start()
+{
+    m_waiting.start();
+    m_timer.start();
+}
+
+void Robot::stop()
+{
+    m_timer.stop();
+    for (const Step &s : m_steps) failures << "never reached: " + s.what;
+    m_steps.clear();
+    for (QWidget *w : QApplication::topLevelWidgets()) {
+        if (qobject_cast<QDialog *>(w) && w->isVisible()) {
+            failures << "left open: " + describe(w);
+            w->hide();
+        }
+    }
+}
+
+// Runs the next step once its window has been up for a whole tick, so that it
+// has had its paint; steps that open a modal form run on in its loop.
+void Robot::poll()
+{
+    if (m_quiet)
+        return;
+    QWidget *modal = QApplication::activeModalWidget();
+    if (m_failed) {
+        if (modal)
+            modal->hide();
+        return;
+    }
+    if (m_steps.empty()) {
+        if (modal && m_waiting.elapsed() > kStepLimitMs)
+            fail("left open after the last step: " + describe(modal));
+        return;
+    }
+    Step &next = m_steps.front();
+    const bool ready =
+        next.condition ? next.condition() : modal && isUp(modal) && next.match(modal);
+    if (!ready) {
+        m_seen = nullptr;
+        if (m_waiting.elapsed() > kStepLimitMs)
+            fail("waited " + QString::number(kStepLimitMs / 1000) + " s for " + next.what +
+                 "; up instead: " + describe(modal));
+        return;
+    }
+    if (!next.condition && m_seen != modal) {
+        m_seen = modal;
+        return;
+    }
+    Step step = std::move(next);
+    m_steps.pop_front();
+    m_seen = nullptr;
+    m_waiting.restart();
+    step.act(modal);
+}
+
+void Robot::fail(const QString &why)
+{
+    failures << why;
+    if (QScreen *screen = QGuiApplication::primaryScreen())
+        screen->grabWindow(0).save(
+            QDir(shotFolder()).filePath(QString("failure-%1.png").arg(failures.size())));
+    m_failed = true;
+    m_steps.clear();
+}
+
+QString Robot::run(const QString &program, const QStringList &args)
+{
+    QProcess p;
+    p.start(program, args);
+    if (!p.waitForFinished(10000))
+        return "failed: " + program + ' ' + args.join(' ');
+    return QString::fromLocal8Bit(p.readAllStandardOutput());
+}
+
+void Robot::click(QWidget *widget)
+{
+    const QPoint at = widget->mapToGlobal(widget->rect().center());
+    run("xdotool",
+        {"mousemove", "--sync", QString::number(at.x()), QString::number(at.y()), "click", "1"});
+}
+
+void Robot::key(const QString &keys)
+{
+    run("xdotool", QStringList{"key", "--delay", "20"} + keys.split(' '));
+}
+
+void Robot::type(const QString &text)
+{
+    run("xdotool", {"type", "--delay", "20", text});
+}
+
+void Robot::settle(int ms)
+{
+    m_quiet = true;
+    QEventLoop loop;
+    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
+    loop.exec();
+    m_quiet = false;
+}
+
+QString Robot::shotFolder()
+{
+    const QString folder =
+        qEnvironmentVariable("HK_DISPLAY_SHOTS", QDir::temp().filePath("hk-display-shots"));
+    QDir().mkpath(folder);
+    return folder;
+}
+
+QImage Robot::shot(QWidget *window, const QString &name)
+{
+    settle();
+    QScreen *screen = window->screen();
+    const QRect area = window->frameGeometry() & screen->geometry();
+    const QImage image =
+        screen->grabWindow(0, area.x(), area.y(), area.width(), area.height()).toImage();
+    image.save(QDir(shotFolder())
+                   .filePath(QString("%1-%2.png").arg(++m_shots, 2, 10, QChar('0')).arg(name)));
+    const QString blank = blankReason(image);
+    if (!blank.isEmpty())
+        failures << name + " looks blank: " + blank;
+    return image;
+}
+
+QString blankReason(const QImage &grab)
+{
+    if (grab.isNull() || grab.width() < 8 || grab.height() < 8)
+        return "nothing was grabbed";
+    const QImage image = grab.convertToFormat(QImage::Format_RGB32);
+    QSet<QRgb> colours;
+    qint64 black = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb c = line[x] & 0xFFFFFF;
+            if (colours.size() < 64)
+                colours.insert(c);
+            if (qRed(c) < 16 && qGreen(c) < 16 && qBlue(c) < 16)
+                ++black;
+        }
+    }
+    const qint64 all = qint64(image.width()) * image.height();
+    if (colours.size() < 8)
+        return QString("only %1 colours").arg(colours.size());
+    if (black * 4 > all)
+        return QString("%1% of it is black").arg(black * 100 / all);
+    return {};
+}
+
+} // namespace display
