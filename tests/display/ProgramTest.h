@@ -3,6 +3,12 @@
 #include "platform/Shell.h"
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <ostream>
+
+inline void PrintTo(const QString &s, std::ostream *os)
+{
+    *os << '"' << s.toStdString() << '"';
+}
 
 namespace display {
 
