@@ -9,6 +9,7 @@
 #include <QScreen>
 #include <QSet>
 #include <QWindow>
+#include <gtest/gtest.h>
 
 namespace display {
 
@@ -137,7 +138,10 @@ void Robot::fail(const QString &why)
     failures << why;
     if (QScreen *screen = QGuiApplication::primaryScreen())
         screen->grabWindow(0).save(
-            QDir(shotFolder()).filePath(QString("failure-%1.png").arg(failures.size())));
+            QDir(shotFolder())
+                .filePath(
+                    QString("failure-%1.png")
+                        .arg(::testing::UnitTest::GetInstance()->current_test_info()->name())));
     m_failed = true;
     m_steps.clear();
 }
@@ -192,8 +196,7 @@ QImage Robot::shot(QWidget *window, const QString &name)
     const QRect area = window->frameGeometry() & screen->geometry();
     const QImage image =
         screen->grabWindow(0, area.x(), area.y(), area.width(), area.height()).toImage();
-    image.save(QDir(shotFolder())
-                   .filePath(QString("%1-%2.png").arg(++m_shots, 2, 10, QChar('0')).arg(name)));
+    image.save(QDir(shotFolder()).filePath(name + ".png"));
     const QString blank = blankReason(image);
     if (!blank.isEmpty())
         failures << name + " looks blank: " + blank;

@@ -46,7 +46,8 @@ public:
     static void type(const QString &text);
     static QString run(const QString &program, const QStringList &args);
 
-    // The screen where the window lies, saved as NAME.png; a grab that looks
+    // The screen where the window lies, saved as NAME.png (names are unique
+    // across the tests); a grab that looks
     // blank (a few colours, or a large black area) fails the test.
     QImage shot(QWidget *window, const QString &name);
     // Lets the program paint and settle without running a step.
@@ -71,7 +72,6 @@ private:
     QPointer<QWidget> m_seen;
     bool m_quiet = false;
     bool m_failed = false;
-    int m_shots = 0;
 };
 
 // Why a grab looks blank, or empty when it shows a drawn window.
