@@ -199,14 +199,19 @@ QImage Robot::shot(QWidget *window, const QString &name)
     image.save(QDir(shotFolder()).filePath(name + ".png"));
     const QString blank = blankReason(image);
     if (!blank.isEmpty())
-        failures << name + " looks blank: " + blank;
+        failures << QString("%1 looks blank: %2; the window at %3,%4 %5 x %6")
+                        .arg(name, blank)
+                        .arg(area.x())
+                        .arg(area.y())
+                        .arg(area.width())
+                        .arg(area.height());
     return image;
 }
 
 QString blankReason(const QImage &grab)
 {
     if (grab.isNull() || grab.width() < 8 || grab.height() < 8)
-        return "nothing was grabbed";
+        return QString("nothing was grabbed (%1 x %2)").arg(grab.width()).arg(grab.height());
     const QImage image = grab.convertToFormat(QImage::Format_RGB32);
     QSet<QRgb> colours;
     qint64 black = 0;
