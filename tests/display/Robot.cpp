@@ -157,7 +157,12 @@ QString Robot::run(const QString &program, const QStringList &args)
 
 void Robot::click(QWidget *widget)
 {
-    const QPoint at = widget->mapToGlobal(widget->rect().center());
+    click(widget, widget->rect().center());
+}
+
+void Robot::click(QWidget *widget, QPoint at)
+{
+    at = widget->mapToGlobal(at);
     run("xdotool",
         {"mousemove", "--sync", QString::number(at.x()), QString::number(at.y()), "click", "1"});
 }

@@ -42,6 +42,7 @@ public:
 
     // Real input through the X server.
     static void click(QWidget *widget);
+    static void click(QWidget *widget, QPoint at);
     static void key(const QString &keys); // key names as xdotool knows them: "F10", "Escape"
     static void type(const QString &text);
     static QString run(const QString &program, const QStringList &args);
