@@ -6,6 +6,7 @@
 #include <QEventLoop>
 #include <QPixmap>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QScreen>
 #include <QSet>
 #include <QWindow>
@@ -196,15 +197,58 @@ QString Robot::shotFolder()
 
 QImage Robot::shot(QWidget *window, const QString &name)
 {
+    return grab(window->screen(), placeOf(window), name);
+}
+
+// The window's inside as the X server places it. Qt's own idea of a window's
+// geometry has been seen to lag at 1 x 1 for a window already drawn.
+QRect Robot::placeOf(QWidget *window)
+{
+    const QString info = run("xwininfo", {"-id", QString::number(window->winId())});
+    auto field = [&info](const char *name) {
+        const QRegularExpression re(QString(name) + R"(:\s*(-?\d+))");
+        return re.match(info).captured(1).toInt();
+    };
+    return QRect(field("Absolute upper-left X"), field("Absolute upper-left Y"), field("Width"),
+                 field("Height"));
+}
+
+// Each window of the program is checked where it lies on the screen, so the
+// desktop around them does not count.
+QImage Robot::screenShot(const QString &name)
+{
     settle();
-    QScreen *screen = window->screen();
-    const QRect area = window->frameGeometry() & screen->geometry();
+    QScreen *screen = QGuiApplication::primaryScreen();
+    const QImage image = screen->grabWindow(0).toImage();
+    image.save(QDir(shotFolder()).filePath(name + ".png"));
+    for (QWidget *w : QApplication::topLevelWidgets()) {
+        if (!w->isVisible())
+            continue;
+        const QRect area = placeOf(w) & screen->geometry();
+        if (area.isEmpty())
+            continue;
+        const QString blank = blankReason(image.copy(area));
+        if (!blank.isEmpty())
+            failures << QString("%1: %2 \"%3\" looks blank: %4; it lies at %5,%6 %7 x %8")
+                            .arg(name, w->metaObject()->className(), w->windowTitle(), blank)
+                            .arg(area.x())
+                            .arg(area.y())
+                            .arg(area.width())
+                            .arg(area.height());
+    }
+    return image;
+}
+
+QImage Robot::grab(QScreen *screen, QRect area, const QString &name)
+{
+    settle();
+    area &= screen->geometry();
     const QImage image =
         screen->grabWindow(0, area.x(), area.y(), area.width(), area.height()).toImage();
     image.save(QDir(shotFolder()).filePath(name + ".png"));
     const QString blank = blankReason(image);
     if (!blank.isEmpty())
-        failures << QString("%1 looks blank: %2; the window at %3,%4 %5 x %6")
+        failures << QString("%1 looks blank: %2; the area at %3,%4 %5 x %6")
                         .arg(name, blank)
                         .arg(area.x())
                         .arg(area.y())

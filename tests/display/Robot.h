@@ -4,10 +4,13 @@
 #include <QMessageBox>
 #include <QObject>
 #include <QPointer>
+#include <QRect>
 #include <QStringList>
 #include <QTimer>
 #include <deque>
 #include <functional>
+
+class QScreen;
 
 namespace display {
 
@@ -51,6 +54,8 @@ public:
     // across the tests); a grab that looks
     // blank (a few colours, or a large black area) fails the test.
     QImage shot(QWidget *window, const QString &name);
+    // The whole screen, with every window on it.
+    QImage screenShot(const QString &name);
     // Lets the program paint and settle without running a step.
     void settle(int ms = 150);
     static QString shotFolder();
@@ -66,6 +71,8 @@ private:
              std::function<void(QWidget *)> act);
     void poll();
     void fail(const QString &why);
+    QImage grab(QScreen *screen, QRect area, const QString &name);
+    static QRect placeOf(QWidget *window);
 
     QTimer m_timer;
     QElapsedTimer m_waiting;
