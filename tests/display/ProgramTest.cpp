@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QScreen>
 #include <QSettings>
 #include <QUuid>
 
@@ -66,6 +67,16 @@ QByteArray ProgramTest::readDataFile(const QString &name) const
 {
     QFile f(QDir(dataPath()).filePath(name));
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+void ProgramTest::expectWhollyOnScreen(QWidget *form)
+{
+    const QRect place = Robot::placeOf(form);
+    const QRect screen = form->screen()->geometry();
+    EXPECT_TRUE(screen.contains(place))
+        << form->metaObject()->className() << " lies at " << place.x() << ',' << place.y() << ' '
+        << place.width() << " x " << place.height() << " on a screen of " << screen.width() << " x "
+        << screen.height();
 }
 
 QStringList ProgramTest::openedUrls() const

@@ -34,6 +34,8 @@ protected:
     int runProgram();
     QString dataPath() const;
     QByteArray readDataFile(const QString &name) const;
+    // The whole form on the screen, its bottom row of buttons included.
+    static void expectWhollyOnScreen(QWidget *form);
     // The addresses the program opened in a web browser.
     QStringList openedUrls() const;
 

@@ -54,6 +54,8 @@ public:
     // across the tests); a grab that looks
     // blank (a few colours, or a large black area) fails the test.
     QImage shot(QWidget *window, const QString &name);
+    // The window's inside where the X server places it.
+    static QRect placeOf(QWidget *window);
     // The whole screen, with every window on it.
     QImage screenShot(const QString &name);
     // Lets the program paint and settle without running a step.
@@ -72,7 +74,6 @@ private:
     void poll();
     void fail(const QString &why);
     QImage grab(QScreen *screen, QRect area, const QString &name);
-    static QRect placeOf(QWidget *window);
 
     QTimer m_timer;
     QElapsedTimer m_waiting;

@@ -25,6 +25,7 @@ TEST_F(EditorOnDisplay, AddASetWithALinkFromTheSetFinderAndAColumnTitle)
     robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdEdit[0]); });
     robot.on<frmHotKeys>([&](frmHotKeys &editor) {
         EXPECT_EQ(editor.txtButtonSet->text(), "New Set 13");
+        expectWhollyOnScreen(&editor);
         robot.shot(&editor, "editor-new-set");
         Robot::click(editor.txtButtonSet);
         Robot::key("ctrl+a");

@@ -61,6 +61,7 @@ TEST_F(TrialPanelOnDisplay, ShowsOnTopAndKeepsItsModalLoopThroughActivationAndHe
     robot.on<frmHotKeys_Trial>([&](frmHotKeys_Trial &trial) {
         panel = &trial;
         expectModalOnTop(trial, "shown");
+        expectWhollyOnScreen(&trial);
         robot.shot(&trial, "trial-panel");
         Robot::key("1"); // the Hot Drinks key links to set 2
     });
