@@ -59,11 +59,14 @@ void NativeShell::setTopMost(QWidget *window, bool onTop)
     }
     Qt::WindowFlags flags = window->windowFlags();
     flags.setFlag(Qt::WindowStaysOnTopHint, onTop);
-    window->overrideWindowFlags(flags);
 #ifdef Q_OS_WIN
+    window->overrideWindowFlags(flags);
     SetWindowPos(reinterpret_cast<HWND>(window->winId()), onTop ? HWND_TOPMOST : HWND_NOTOPMOST, 0,
                  0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 #else
+    if (flags == window->windowFlags())
+        return;
+    window->overrideWindowFlags(flags);
     handle->setFlags(flags);
 #endif
 }
