@@ -151,8 +151,9 @@ QString Robot::run(const QString &program, const QStringList &args)
 {
     QProcess p;
     p.start(program, args);
-    if (!p.waitForFinished(10000))
-        return "failed: " + program + ' ' + args.join(' ');
+    if (!p.waitForFinished(10000) || p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0)
+        ADD_FAILURE() << program.toStdString() << ' ' << args.join(' ').toStdString()
+                      << " failed: " << p.readAllStandardError().toStdString();
     return QString::fromLocal8Bit(p.readAllStandardOutput());
 }
 

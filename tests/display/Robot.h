@@ -50,13 +50,13 @@ public:
     static void type(const QString &text);
     static QString run(const QString &program, const QStringList &args);
 
-    // The screen where the window lies, saved as NAME.png (names are unique
-    // across the tests); a grab that looks
-    // blank (a few colours, or a large black area) fails the test.
+    // The window's inside as the screen shows it, saved as NAME.png (names are
+    // unique across the tests). A grab that looks blank (a few colours, or a
+    // quarter of it black) fails the test.
     QImage shot(QWidget *window, const QString &name);
     // The window's inside where the X server places it.
     static QRect placeOf(QWidget *window);
-    // The whole screen, with every window on it.
+    // The whole screen, with every window of the program on it checked so.
     QImage screenShot(const QString &name);
     // Lets the program paint and settle without running a step.
     void settle(int ms = 150);

@@ -7,6 +7,7 @@
 #include "screens/posButtons.h"
 #include "shell/frmMain.h"
 #include <QApplication>
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -19,7 +20,7 @@ class EditorOnDisplay : public ProgramTest {};
 
 } // namespace
 
-TEST_F(EditorOnDisplay, AddASetWithALinkFromTheSetFinderAndAColumnTitle)
+TEST_F(EditorOnDisplay, AddASetWithALinkFromTheSetFinderAPictureAndAColumnTitle)
 {
     int rowsAfter = 0;
     robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdEdit[0]); });
@@ -44,6 +45,16 @@ TEST_F(EditorOnDisplay, AddASetWithALinkFromTheSetFinderAndAColumnTitle)
     robot.on<frmHotKey_Define>([&](frmHotKey_Define &key) {
         EXPECT_EQ(key.txtEdit[0]->text(), "Hot Drinks");
         EXPECT_EQ(key.txtEdit2_Tag, "2");
+        Robot::click(key.cmdBrowsePath);
+    });
+    robot.on<QFileDialog>([&](QFileDialog &files) {
+        EXPECT_EQ(files.directory().absolutePath(), dataPath() + "/pictures/HotKeys");
+        robot.shot(&files, "picture-file-dialog");
+        Robot::type("coffee.jpg");
+        Robot::key("Return");
+    });
+    robot.on<frmHotKey_Define>([&](frmHotKey_Define &key) {
+        EXPECT_EQ(key.txtEdit[3]->text(), "coffee.jpg");
         Robot::key("F10");
     });
     QPointer<frmHotKeys> editor;
@@ -79,7 +90,8 @@ TEST_F(EditorOnDisplay, AddASetWithALinkFromTheSetFinderAndAColumnTitle)
     const QByteArray set = readDataFile("HKSET13.SDF");
     EXPECT_TRUE(set.startsWith("[SET]Display Test\r\n")) << set.toStdString();
     EXPECT_TRUE(set.contains("[GROUP]2[CAPTION]Links")) << set.toStdString();
-    EXPECT_TRUE(set.contains("[BUTTON]1[CAPTION]Hot Drinks[ITEM][ICON][IDSELECT]No[LINKSET]2"))
+    EXPECT_TRUE(
+        set.contains("[BUTTON]1[CAPTION]Hot Drinks[ITEM][ICON]coffee.jpg[IDSELECT]No[LINKSET]2"))
         << set.toStdString();
 }
 
