@@ -4,8 +4,12 @@
 #include <QPrinterInfo>
 #include <QUrl>
 #include <QWidget>
+#include <QWindow>
 #include <cstdio>
 #include <cstdlib>
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
 
 namespace platform {
 
@@ -40,14 +44,31 @@ bool NativeShell::pingWindow(quintptr, int)
     return false;
 }
 
+// Changing a flag of a shown QWidget re-creates its window, which hides it and
+// ends the modal loop of a dialog. A shown window gets the flag on its native
+// window in place instead, and the widget only records it.
 void NativeShell::setTopMost(QWidget *window, bool onTop)
 {
     if (!window)
         return;
-    const bool visible = window->isVisible();
-    window->setWindowFlag(Qt::WindowStaysOnTopHint, onTop);
-    if (visible)
-        window->show(); // changing a window flag hides the window
+    window = window->window();
+    QWindow *handle = window->windowHandle();
+    if (!window->isVisible() || !handle) {
+        window->setWindowFlag(Qt::WindowStaysOnTopHint, onTop);
+        return;
+    }
+    Qt::WindowFlags flags = window->windowFlags();
+    flags.setFlag(Qt::WindowStaysOnTopHint, onTop);
+#ifdef Q_OS_WIN
+    window->overrideWindowFlags(flags);
+    SetWindowPos(reinterpret_cast<HWND>(window->winId()), onTop ? HWND_TOPMOST : HWND_NOTOPMOST, 0,
+                 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+#else
+    if (flags == window->windowFlags())
+        return;
+    window->overrideWindowFlags(flags);
+    handle->setFlags(flags);
+#endif
 }
 
 QString NativeShell::computerName()

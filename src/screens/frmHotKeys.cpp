@@ -136,6 +136,8 @@ void frmHotKeys::Form_Load()
     SetLoaded = true;
     if (const QScreen *screen = QGuiApplication::primaryScreen())
         resize(screen->availableGeometry().size());
+    // Maximized, the window manager keeps the frame on the screen with the form's bottom row.
+    setWindowState(Qt::WindowMaximized);
 }
 
 void frmHotKeys::gpHotKeys_populate(const QString &sHotKeySet)

@@ -141,6 +141,8 @@ void frmHotKeys_Trial::Form_Load()
     fgrdItems->setRow(0);
     if (const QScreen *screen = QGuiApplication::primaryScreen())
         resize(screen->availableGeometry().size());
+    // Maximized, the window manager keeps the frame on the screen with the form's bottom row.
+    setWindowState(Qt::WindowMaximized);
 }
 
 bool frmHotKeys_Trial::event(QEvent *e)

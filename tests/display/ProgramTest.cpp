@@ -1,0 +1,90 @@
+#include "display/ProgramTest.h"
+#include "database/ZelDBSM_MSDE.h"
+#include "platform/AppInfo.h"
+#include "platform/Instance.h"
+#include "shell/hkeyMain.h"
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QScreen>
+#include <QSettings>
+#include <QUuid>
+
+namespace display {
+
+void ProgramTest::SetUp()
+{
+    ASSERT_TRUE(temp.isValid());
+    for (const char *folder : {"settings", "drive-c", "app"}) QDir(temp.path()).mkpath(folder);
+    qputenv("HOTKEYS_DRIVE_C", temp.filePath("drive-c").toLocal8Bit());
+    qputenv("HK_DISPLAY_URLS", temp.filePath("urls.txt").toLocal8Bit());
+
+    QProcess seeder;
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert("XDG_CONFIG_HOME", temp.filePath("settings"));
+    env.insert("QT_QPA_PLATFORM", "offscreen");
+    seeder.setProcessEnvironment(env);
+    seeder.setProcessChannelMode(QProcess::MergedChannels);
+    seeder.start(HK_DEMO_SEED, {dataPath(), "--items", "300"});
+    ASSERT_TRUE(seeder.waitForFinished(30000));
+    ASSERT_EQ(seeder.exitCode(), 0) << seeder.readAll().toStdString();
+
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, temp.filePath("settings"));
+    platform::setApplicationFolder(temp.filePath("app"));
+    platform::Instance::setKey("display-" + QUuid::createUuid().toString(QUuid::Id128));
+    platform::ShellPort::install(&shell);
+}
+
+void ProgramTest::TearDown()
+{
+    robot.stop();
+    for (const QString &f : robot.failures) ADD_FAILURE() << f.toStdString();
+    platform::ShellPort::install(nullptr);
+    gpDBSM_Disconnect();
+    platform::setApplicationFolder(QString());
+}
+
+int ProgramTest::runProgram()
+{
+    robot.start();
+    int code = -1;
+    try {
+        Main();
+        ADD_FAILURE() << "the program returned instead of ending";
+    } catch (const ProgramEnd &end) {
+        code = end.code;
+    }
+    robot.stop();
+    return code;
+}
+
+QString ProgramTest::dataPath() const
+{
+    return temp.filePath("data");
+}
+
+QByteArray ProgramTest::readDataFile(const QString &name) const
+{
+    QFile f(QDir(dataPath()).filePath(name));
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+void ProgramTest::expectWhollyOnScreen(QWidget *form)
+{
+    const QRect place = Robot::placeOf(form);
+    const QRect screen = form->screen()->geometry();
+    EXPECT_TRUE(screen.contains(place))
+        << form->metaObject()->className() << " lies at " << place.x() << ',' << place.y() << ' '
+        << place.width() << " x " << place.height() << " on a screen of " << screen.width() << " x "
+        << screen.height();
+}
+
+QStringList ProgramTest::openedUrls() const
+{
+    QFile f(temp.filePath("urls.txt"));
+    if (!f.open(QIODevice::ReadOnly))
+        return {};
+    return QString::fromUtf8(f.readAll()).split('\n', Qt::SkipEmptyParts);
+}
+
+} // namespace display

@@ -1,0 +1,47 @@
+#pragma once
+#include "display/Robot.h"
+#include "platform/Shell.h"
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+#include <ostream>
+
+inline void PrintTo(const QString &s, std::ostream *os)
+{
+    *os << '"' << s.toStdString() << '"';
+}
+
+namespace display {
+
+struct ProgramEnd {
+    int code;
+};
+
+// The production shell, except that the end of the program comes back to the test.
+class ShellUntilEnd : public platform::NativeShell {
+public:
+    [[noreturn]] void exitProcess(int code) override { throw ProgramEnd{code}; }
+};
+
+// A store as the demo seeder makes it (linked sets with pictures, special and
+// coupon keys, an embedded database with inventory), in a folder of its own
+// with its own settings store, and the program started on it as a user starts it.
+class ProgramTest : public ::testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+
+    // Runs the program from its start until it ends; returns its exit code.
+    int runProgram();
+    QString dataPath() const;
+    QByteArray readDataFile(const QString &name) const;
+    // The whole form on the screen, its bottom row of buttons included.
+    static void expectWhollyOnScreen(QWidget *form);
+    // The addresses the program opened in a web browser.
+    QStringList openedUrls() const;
+
+    QTemporaryDir temp;
+    Robot robot;
+    ShellUntilEnd shell;
+};
+
+} // namespace display

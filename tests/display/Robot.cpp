@@ -1,0 +1,286 @@
+#include "display/Robot.h"
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QEventLoop>
+#include <QPixmap>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QScreen>
+#include <QSet>
+#include <QWindow>
+#include <gtest/gtest.h>
+
+namespace display {
+
+namespace {
+
+// Long enough for a loaded two-core machine; a window that needs longer is stuck.
+constexpr int kStepLimitMs = 15000;
+
+QString describe(QWidget *w)
+{
+    if (!w)
+        return "no modal window";
+    QString s = QString("%1 \"%2\"").arg(w->metaObject()->className(), w->windowTitle());
+    if (auto *box = qobject_cast<QMessageBox *>(w))
+        s += " saying \"" + box->text() + '"';
+    const QWindow *handle = w->windowHandle();
+    s += QString(" (visible %1, exposed %2, active %3)")
+             .arg(w->isVisible())
+             .arg(handle && handle->isExposed())
+             .arg(w->isActiveWindow());
+    return s;
+}
+
+bool isUp(QWidget *w)
+{
+    return w->isVisible() && w->windowHandle() && w->windowHandle()->isExposed() &&
+           w->isActiveWindow();
+}
+
+} // namespace
+
+Robot::Robot()
+{
+    m_timer.setInterval(25);
+    connect(&m_timer, &QTimer::timeout, this, [this] { poll(); });
+}
+
+void Robot::add(const QString &what, std::function<bool(QWidget *)> match,
+                std::function<void(QWidget *)> act)
+{
+    m_steps.push_back({what, std::move(match), {}, std::move(act)});
+}
+
+void Robot::answer(const QString &text, QMessageBox::StandardButton button)
+{
+    add(
+        "a box saying \"" + text + '"',
+        [text](QWidget *w) {
+            auto *box = qobject_cast<QMessageBox *>(w);
+            return box && box->text().contains(text);
+        },
+        [this, button](QWidget *w) {
+            auto *box = static_cast<QMessageBox *>(w);
+            boxTexts << box->text();
+            QAbstractButton *pressed = box->button(button);
+            if (!pressed)
+                return fail("the box \"" + box->text() + "\" has no such button");
+            click(pressed);
+        });
+}
+
+void Robot::until(const QString &what, std::function<bool()> condition, std::function<void()> act)
+{
+    m_steps.push_back({what, {}, std::move(condition), [act](QWidget *) { act(); }});
+}
+
+void Robot::start()
+{
+    m_waiting.start();
+    m_timer.start();
+}
+
+void Robot::stop()
+{
+    m_timer.stop();
+    for (const Step &s : m_steps) failures << "never reached: " + s.what;
+    m_steps.clear();
+    for (QWidget *w : QApplication::topLevelWidgets()) {
+        if (qobject_cast<QDialog *>(w) && w->isVisible()) {
+            failures << "left open: " + describe(w);
+            w->hide();
+        }
+    }
+}
+
+// Runs the next step once its window has been up for a whole tick, so that it
+// has had its paint; steps that open a modal form run on in its loop.
+void Robot::poll()
+{
+    if (m_quiet)
+        return;
+    QWidget *modal = QApplication::activeModalWidget();
+    if (m_failed) {
+        if (modal)
+            modal->hide();
+        return;
+    }
+    if (m_steps.empty()) {
+        if (modal && m_waiting.elapsed() > kStepLimitMs)
+            fail("left open after the last step: " + describe(modal));
+        return;
+    }
+    Step &next = m_steps.front();
+    const bool ready =
+        next.condition ? next.condition() : modal && isUp(modal) && next.match(modal);
+    if (!ready) {
+        m_seen = nullptr;
+        if (m_waiting.elapsed() > kStepLimitMs)
+            fail("waited " + QString::number(kStepLimitMs / 1000) + " s for " + next.what +
+                 "; up instead: " + describe(modal));
+        return;
+    }
+    if (!next.condition && m_seen != modal) {
+        m_seen = modal;
+        return;
+    }
+    Step step = std::move(next);
+    m_steps.pop_front();
+    m_seen = nullptr;
+    m_waiting.restart();
+    step.act(modal);
+}
+
+void Robot::fail(const QString &why)
+{
+    failures << why;
+    if (QScreen *screen = QGuiApplication::primaryScreen())
+        screen->grabWindow(0).save(
+            QDir(shotFolder())
+                .filePath(
+                    QString("failure-%1.png")
+                        .arg(::testing::UnitTest::GetInstance()->current_test_info()->name())));
+    m_failed = true;
+    m_steps.clear();
+}
+
+QString Robot::run(const QString &program, const QStringList &args)
+{
+    QProcess p;
+    p.start(program, args);
+    if (!p.waitForFinished(10000) || p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0)
+        ADD_FAILURE() << program.toStdString() << ' ' << args.join(' ').toStdString()
+                      << " failed: " << p.readAllStandardError().toStdString();
+    return QString::fromLocal8Bit(p.readAllStandardOutput());
+}
+
+void Robot::click(QWidget *widget)
+{
+    click(widget, widget->rect().center());
+}
+
+void Robot::click(QWidget *widget, QPoint at)
+{
+    at = widget->mapToGlobal(at);
+    run("xdotool",
+        {"mousemove", "--sync", QString::number(at.x()), QString::number(at.y()), "click", "1"});
+}
+
+void Robot::key(const QString &keys)
+{
+    run("xdotool", QStringList{"key", "--delay", "20"} + keys.split(' '));
+}
+
+void Robot::type(const QString &text)
+{
+    run("xdotool", {"type", "--delay", "20", text});
+}
+
+void Robot::settle(int ms)
+{
+    m_quiet = true;
+    QEventLoop loop;
+    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
+    loop.exec();
+    m_quiet = false;
+}
+
+QString Robot::shotFolder()
+{
+    const QString folder =
+        qEnvironmentVariable("HK_DISPLAY_SHOTS", QDir::temp().filePath("hk-display-shots"));
+    QDir().mkpath(folder);
+    return folder;
+}
+
+QImage Robot::shot(QWidget *window, const QString &name)
+{
+    return grab(window->screen(), placeOf(window), name);
+}
+
+// The window's inside as the X server places it. Qt's own idea of a window's
+// geometry has been seen to lag at 1 x 1 for a window already drawn.
+QRect Robot::placeOf(QWidget *window)
+{
+    const QString info = run("xwininfo", {"-id", QString::number(window->winId())});
+    auto field = [&info](const char *name) {
+        const QRegularExpression re(QString(name) + R"(:\s*(-?\d+))");
+        return re.match(info).captured(1).toInt();
+    };
+    return QRect(field("Absolute upper-left X"), field("Absolute upper-left Y"), field("Width"),
+                 field("Height"));
+}
+
+// Each window of the program is checked where it lies on the screen, so the
+// desktop around them does not count.
+QImage Robot::screenShot(const QString &name)
+{
+    settle();
+    QScreen *screen = QGuiApplication::primaryScreen();
+    const QImage image = screen->grabWindow(0).toImage();
+    image.save(QDir(shotFolder()).filePath(name + ".png"));
+    for (QWidget *w : QApplication::topLevelWidgets()) {
+        if (!w->isVisible())
+            continue;
+        const QRect area = placeOf(w) & screen->geometry();
+        if (area.isEmpty())
+            continue;
+        const QString blank = blankReason(image.copy(area));
+        if (!blank.isEmpty())
+            failures << QString("%1: %2 \"%3\" looks blank: %4; it lies at %5,%6 %7 x %8")
+                            .arg(name, w->metaObject()->className(), w->windowTitle(), blank)
+                            .arg(area.x())
+                            .arg(area.y())
+                            .arg(area.width())
+                            .arg(area.height());
+    }
+    return image;
+}
+
+QImage Robot::grab(QScreen *screen, QRect area, const QString &name)
+{
+    settle();
+    area &= screen->geometry();
+    const QImage image =
+        screen->grabWindow(0, area.x(), area.y(), area.width(), area.height()).toImage();
+    image.save(QDir(shotFolder()).filePath(name + ".png"));
+    const QString blank = blankReason(image);
+    if (!blank.isEmpty())
+        failures << QString("%1 looks blank: %2; the area at %3,%4 %5 x %6")
+                        .arg(name, blank)
+                        .arg(area.x())
+                        .arg(area.y())
+                        .arg(area.width())
+                        .arg(area.height());
+    return image;
+}
+
+QString blankReason(const QImage &grab)
+{
+    if (grab.isNull() || grab.width() < 8 || grab.height() < 8)
+        return QString("nothing was grabbed (%1 x %2)").arg(grab.width()).arg(grab.height());
+    const QImage image = grab.convertToFormat(QImage::Format_RGB32);
+    QSet<QRgb> colours;
+    qint64 black = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb c = line[x] & 0xFFFFFF;
+            if (colours.size() < 64)
+                colours.insert(c);
+            if (qRed(c) < 16 && qGreen(c) < 16 && qBlue(c) < 16)
+                ++black;
+        }
+    }
+    const qint64 all = qint64(image.width()) * image.height();
+    if (colours.size() < 8)
+        return QString("only %1 colours").arg(colours.size());
+    if (black * 4 > all)
+        return QString("%1% of it is black").arg(black * 100 / all);
+    return {};
+}
+
+} // namespace display

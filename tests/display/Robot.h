@@ -1,0 +1,89 @@
+#pragma once
+#include <QElapsedTimer>
+#include <QImage>
+#include <QMessageBox>
+#include <QObject>
+#include <QPointer>
+#include <QRect>
+#include <QStringList>
+#include <QTimer>
+#include <deque>
+#include <functional>
+
+class QScreen;
+
+namespace display {
+
+// Works the program as a user at the display does. Each step waits until the
+// window it needs is the active modal window, shown, exposed and painted, then
+// acts on it with real input through the X server and returns; the program's
+// own modal loops carry on from there. A step that waits longer than the limit
+// fails the test and closes every dialog, so the program ends instead of hanging.
+class Robot : public QObject {
+public:
+    Robot();
+
+    // When a form of class Form is the active modal window.
+    template <class Form, class Act> void on(Act act)
+    {
+        add(
+            Form::staticMetaObject.className(),
+            [](QWidget *w) { return qobject_cast<Form *>(w) != nullptr; },
+            [act](QWidget *w) { act(*static_cast<Form *>(w)); });
+    }
+    // Presses `button` on the box whose text holds `text`.
+    void answer(const QString &text, QMessageBox::StandardButton button);
+    // When a condition holds, whatever window is up.
+    void until(
+        const QString &what, std::function<bool()> condition, std::function<void()> act = [] {});
+
+    void start();
+    // Stops; steps never reached and windows left open are failures.
+    void stop();
+    QStringList failures;
+    QStringList boxTexts; // every box answered, in order
+
+    // Real input through the X server.
+    static void click(QWidget *widget);
+    static void click(QWidget *widget, QPoint at);
+    static void key(const QString &keys); // key names as xdotool knows them: "F10", "Escape"
+    static void type(const QString &text);
+    static QString run(const QString &program, const QStringList &args);
+
+    // The window's inside as the screen shows it, saved as NAME.png (names are
+    // unique across the tests). A grab that looks blank (a few colours, or a
+    // quarter of it black) fails the test.
+    QImage shot(QWidget *window, const QString &name);
+    // The window's inside where the X server places it.
+    static QRect placeOf(QWidget *window);
+    // The whole screen, with every window of the program on it checked so.
+    QImage screenShot(const QString &name);
+    // Lets the program paint and settle without running a step.
+    void settle(int ms = 150);
+    static QString shotFolder();
+
+private:
+    struct Step {
+        QString what;
+        std::function<bool(QWidget *)> match;
+        std::function<bool()> condition;
+        std::function<void(QWidget *)> act;
+    };
+    void add(const QString &what, std::function<bool(QWidget *)> match,
+             std::function<void(QWidget *)> act);
+    void poll();
+    void fail(const QString &why);
+    QImage grab(QScreen *screen, QRect area, const QString &name);
+
+    QTimer m_timer;
+    QElapsedTimer m_waiting;
+    std::deque<Step> m_steps;
+    QPointer<QWidget> m_seen;
+    bool m_quiet = false;
+    bool m_failed = false;
+};
+
+// Why a grab looks blank, or empty when it shows a drawn window.
+QString blankReason(const QImage &image);
+
+} // namespace display

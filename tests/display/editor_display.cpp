@@ -1,0 +1,135 @@
+#include "display/ProgramTest.h"
+#include "lookup/frm_Lookup.h"
+#include "platform/MSFlexGrid.h"
+#include "screens/frmButtonSet_Find.h"
+#include "screens/frmHotKey_Define.h"
+#include "screens/frmHotKeys.h"
+#include "screens/posButtons.h"
+#include "shell/frmMain.h"
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+
+using namespace display;
+
+namespace {
+
+class EditorOnDisplay : public ProgramTest {};
+
+} // namespace
+
+TEST_F(EditorOnDisplay, AddASetWithALinkFromTheSetFinderAPictureAndAColumnTitle)
+{
+    int rowsAfter = 0;
+    robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdEdit[0]); });
+    robot.on<frmHotKeys>([&](frmHotKeys &editor) {
+        EXPECT_EQ(editor.txtButtonSet->text(), "New Set 13");
+        expectWhollyOnScreen(&editor);
+        robot.shot(&editor, "editor-new-set");
+        Robot::click(editor.txtButtonSet);
+        Robot::key("ctrl+a");
+        Robot::type("Display Test");
+        Robot::click(editor.cmdHkGroup[2][0]);
+    });
+    robot.on<frmHotKey_Define>([&](frmHotKey_Define &key) {
+        robot.shot(&key, "key-dialog");
+        Robot::key("F4");
+    });
+    robot.on<frmButtonSet_Find>([&](frmButtonSet_Find &finder) {
+        EXPECT_EQ(finder.lstItems->count(), 12);
+        robot.shot(&finder, "set-finder");
+        Robot::key("Down F10"); // the second set, Hot Drinks
+    });
+    robot.on<frmHotKey_Define>([&](frmHotKey_Define &key) {
+        EXPECT_EQ(key.txtEdit[0]->text(), "Hot Drinks");
+        EXPECT_EQ(key.txtEdit2_Tag, "2");
+        Robot::click(key.cmdBrowsePath);
+    });
+    robot.on<QFileDialog>([&](QFileDialog &files) {
+        EXPECT_EQ(files.directory().absolutePath(), dataPath() + "/pictures/HotKeys");
+        robot.shot(&files, "picture-file-dialog");
+        Robot::type("coffee.jpg");
+        Robot::key("Return");
+    });
+    robot.on<frmHotKey_Define>([&](frmHotKey_Define &key) {
+        EXPECT_EQ(key.txtEdit[3]->text(), "coffee.jpg");
+        Robot::key("F10");
+    });
+    QPointer<frmHotKeys> editor;
+    robot.on<frmHotKeys>([&](frmHotKeys &form) {
+        editor = &form;
+        EXPECT_EQ(form.cmdHkGroup[2][0]->caption(), "Hot Drinks");
+        Robot::click(form.cmdEdit_Group[2]);
+    });
+    robot.until(
+        "the column title panel", [&] { return editor->fraGroupEdit->isVisible(); },
+        [&] {
+            Robot::key("ctrl+a");
+            Robot::type("Links");
+        });
+    robot.until(
+        "the typed column title", [&] { return editor->txtEdit->text() == "Links"; },
+        [&] { Robot::click(editor->cmdGroup_OkCancel[0]); });
+    robot.until(
+        "the column title on the editor",
+        [&] { return editor->cmdEdit_Group[2]->caption() == "Links"; },
+        [&] {
+            robot.shot(editor, "editor-filled");
+            Robot::click(editor->cmdOkCancel[0]);
+        });
+    robot.on<frmMain>([&](frmMain &main) {
+        rowsAfter = main.fgrdItems->Rows();
+        EXPECT_EQ(main.fgrdItems->TextMatrix(13, 1), "Display Test");
+        EXPECT_EQ(main.fgrdItems->TextMatrix(13, 3), "Links");
+        Robot::key("Escape");
+    });
+    EXPECT_EQ(runProgram(), 0);
+    EXPECT_EQ(rowsAfter, 14);
+    const QByteArray set = readDataFile("HKSET13.SDF");
+    EXPECT_TRUE(set.startsWith("[SET]Display Test\r\n")) << set.toStdString();
+    EXPECT_TRUE(set.contains("[GROUP]2[CAPTION]Links")) << set.toStdString();
+    EXPECT_TRUE(
+        set.contains("[BUTTON]1[CAPTION]Hot Drinks[ITEM][ICON]coffee.jpg[IDSELECT]No[LINKSET]2"))
+        << set.toStdString();
+}
+
+TEST_F(EditorOnDisplay, ChangeASetWithAnItemFromTheLookup)
+{
+    robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdEdit[1]); });
+    robot.on<frmHotKeys>([&](frmHotKeys &editor) {
+        EXPECT_EQ(editor.txtButtonSet->text(), "Main Menu");
+        Robot::click(editor.cmdHkGroup[3][2]);
+    });
+    robot.on<frmHotKey_Define>([&](frmHotKey_Define &) { Robot::key("F3"); });
+    robot.on<frm_Lookup>([&](frm_Lookup &lookup) {
+        robot.shot(&lookup, "item-lookup");
+        Robot::type("COFFEE S");
+    });
+    robot.until(
+        "the lookup on Coffee Small",
+        [&] {
+            auto *lookup = qobject_cast<frm_Lookup *>(QApplication::activeModalWidget());
+            return lookup &&
+                   lookup->fgrdItems->TextMatrix(lookup->fgrdItems->Row(), 0) == "COFFEE SMALL";
+        },
+        [&] { Robot::key("F10"); });
+    robot.on<frmHotKey_Define>([&](frmHotKey_Define &key) {
+        EXPECT_EQ(key.txtEdit[1]->text(), "0001234.5");
+        EXPECT_EQ(key.txtEdit[0]->text(), "COFFEE SMALL");
+        robot.shot(&key, "key-dialog-item");
+        Robot::key("F10");
+    });
+    robot.on<frmHotKeys>([&](frmHotKeys &editor) {
+        EXPECT_EQ(editor.cmdHkGroup[3][2]->caption(), "COFFEE SMALL");
+        Robot::key("F10");
+    });
+    robot.on<frmMain>([&](frmMain &) { Robot::key("Escape"); });
+    EXPECT_EQ(runProgram(), 0);
+    EXPECT_TRUE(readDataFile("HKSET01.SDF")
+                    .contains("[GROUP]3[CAPTION]Treats[COLOR]MAGENTA\r\n[BUTTON]1[CAPTION]Ice "
+                              "Cream"));
+    EXPECT_TRUE(readDataFile("HKSET01.SDF")
+                    .contains("[BUTTON]3[CAPTION]COFFEE SMALL[ITEM]0001234.5[ICON][IDSELECT]No"));
+}
