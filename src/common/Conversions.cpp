@@ -20,11 +20,12 @@ QString withoutBlanks(const QString &text)
     return s;
 }
 
-double radixDigits(const QString &s, int from, int radix)
+double radixDigits(const QString &s, qsizetype from, int radix)
 {
-    qint64 v = 0;
-    int digits = 0;
-    for (int i = from; i < s.size() && digits < 16; ++i) {
+    // A literal too long for 32 bits keeps its low 32 bits, as a register would.
+    quint32 v = 0;
+    qsizetype digits = 0;
+    for (qsizetype i = from; i < s.size(); ++i) {
         const int d = QStringLiteral("0123456789ABCDEF").indexOf(s[i].toUpper());
         if (d < 0 || d >= radix)
             break;
@@ -34,7 +35,7 @@ double radixDigits(const QString &s, int from, int radix)
     // Short literals are 16-bit and longer ones 32-bit, with the sign bit as the platform has it.
     if (v <= 0xFFFF && digits <= (radix == 16 ? 4 : 6))
         return static_cast<qint16>(static_cast<quint16>(v));
-    return static_cast<qint32>(static_cast<quint32>(v));
+    return static_cast<qint32>(v);
 }
 
 // "&H1F", "&O17" or "&17", blanks already gone.

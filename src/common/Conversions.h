@@ -6,7 +6,8 @@
 namespace conv {
 
 // The leading number of a text: blanks, tabs and line feeds are ignored anywhere
-// inside it ("1 2" is 12), "&H" and "&O" prefixes give hexadecimal and octal,
+// inside it ("1 2" is 12), "&H" and "&O" prefixes give hexadecimal and octal
+// (a signed 16-bit value up to four hex digits, else the low 32 bits, signed),
 // anything after the number is ignored, and a text without a number is 0.
 double Val(const QString &text);
 

@@ -29,6 +29,18 @@ TEST(Val, ReadsHexadecimalAndOctalWithTheirSign)
     EXPECT_EQ(Val("&HZZ"), 0);
 }
 
+TEST(Val, KeepsTheLow32BitsOfALongLiteral)
+{
+    EXPECT_EQ(Val("&HFFFFFFFF"), -1);
+    EXPECT_EQ(Val("&H80000000"), -2147483648.0);
+    EXPECT_EQ(Val("&H123456789"), 0x23456789);
+    EXPECT_EQ(Val("&HFFFFFFFFFFFFFFFF"), -1);
+    EXPECT_EQ(Val("&H8000000000000000"), 0);
+    EXPECT_EQ(Val("&H1000000000000000000000001"), 1);
+    EXPECT_EQ(Val("&O37777777777"), -1);
+    EXPECT_EQ(Val("&O400000000001"), 1);
+}
+
 TEST(CInt, RoundsHalfToEvenAndRefusesValuesOutOfRange)
 {
     EXPECT_EQ(CInt(2.5), 2);
