@@ -131,6 +131,8 @@ std::optional<qint16> CInt(double value)
 
 QString Format(double value, const QString &mask)
 {
+    if (!std::isfinite(value))
+        return QString();
     const int point = mask.indexOf('.');
     const QString intPart = point < 0 ? mask : mask.left(point);
     const int decimals = point < 0 ? 0 : mask.size() - point - 1;
@@ -140,7 +142,10 @@ QString Format(double value, const QString &mask)
     // Half away from zero on the decimal value, as the runtime's formatter does.
     const double scale = std::pow(10.0, decimals);
     const double scaled = std::round(std::fabs(value) * scale * (1 + 1e-13));
-    const QString digits = QString::number(scaled, 'f', 0);
+    // A value too large to scale has no fraction to round.
+    const QString digits = std::isfinite(scaled)
+                               ? QString::number(scaled, 'f', 0)
+                               : QString::number(std::fabs(value), 'f', decimals).remove('.');
     QString whole = digits.size() > decimals ? digits.left(digits.size() - decimals) : QString();
     QString fraction = digits.right(decimals).rightJustified(decimals, '0');
     if (whole == "0")

@@ -15,6 +15,7 @@ double Val(const QString &text);
 std::optional<qint16> CInt(double value);
 
 // The masks the suite uses: "#0#", "#.00", "##.00" on numbers, "@@@" on text.
+// A number every digit of, however large; nothing for infinity or not-a-number.
 QString Format(double value, const QString &mask);
 QString FormatText(const QString &text, const QString &mask);
 

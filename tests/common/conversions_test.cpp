@@ -72,6 +72,16 @@ TEST(Format, MasksOfTheSuite)
     EXPECT_EQ(BoolText(false), "False");
 }
 
+TEST(Format, ShowsEveryDigitOfAHugeNumberAndNothingOfInfinity)
+{
+    const QString huge = Format(-1.5e308, "##.00");
+    EXPECT_EQ(huge.size(), 1 + 309 + 3);
+    EXPECT_TRUE(huge.startsWith("-1500000000000000") && huge.endsWith(".00")) << huge.toStdString();
+    EXPECT_EQ(Format(1e300, "#0#").size(), 301);
+    EXPECT_EQ(Format(qInf(), "#.00"), "");
+    EXPECT_EQ(Format(qQNaN(), "#0#"), "");
+}
+
 TEST(Trim, RemovesBlanksOnlyAndAboveBlankComparesBinary)
 {
     EXPECT_EQ(Trim("  a b  "), "a b");

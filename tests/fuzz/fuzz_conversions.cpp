@@ -6,6 +6,7 @@
 #include "common/TextFile.h"
 #include "common/sm_Text.h"
 #include "common/zelFormats.h"
+#include <QRegularExpression>
 #include <cmath>
 #include <cstring>
 
@@ -13,13 +14,24 @@ namespace {
 
 const char *const kMasks[] = {"#0#", "#.00", "##.00"};
 
+// A number in a mask is digits, one point at most and a leading minus, whatever its size.
+void format(double value)
+{
+    static const QRegularExpression number("^-?[0-9]*(\\.[0-9]+)?$");
+    for (const char *mask : kMasks) {
+        const QString text = conv::Format(value, mask);
+        if (std::isfinite(value) && !number.match(text).hasMatch())
+            fuzzing::fail("a number that its mask does not show", text);
+    }
+}
+
 void convert(const QString &text)
 {
     const double v = conv::Val(text);
     if (!std::isfinite(v))
         fuzzing::fail("a numeric value that is not finite", text);
     conv::CInt(v);
-    for (const char *mask : kMasks) conv::Format(v, mask);
+    format(v);
     conv::FormatText(text, "@@@");
     conv::CBool(text);
     conv::Trim(text);
@@ -60,7 +72,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
         double raw;
         std::memcpy(&raw, data, sizeof raw);
         conv::CInt(raw);
-        for (const char *mask : kMasks) conv::Format(raw, mask);
+        format(raw);
     }
     return 0;
 }
