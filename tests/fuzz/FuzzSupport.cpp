@@ -15,20 +15,28 @@ namespace {
 class SilentDialogs : public platform::Dialogs {
 public:
     int shown = 0;
-    int msgBox(const QString &, int, const QString &) override { return ++shown, platform::vbOK; }
-    QString inputBox(const QString &, const QString &, const QString &) override
+    int msgBox(const QString &, int, const QString &) override
     {
-        return ++shown, QString();
+        ++shown;
+        return platform::vbOK;
     }
+    QString inputBox(const QString &, const QString &, const QString &) override { return none(); }
     QString openFileName(const QString &, const QString &, const QString &) override
     {
-        return ++shown, QString();
+        return none();
     }
     QString saveFileName(const QString &, const QString &, const QString &) override
     {
-        return ++shown, QString();
+        return none();
     }
-    QString folderName(const QString &, const QString &) override { return ++shown, QString(); }
+    QString folderName(const QString &, const QString &) override { return none(); }
+
+private:
+    QString none()
+    {
+        ++shown;
+        return QString();
+    }
 };
 
 SilentDialogs &dialogs()
