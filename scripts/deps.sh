@@ -1,7 +1,8 @@
 # Sourced by the set-up scripts: installs the Debian packages that are missing.
 hk_packages=(cmake g++ make libgtest-dev qt6-base-dev libqt6sql6-sqlite libqt6sql6-psql
   libqt6sql6-odbc libsqlite3-dev libcurl4-openssl-dev tdsodbc fonts-dejavu-core
-  postgresql-15 python3-aiosmtpd poppler-utils xvfb xauth openbox x11-utils xdotool)
+  postgresql-15 python3-aiosmtpd poppler-utils xvfb xauth openbox x11-utils xdotool clang
+  libclang-rt-14-dev)
 
 hk_install_missing() {
   local missing=()
@@ -16,10 +17,14 @@ hk_install_missing() {
   DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"
 }
 
-hk_build() {
+hk_configure() {
   local dir="$1"
   local launcher=()
   command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
   cmake -S "$hk_root" -B "$dir" -DCMAKE_BUILD_TYPE=RelWithDebInfo "${launcher[@]}" "${@:2}" >/dev/null
-  cmake --build "$dir" -j2
+}
+
+hk_build() {
+  hk_configure "$@"
+  cmake --build "$1" -j2
 }

@@ -20,11 +20,12 @@ QString withoutBlanks(const QString &text)
     return s;
 }
 
-double radixDigits(const QString &s, int from, int radix)
+double radixDigits(const QString &s, qsizetype from, int radix)
 {
-    qint64 v = 0;
-    int digits = 0;
-    for (int i = from; i < s.size() && digits < 16; ++i) {
+    // A literal too long for 32 bits keeps its low 32 bits, as a register would.
+    quint32 v = 0;
+    qsizetype digits = 0;
+    for (qsizetype i = from; i < s.size(); ++i) {
         const int d = QStringLiteral("0123456789ABCDEF").indexOf(s[i].toUpper());
         if (d < 0 || d >= radix)
             break;
@@ -34,7 +35,7 @@ double radixDigits(const QString &s, int from, int radix)
     // Short literals are 16-bit and longer ones 32-bit, with the sign bit as the platform has it.
     if (v <= 0xFFFF && digits <= (radix == 16 ? 4 : 6))
         return static_cast<qint16>(static_cast<quint16>(v));
-    return static_cast<qint32>(static_cast<quint32>(v));
+    return static_cast<qint32>(v);
 }
 
 // "&H1F", "&O17" or "&17", blanks already gone.
@@ -130,6 +131,8 @@ std::optional<qint16> CInt(double value)
 
 QString Format(double value, const QString &mask)
 {
+    if (!std::isfinite(value))
+        return QString();
     const int point = mask.indexOf('.');
     const QString intPart = point < 0 ? mask : mask.left(point);
     const int decimals = point < 0 ? 0 : mask.size() - point - 1;
@@ -139,7 +142,10 @@ QString Format(double value, const QString &mask)
     // Half away from zero on the decimal value, as the runtime's formatter does.
     const double scale = std::pow(10.0, decimals);
     const double scaled = std::round(std::fabs(value) * scale * (1 + 1e-13));
-    const QString digits = QString::number(scaled, 'f', 0);
+    // A value too large to scale has no fraction to round.
+    const QString digits = std::isfinite(scaled)
+                               ? QString::number(scaled, 'f', 0)
+                               : QString::number(std::fabs(value), 'f', decimals).remove('.');
     QString whole = digits.size() > decimals ? digits.left(digits.size() - decimals) : QString();
     QString fraction = digits.right(decimals).rightJustified(decimals, '0');
     if (whole == "0")

@@ -6,7 +6,8 @@
 namespace conv {
 
 // The leading number of a text: blanks, tabs and line feeds are ignored anywhere
-// inside it ("1 2" is 12), "&H" and "&O" prefixes give hexadecimal and octal,
+// inside it ("1 2" is 12), "&H" and "&O" prefixes give hexadecimal and octal
+// (a signed 16-bit value up to four hex digits, else the low 32 bits, signed),
 // anything after the number is ignored, and a text without a number is 0.
 double Val(const QString &text);
 
@@ -14,6 +15,7 @@ double Val(const QString &text);
 std::optional<qint16> CInt(double value);
 
 // The masks the suite uses: "#0#", "#.00", "##.00" on numbers, "@@@" on text.
+// A number every digit of, however large; nothing for infinity or not-a-number.
 QString Format(double value, const QString &mask);
 QString FormatText(const QString &text, const QString &mask);
 

@@ -29,6 +29,18 @@ TEST(Val, ReadsHexadecimalAndOctalWithTheirSign)
     EXPECT_EQ(Val("&HZZ"), 0);
 }
 
+TEST(Val, KeepsTheLow32BitsOfALongLiteral)
+{
+    EXPECT_EQ(Val("&HFFFFFFFF"), -1);
+    EXPECT_EQ(Val("&H80000000"), -2147483648.0);
+    EXPECT_EQ(Val("&H123456789"), 0x23456789);
+    EXPECT_EQ(Val("&HFFFFFFFFFFFFFFFF"), -1);
+    EXPECT_EQ(Val("&H8000000000000000"), 0);
+    EXPECT_EQ(Val("&H1000000000000000000000001"), 1);
+    EXPECT_EQ(Val("&O37777777777"), -1);
+    EXPECT_EQ(Val("&O400000000001"), 1);
+}
+
 TEST(CInt, RoundsHalfToEvenAndRefusesValuesOutOfRange)
 {
     EXPECT_EQ(CInt(2.5), 2);
@@ -58,6 +70,16 @@ TEST(Format, MasksOfTheSuite)
     EXPECT_EQ(FormatText("1000", "@@@"), "1000");
     EXPECT_EQ(BoolText(true), "True");
     EXPECT_EQ(BoolText(false), "False");
+}
+
+TEST(Format, ShowsEveryDigitOfAHugeNumberAndNothingOfInfinity)
+{
+    const QString huge = Format(-1.5e308, "##.00");
+    EXPECT_EQ(huge.size(), 1 + 309 + 3);
+    EXPECT_TRUE(huge.startsWith("-1500000000000000") && huge.endsWith(".00")) << huge.toStdString();
+    EXPECT_EQ(Format(1e300, "#0#").size(), 301);
+    EXPECT_EQ(Format(qInf(), "#.00"), "");
+    EXPECT_EQ(Format(qQNaN(), "#0#"), "");
 }
 
 TEST(Trim, RemovesBlanksOnlyAndAboveBlankComparesBinary)

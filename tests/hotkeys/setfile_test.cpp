@@ -167,7 +167,8 @@ TEST_F(HkTest, MissingFileIsReportedOncePerReadAndLeavesTheRecord)
 
 TEST_F(HkTest, BadInputNeitherCrashesNorCorruptsTheRecord)
 {
-    QByteArray junk = QByteArray("[SET]Junk\xff\x80\x00title\n", 20) +
+    static constexpr char title[] = "[SET]Junk\xff\x80\x00title\n";
+    QByteArray junk = QByteArray(title, sizeof title - 1) +
                       "[GROUP]9[CAPTION]Nine\r"
                       "[BUTTON]1[CAPTION]After bad group\r"
                       "[GROUP]3[CAPTION]Three\n"

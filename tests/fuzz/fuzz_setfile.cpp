@@ -1,0 +1,44 @@
+// Any bytes as a set file. The reader must not crash, and what it read must
+// survive writes and reads: once the colours have settled (a first write keeps
+// "*Default", which reads as silver), a write gives the bytes it read.
+#include "FuzzSupport.h"
+#include "hotkeys/hkeyServices.h"
+
+namespace {
+
+QByteArray readAndWrite()
+{
+    gpHotKeySet_clear();
+    const QString title = gfsHotKeySet_read("1");
+    if (fuzzing::takeBoxes() != 0)
+        fuzzing::fail("a box while reading a set that is there");
+    if (!gpHotKeySet_write("01", title))
+        fuzzing::fail("the set read could not be written");
+    return fuzzing::readDataFile("HKSET01.SDF");
+}
+
+// The first line in which two files differ, for the report.
+QString firstDifference(const QByteArray &a, const QByteArray &b)
+{
+    const QList<QByteArray> la = a.split('\n'), lb = b.split('\n');
+    for (qsizetype i = 0; i < std::min(la.size(), lb.size()); ++i) {
+        if (la[i] != lb[i])
+            return QString::fromLatin1(la[i].toPercentEncoding(" []") + " / " +
+                                       lb[i].toPercentEncoding(" []"));
+    }
+    return "line count";
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    fuzzing::writeDataFile("HKSET01.SDF", fuzzing::bytesOf(data, size));
+    gfsHotKeySet_label("1");
+    readAndWrite();
+    const QByteArray settled = readAndWrite();
+    const QByteArray again = readAndWrite();
+    if (settled != again)
+        fuzzing::fail("a written set reads back differently", firstDifference(settled, again));
+    return 0;
+}
