@@ -153,6 +153,7 @@ void frmHotKey_Define::mpFindItem()
     if (code.isEmpty())
         return;
     gInventoryRecord.setText("SL", gfsSL_toStored(code));
+    const DbAction action; // a locked or damaged database is told once for the pick
     QString sql;
     if (gfbDBSM_Record(1, opEqual, 1, false, false, sql)) {
         if (Option1[0]->isChecked()) {

@@ -268,6 +268,7 @@ void frmHotKeys_Trial::AddItemToList(const QString &item, const QString &idSelec
     }
     bool found = false;
     if (!counted) {
+        const DbAction action; // one box and one bounded wait per key press
         QString sql;
         if (idSelect == "No") {
             gInventoryRecord.setText("SL", gfsSL_toStored(gfsSL_normalize(item)));

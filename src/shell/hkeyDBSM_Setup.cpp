@@ -20,6 +20,7 @@ bool gfbDBSM_Setup()
     gpDBSM_RegisterTables();
     if (!gfbDBSM_Connect())
         return false;
+    const DbAction action; // a locked or damaged database is told once at start
     gpCommon_Register(0, dataPath, 0, QString());
     int store = 0;
     if (gfbDBSM_OpenTable(0, false)) {

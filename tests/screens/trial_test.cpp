@@ -91,6 +91,23 @@ TEST_F(TrialTest, KeysRingItemsUpAndFollowLinks)
     EXPECT_TRUE(t->isHidden());
 }
 
+TEST_F(TrialTest, AKeyPressedWhileAnotherStationHoldsTheDatabaseGivesOneBox)
+{
+    writeSet(1, "Main", {"Coffee|0001234.5|No|"});
+    auto t = open(1, "HKSET01.SDF");
+    auto station = lockAsAnotherStation();
+    QTest::keyClick(t.get(), Qt::Key_1);
+    EXPECT_TRUE(sale(*t).isEmpty());
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].text, testing_support::kBusyBox);
+    release(*station);
+    QTest::keyClick(t.get(), Qt::Key_1);
+    EXPECT_EQ(sale(*t), QStringList({"1 COFFEE SMALL"})) << "the next press reads again";
+    EXPECT_TRUE(boxes().isEmpty());
+    QTest::keyClick(t.get(), Qt::Key_Escape);
+}
+
 TEST_F(TrialTest, LettersFollowTheirPlacesAndLowerCaseWorks)
 {
     QByteArray text = "[SET]Letters\r\n";
