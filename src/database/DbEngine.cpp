@@ -7,6 +7,7 @@
 #include <QSqlQuery>
 #include <QUuid>
 #include <cctype>
+#include <set>
 #include <sqlite3.h>
 
 QString sqlOutsideLiterals(const QString &statement,
@@ -445,6 +446,14 @@ const ServerNumber kServerFailures[] = {
     {18456, DbFault::None},  // login failed
 };
 
+// A link to the server that dropped, as the platform's own driver numbers it: the socket
+// numbers and the network library's.
+bool isNetworkNumber(int native)
+{
+    static const std::set<int> network{2, 11, 17, 53, 64, 233, 121, 1231};
+    return (native >= 10000 && native < 12000) || network.count(native) > 0;
+}
+
 // ODBC names every driver and component in brackets before a message.
 QString withoutComponents(const QString &text)
 {
@@ -465,7 +474,7 @@ DbError SqlServerEngine::errorOf(const QSqlError &error) const
     // The server refused the statement: what the provider reported as errors in
     // the command. No number of the server, or one of the driver's own (FreeTDS
     // numbers them from 20000), is a failure of the connection.
-    if (!ok || native <= 0 || (native >= 20000 && native < 20100) ||
+    if (!ok || native <= 0 || (native >= 20000 && native < 20100) || isNetworkNumber(native) ||
         error.type() == QSqlError::ConnectionError)
         e.number = kErrProvider;
     for (const ServerNumber &failure : kServerFailures) {

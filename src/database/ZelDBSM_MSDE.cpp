@@ -346,7 +346,9 @@ void mpDBSM_Fault(const QString &statement, const DbError &e)
     appendLine(path, exe + " [EXE FAIL]" + QString::number(e.number) + " Description: " + e.text +
                          " Source: " + e.source);
     appendLine(path, statement);
-    if (a.depth == 0) {
+    // Only a failure of the database itself ends the action: a refused statement is told on
+    // its own and the statements after it still run.
+    if (a.depth == 0 || e.number != kErrProvider) {
         tellUser(e);
         return;
     }

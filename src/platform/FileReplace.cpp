@@ -183,8 +183,14 @@ int writeNew(const QString &temp, const QByteArray &bytes, const QString &path)
 
 int moveOver(const QString &temp, const QString &path)
 {
-    if (::rename(QFile::encodeName(temp).constData(), QFile::encodeName(path).constData()) != 0)
-        return errno;
+    // A network share answers "busy" while a station has the file open; that passes in a moment.
+    for (int attempt = 0;
+         ::rename(QFile::encodeName(temp).constData(), QFile::encodeName(path).constData()) != 0;
+         ++attempt) {
+        if (errno != EBUSY || attempt == 20)
+            return errno;
+        ::usleep(50000);
+    }
     // The new name must reach the disk too; a folder that cannot be synced still holds it.
     const int dir = ::open(QFile::encodeName(QFileInfo(path).absolutePath()).constData(),
                            O_RDONLY | O_DIRECTORY | O_CLOEXEC);

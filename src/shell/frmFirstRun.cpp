@@ -191,7 +191,7 @@ bool frmFirstRun::mpServer_accept()
 {
     const DBSM_Settings settings{cboEngine->currentData().toString(), txtDatabase->text().trimmed(),
                                  txtServer->text().trimmed(), txtUser->text().trimmed(),
-                                 txtPassword->text()};
+                                 txtPassword->text().trimmed()}; // the start trims it too
     if (settings.sServer.isEmpty()) {
         mpRefuse(txtServer, "Type the name of the store's database server, as machine\\instance "
                             "(for example STOREPC\\ZEL).");

@@ -249,8 +249,10 @@ void frmMain::cmdEdit_Click(int Index)
 
 void frmMain::cmdTrial_Click()
 {
-    frmHotKeys_Trial trial(this);
     const int row = fgrdItems->Row();
+    if (!mpRowIsSet(row, "Nothing was opened."))
+        return;
+    frmHotKeys_Trial trial(this);
     trial.currentSet = static_cast<qint16>(row);
     trial.msfileName = "HKSET" + fgrdItems->TextMatrix(row, 0) + ".SDF";
     trial.Form_Load();

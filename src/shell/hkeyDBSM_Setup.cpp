@@ -105,6 +105,13 @@ QString gfsDBSM_OwnFile()
     return QDir(gDataPath.DataPath()).filePath(QString(kOwnDatabase) + ".db");
 }
 
+bool gfbDBSM_OwnUnfinished()
+{
+    const DBSM_Settings settings = gfDBSM_Settings();
+    return settings.sEngine == embeddedDbEngine().setting && settings.sDBName == kOwnDatabase &&
+           !gTables.empty() && gTables[0].bOpen && !gfbDBSM_HasRows(0);
+}
+
 OwnDatabase gfDBSM_CreateOwn(int iStore, const QString &sName, QString &sMessage)
 {
     const QString file = gfsDBSM_OwnFile();

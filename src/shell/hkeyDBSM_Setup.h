@@ -15,3 +15,6 @@ enum class OwnDatabase { Created, Existing, Failed };
 // it failed or which store the database already holds; a failure leaves the
 // settings as they were.
 OwnDatabase gfDBSM_CreateOwn(int iStore, const QString &sName, QString &sMessage);
+// After a failed set-up: the settings name the database of the first-run screen and it has no
+// store yet, as when that screen's work was cut off.
+bool gfbDBSM_OwnUnfinished();

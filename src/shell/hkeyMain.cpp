@@ -32,6 +32,15 @@ void mpPictureFolder_make()
                          platform::vbExclamation);
 }
 
+bool mpFirstRun()
+{
+    gpDBSM_Disconnect();
+    frmFirstRun first;
+    first.Form_Load();
+    platform::showModal(first);
+    return !first.Canceled;
+}
+
 } // namespace
 
 void Main()
@@ -50,15 +59,11 @@ void Main()
     mpPictureFolder_make();
     gsHotKeyPicturePath = gDataPath.DataPath() + "/pictures/HotKeys/";
     gfbSearchFields_read();
-    if (gfbDBSM_Unconfigured()) {
-        // A workstation that names no database: the user chooses one, or the start ends.
-        frmFirstRun first;
-        first.Form_Load();
-        showModal(first);
-        if (first.Canceled)
-            ShellPort::get().exitProcess(0);
-    }
-    if (!gfbDBSM_Setup())
+    // A workstation that names no database, or whose first run was cut off before its store
+    // was stored: the user chooses one, or the start ends.
+    if (gfbDBSM_Unconfigured() && !mpFirstRun())
+        ShellPort::get().exitProcess(0);
+    if (!gfbDBSM_Setup() && !(gfbDBSM_OwnUnfinished() && mpFirstRun() && gfbDBSM_Setup()))
         ShellPort::get().exitProcess(0);
     if (gfbDBSM_Open()) {
         frmMain form;

@@ -150,6 +150,13 @@ TEST(SqlServerErrors, TheServersNumbersBecomeTheProvidersNumbers)
     EXPECT_EQ(mapped(229, "The UPDATE permission was denied on the object 'invt1'.").number,
               kErrProvider);
     EXPECT_EQ(mapped(20004, "Read from the server failed").number, kErrProvider);
+    EXPECT_EQ(mapped(10054, "[Microsoft][ODBC SQL Server Driver][DBNETLIB]ConnectionWrite "
+                            "(send()).")
+                  .number,
+              kErrProvider)
+        << "a link dropped, as the platform's own driver numbers it";
+    EXPECT_EQ(mapped(11, "General network error. Check your network documentation.").number,
+              kErrProvider);
     EXPECT_EQ(mapped(0, "Unable to connect", QSqlError::ConnectionError).number, kErrProvider);
     EXPECT_EQ(SqlServerEngine::sessionSetup(), "SET LOCK_TIMEOUT 3000");
 }

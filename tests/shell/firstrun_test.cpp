@@ -357,3 +357,19 @@ TEST_F(FirstRunTest, TheKeyboardReachesEveryChoice)
     EXPECT_FALSE(form.isVisible());
     EXPECT_TRUE(form.Canceled);
 }
+
+TEST_F(FirstRunTest, AFirstRunCutOffBeforeTheStoreWasStoredComesBack)
+{
+    // As left by a first run that ended between the settings and the store's row.
+    gpDBSM_SaveSettings({"SQLite", "ZELDATA", "TESTPC\\ZEL", "qx", ""});
+    ASSERT_TRUE(SqliteEngine::create(dataPath() + "/ZELDATA.db", nullptr));
+    onFirstRun([&](frmFirstRun &form) {
+        QTest::keyClicks(form.txtStoreNumber, "7");
+        QTest::keyClicks(form.txtStoreName, "Corner Shop");
+        QTest::keyClick(form.txtStoreName, Qt::Key_F10);
+    });
+    closeMainScreen();
+    EXPECT_EQ(runMain(), 0);
+    EXPECT_EQ(modal.shown, QStringList({"frmFirstRun", "frmMain"}));
+    EXPECT_EQ(commonRows(dataPath() + "/ZELDATA.db"), QStringList({"7|Corner Shop|N"}));
+}

@@ -134,14 +134,16 @@ TEST_F(MainScreenTest, AStrayFileIsNeitherEditedNorDeleted)
         gpGrid_selectRow(form->fgrdItems, column(0).indexOf(shownNumber) + 1);
         QTest::keyClick(form->fgrdItems, Qt::Key_D);
         QTest::keyClick(form->fgrdItems, Qt::Key_C);
+        QTest::keyClick(form->fgrdItems, Qt::Key_H);
         const auto shown = boxes();
-        ASSERT_EQ(shown.size(), 2) << "no question and no editor: the file is no set";
+        ASSERT_EQ(shown.size(), 3) << "no question, no editor, no trial: the file is no set";
         for (const auto &box : shown) {
             EXPECT_EQ(box.style, vbExclamation);
             EXPECT_TRUE(box.text.startsWith(QString(stray) + " is not a hot key set"));
         }
         EXPECT_TRUE(shown[0].text.contains("Nothing was deleted"));
         EXPECT_TRUE(shown[1].text.contains("Nothing was changed"));
+        EXPECT_TRUE(shown[2].text.contains("Nothing was opened"));
     }
     EXPECT_EQ(QDir(dataPath()).entryList(QDir::Files), names);
     EXPECT_TRUE(readDataFile("HKSET01.SDF").contains("[LINKSET]2["));
