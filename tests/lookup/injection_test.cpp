@@ -121,10 +121,7 @@ protected:
     {
         StoreDbTest::SetUp();
         openStore();
-        addItem("00012345", "COF-1", "COFFEE SMALL CUP TO GO");
-        addItem("00012346", "COF-2", "COFFEE LARGE");
-        addItem("00020010", "CAKE-1", "CHOCOLATE CAKE");
-        addItem("00030000", "APL-1", "APPLES GALA");
+        addSampleItems();
         for (const auto &[sl, upc, uid] :
              {std::tuple{"00012345", "0123", 1}, {"00020010", "0456", 3}}) {
             gUpcRecord.clear();

@@ -29,10 +29,7 @@ protected:
     {
         StoreDbTest::SetUp();
         openStore();
-        addItem("00012345", "COF-1", "COFFEE SMALL CUP TO GO");
-        addItem("00012346", "COF-2", "COFFEE LARGE");
-        addItem("00020010", "CAKE-1", "CHOCOLATE CAKE");
-        addItem("00030000", "APL-1", "APPLES GALA");
+        addSampleItems();
         giInventorySearch = 0;
         gbWildcard = false;
         giLinkOption = 0;

@@ -9,6 +9,7 @@
 #include "shell/hkeyDBSM_Setup.h"
 #include "shell/hkeyMain.h"
 #include "support/HkTest.h"
+#include "support/RunMain.h"
 #include <QComboBox>
 #include <QDir>
 #include <QGroupBox>
@@ -46,16 +47,6 @@ protected:
         gpDBSM_Disconnect();
         setApplicationFolder(QString());
         HkTest::TearDown();
-    }
-    int runMain()
-    {
-        try {
-            Main();
-        } catch (const ProcessExit &e) {
-            return e.code;
-        }
-        ADD_FAILURE() << "Main returned instead of ending the process";
-        return -1;
     }
     // The settings store as the next start reads it, from its file.
     QString stored(const QString &key) const
@@ -111,7 +102,7 @@ TEST_F(FirstRunTest, OwnDatabaseIsMadeWithTheTablesAndTheStoreAndTheSetListOpens
         QTest::keyClick(form.txtStoreName, Qt::Key_F10);
     });
     closeMainScreen();
-    EXPECT_EQ(runMain(), 0);
+    EXPECT_EQ(testing_support::runMain(), 0);
     EXPECT_EQ(modal.shown, QStringList({"frmFirstRun", "frmMain"}));
 
     EXPECT_EQ(stored("Engine"), "SQLite");
@@ -127,7 +118,7 @@ TEST_F(FirstRunTest, OwnDatabaseIsMadeWithTheTablesAndTheStoreAndTheSetListOpens
     Instance::setKey("firstrun-" + QUuid::createUuid().toString(QUuid::Id128));
     closeMainScreen();
     modal.shown.clear();
-    EXPECT_EQ(runMain(), 0);
+    EXPECT_EQ(testing_support::runMain(), 0);
     EXPECT_EQ(modal.shown, QStringList({"frmMain"}));
 }
 
@@ -137,7 +128,7 @@ TEST_F(FirstRunTest, CancelEndsSilentlyAndLeavesNothingBehind)
         QTest::keyClicks(form.txtStoreNumber, "3");
         QTest::keyClick(form.txtStoreNumber, Qt::Key_Escape);
     });
-    EXPECT_EQ(runMain(), 0);
+    EXPECT_EQ(testing_support::runMain(), 0);
     EXPECT_EQ(modal.shown, QStringList({"frmFirstRun"}));
     EXPECT_TRUE(boxes().isEmpty());
     EXPECT_EQ(stored("Engine"), "<none>");
@@ -150,7 +141,7 @@ TEST_F(FirstRunTest, ASetEngineOrServerKeepsTheStartAsItWas)
 {
     // An engine without a server ends at once, as a workstation without a server always has.
     SaveSetting("ZEL Settings", "DATABASE", "Engine", "SQLite");
-    EXPECT_EQ(runMain(), 0);
+    EXPECT_EQ(testing_support::runMain(), 0);
     EXPECT_TRUE(modal.shown.isEmpty());
     EXPECT_TRUE(boxes().isEmpty());
 
@@ -235,7 +226,7 @@ TEST_F(FirstRunTest, ADatabaseAnotherStationMadeIsUsedAsItIs)
                           "store number and name typed here are not stored.");
     });
     closeMainScreen();
-    EXPECT_EQ(runMain(), 0);
+    EXPECT_EQ(testing_support::runMain(), 0);
     EXPECT_EQ(modal.shown, QStringList({"frmFirstRun", "frmMain"}));
     EXPECT_EQ(gsStoreNumber, "4");
     EXPECT_EQ(commonRows(dataPath() + "/ZELDATA.db"), QStringList({"4|North Store|N"}));
@@ -369,7 +360,7 @@ TEST_F(FirstRunTest, AFirstRunCutOffBeforeTheStoreWasStoredComesBack)
         QTest::keyClick(form.txtStoreName, Qt::Key_F10);
     });
     closeMainScreen();
-    EXPECT_EQ(runMain(), 0);
+    EXPECT_EQ(testing_support::runMain(), 0);
     EXPECT_EQ(modal.shown, QStringList({"frmFirstRun", "frmMain"}));
     EXPECT_EQ(commonRows(dataPath() + "/ZELDATA.db"), QStringList({"7|Corner Shop|N"}));
 }

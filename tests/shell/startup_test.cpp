@@ -5,6 +5,7 @@
 #include "settings/clsDataPath.h"
 #include "settings/clsINI_Services.h"
 #include "shell/hkeyMain.h"
+#include "support/RunMain.h"
 #include "support/StoreDb.h"
 #include <QDialog>
 #include <QDir>
@@ -32,16 +33,6 @@ protected:
         QFile f(temp.filePath("settings/ZEL Settings.conf"));
         return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
     }
-    int runMain()
-    {
-        try {
-            Main();
-        } catch (const ProcessExit &e) {
-            return e.code;
-        }
-        ADD_FAILURE() << "Main returned instead of ending the process";
-        return -1;
-    }
 };
 
 } // namespace
@@ -52,7 +43,7 @@ TEST_F(StartupTest, SecondInstanceGetsTheBoxAndChangesNothing)
     ASSERT_TRUE(first.tryLock(0));
     const QStringList before = QDir(dataPath()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
     const QByteArray settings = readSettings();
-    EXPECT_EQ(runMain(), 0);
+    EXPECT_EQ(testing_support::runMain(), 0);
     const auto shown = boxes();
     ASSERT_EQ(shown.size(), 1);
     EXPECT_EQ(shown[0].style, 16);
@@ -76,7 +67,7 @@ TEST_F(StartupTest, StartMakesThePictureFoldersAndReadsTheSearchSettings)
         shown = true;
         QTest::keyClick(&form, Qt::Key_Escape); // closing the main screen ends the program
     });
-    EXPECT_EQ(runMain(), 0);
+    EXPECT_EQ(testing_support::runMain(), 0);
     EXPECT_TRUE(shown);
     EXPECT_TRUE(QDir(dataPath() + "/pictures/HotKeys").exists());
     EXPECT_EQ(gsHotKeyPicturePath, dataPath() + "/pictures/HotKeys/");
@@ -92,7 +83,7 @@ TEST_F(StartupTest, AnEmptyDatabaseGetsItsTablesAndTheStartEndsWithoutCommonRow)
 {
     SaveSetting("ZEL Settings", "DATABASE", "DATAPATH", dataPath());
     writeDataFile("ZEL.INI", "");
-    EXPECT_EQ(runMain(), 0);
+    EXPECT_EQ(testing_support::runMain(), 0);
     EXPECT_TRUE(modal.shown.isEmpty()) << "no set list without a store";
     EXPECT_TRUE(boxes().isEmpty());
     EXPECT_TRUE(gfbDBSM_TableExists("COMMON"));

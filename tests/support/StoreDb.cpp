@@ -46,4 +46,12 @@ int StoreDbTest::addItem(const QString &sl, const QString &itemId, const QString
     return m_nextRecord++;
 }
 
+void StoreDbTest::addSampleItems()
+{
+    addItem("00012345", "COF-1", "COFFEE SMALL CUP TO GO");
+    addItem("00012346", "COF-2", "COFFEE LARGE");
+    addItem("00020010", "CAKE-1", "CHOCOLATE CAKE");
+    addItem("00030000", "APL-1", "APPLES GALA");
+}
+
 } // namespace testing_support

@@ -15,6 +15,8 @@ protected:
     // Inserts an inventory item through the table module; returns its record number.
     int addItem(const QString &sl, const QString &itemId, const QString &description,
                 double price = 1.0, const QString &vendor = "ACME");
+    // Four items of a corner store: two coffees, a cake and apples.
+    void addSampleItems();
     int m_nextRecord = 1;
 };
 

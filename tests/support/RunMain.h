@@ -1,0 +1,20 @@
+#pragma once
+#include "shell/hkeyMain.h"
+#include "support/Doubles.h"
+#include <gtest/gtest.h>
+
+namespace testing_support {
+
+// Runs the start as the program does; the exit code of the process it would end.
+inline int runMain()
+{
+    try {
+        Main();
+    } catch (const ProcessExit &e) {
+        return e.code;
+    }
+    ADD_FAILURE() << "Main returned instead of ending the process";
+    return -1;
+}
+
+} // namespace testing_support
