@@ -173,12 +173,17 @@ void frmMain::mpSelectRow(int row)
 
 int frmMain::mpSetNumber_next() const
 {
+    // Only the sets count: a stray copy listed as blank or 00 would make set 01 look free,
+    // and the new set would overwrite it.
     int j = 1;
-    for (; j <= fgrdItems->Rows() - 1; ++j) {
-        if (conv::Val(fgrdItems->TextMatrix(j, 0)) != j)
+    for (int row = fgrdItems->FixedRows(); row < fgrdItems->Rows(); ++row) {
+        if (!mpIsSetRow(row))
+            continue;
+        if (conv::Val(fgrdItems->TextMatrix(row, 0)) != j)
             return j;
+        ++j;
     }
-    return fgrdItems->Rows();
+    return j;
 }
 
 bool frmMain::mpEditSet(const QString &setNumber, const QString &fileName, int helpContext)
@@ -194,13 +199,18 @@ bool frmMain::mpEditSet(const QString &setNumber, const QString &fileName, int h
 
 // A stray copy such as HKSET01-old.SDF is listed but is no set: editing it would write
 // HKSET.SDF, and removing it would repair the links of set 0, which every blank link reads as.
+bool frmMain::mpIsSetRow(int row) const
+{
+    const QString number = fgrdItems->TextMatrix(row, 0);
+    return !number.isEmpty() &&
+           hotKeySetNumber(msRowFiles.value(row - fgrdItems->FixedRows())) == number;
+}
+
 bool frmMain::mpRowIsSet(int row, const QString &nothingDone) const
 {
-    const QString fileName = msRowFiles.value(row - fgrdItems->FixedRows());
-    const QString number = fgrdItems->TextMatrix(row, 0);
-    if (!number.isEmpty() && hotKeySetNumber(fileName) == number)
+    if (mpIsSetRow(row))
         return true;
-    platform::MsgBox(fileName +
+    platform::MsgBox(msRowFiles.value(row - fgrdItems->FixedRows()) +
                          " is not a hot key set: a set's file is named HKSET, its number "
                          "(01 to 999) and .SDF.\r" +
                          nothingDone +

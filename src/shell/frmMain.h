@@ -45,6 +45,8 @@ protected:
 private:
     // The file name of each data row, in row order, for telling a set from a stray file.
     QStringList msRowFiles;
+    bool mpIsSetRow(int row) const;
+    // Tells the user when the row is a stray file and not a set.
     bool mpRowIsSet(int row, const QString &nothingDone) const;
     void mpSetList_format();
     void mpSelectRow(int row);

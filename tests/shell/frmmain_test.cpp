@@ -146,6 +146,7 @@ TEST_F(MainScreenTest, AStrayFileIsNeitherEditedNorDeleted)
         EXPECT_TRUE(shown[2].text.contains("Nothing was opened"));
     }
     EXPECT_EQ(QDir(dataPath()).entryList(QDir::Files), names);
+    EXPECT_EQ(form->mpSetNumber_next(), 4) << "a stray file makes no number look free";
     EXPECT_TRUE(readDataFile("HKSET01.SDF").contains("[LINKSET]2["));
     EXPECT_TRUE(readDataFile("HKSET03.SDF").contains("[CAPTION]Go[ITEM]")) << "blank links stay";
 }
