@@ -465,6 +465,7 @@ void frm_Lookup::cmdSearch_Click()
     cmdAction[0]->setEnabled(false);
     gfbGrid_search(fgrdItems, this);
     cmdAction[0]->setEnabled(true);
+    mbEnterDown = false; // keys typed while it searched are gone; the next ones count
     if (isVisible() && isEnabled())
         focusSearchBox();
 }
@@ -485,6 +486,7 @@ void frm_Lookup::cmdEdit_Click()
     txtEditValue->blockSignals(false);
     msTyped.clear();
     gbKeyEdit = false;
+    mbEnterDown = false;
     gfbGrid_reload(fgrdItems, this);
     // The empty value takes the list back to its first record; the bar code
     // order reads nothing before the first character unless a value is cleared.

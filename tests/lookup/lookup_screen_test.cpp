@@ -113,6 +113,24 @@ TEST_F(LookupScreenTest, F9ShowsItsBoxAndTwoLookupsKeepTheSort)
     EXPECT_EQ(gfsInventory_find(""), "");
 }
 
+TEST_F(LookupScreenTest, AfterAWildcardSearchByEnterTheSearchBoxTakesKeysAgain)
+{
+    onLookup([](frm_Lookup &f) {
+        QTest::keyClick(f.txtEditValue, Qt::Key_F3);
+        QTest::keyClicks(f.txtEditValue, "cake");
+        QTest::keyClick(f.txtEditValue, Qt::Key_Return);
+        EXPECT_EQ(f.fgrdItems->TextMatrix(1, colDescription), "CHOCOLATE CAKE");
+        QTest::keyClicks(f.txtEditValue, "x");
+        EXPECT_EQ(f.txtEditValue->text(), "CAKEX");
+        QTest::keyClick(f.txtEditValue, Qt::Key_F12);
+        QTest::keyClicks(f.txtEditValue, "co");
+        EXPECT_EQ(f.txtEditValue->text(), "CO");
+        QTest::keyClick(f.txtEditValue, Qt::Key_Escape);
+    });
+    EXPECT_EQ(gfsInventory_find(""), "");
+    texts();
+}
+
 TEST_F(LookupScreenTest, WhileStopShowsF10OnlyStops)
 {
     onLookup([](frm_Lookup &f) {
