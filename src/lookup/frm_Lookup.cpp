@@ -535,11 +535,19 @@ QString gfsInventory_find(const QString &sCode)
     gsLookupCode = sCode;
     {
         frm_Lookup form;
-        if (gfbInventoryLookup_setup(&form)) {
-            QCoreApplication::processEvents();
-            form.Form_Load();
-            platform::showModal(form);
+        bool ready = false;
+        {
+            // A database that cannot be read at the open is told once, and no empty list
+            // is shown to read it again.
+            const DbAction action;
+            if (gfbInventoryLookup_setup(&form)) {
+                QCoreApplication::processEvents();
+                form.Form_Load();
+                ready = !gfbDBSM_ActionFailed();
+            }
         }
+        if (ready)
+            platform::showModal(form);
     }
     gbLookupFind = false;
     return gsLookupCode > QString() ? gsLookupCode : QString();

@@ -277,4 +277,7 @@ TEST_F(LookupScreenTest, ABusyOrDamagedDatabaseIsOneBoxPerKeyAndTheListStaysUsab
     const QByteArray log = readDataFile("PVSW.log");
     EXPECT_TRUE(log.contains("database is locked"));
     EXPECT_TRUE(log.contains("file is not a database"));
+
+    EXPECT_EQ(gfsInventory_find(""), "") << "no empty list is shown on a damaged database";
+    EXPECT_EQ(texts(), QStringList({kDamagedBox})) << "one box for the open";
 }
