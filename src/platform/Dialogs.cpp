@@ -2,9 +2,11 @@
 #include "platform/AppInfo.h"
 #include <QApplication>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QSpacerItem>
 #include <QStringList>
 
 namespace platform {
@@ -73,6 +75,20 @@ QString displayText(QString text)
     return text;
 }
 
+// A short message makes a narrow box, and the window manager then cuts its title to a
+// few letters: the box is made wide enough for the title and the title bar's buttons.
+void keepTitleReadable(QMessageBox &box)
+{
+    auto *grid = qobject_cast<QGridLayout *>(box.layout());
+    if (!grid)
+        return;
+    QFont font = box.font();
+    font.setBold(true);
+    const int width = QFontMetrics(font).horizontalAdvance(box.windowTitle()) + 140;
+    grid->addItem(new QSpacerItem(width, 0, QSizePolicy::Minimum, QSizePolicy::Fixed),
+                  grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 } // namespace
 
 int QtDialogs::msgBox(const QString &text, int style, const QString &title)
@@ -82,6 +98,7 @@ int QtDialogs::msgBox(const QString &text, int style, const QString &title)
     const QList<QAbstractButton *> buttons = box.buttons();
     if ((style & vbDefaultButton2) && buttons.size() > 1)
         box.setDefaultButton(qobject_cast<QPushButton *>(buttons.at(1)));
+    keepTitleReadable(box);
     return resultOf(box.exec());
 }
 

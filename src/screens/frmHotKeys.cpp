@@ -32,6 +32,7 @@ MyButton *button(const QString &caption, const QString &name, QWidget *parent)
 
 frmHotKeys::frmHotKeys(QWidget *parent) : KeyPreviewForm(parent)
 {
+    setWindowTitle("Hot Keys Set"); // a new set keeps it until its first redraw
     lblEdit = new QLabel("Hot Keys Set Title", this);
     lblEdit->setObjectName("lblEdit");
     lblEdit->installEventFilter(this);
