@@ -26,12 +26,6 @@ protected:
         QString sql;
         return gfbDBSM_Record(0, op, 1, false, false, sql);
     }
-    QStringList texts()
-    {
-        QStringList t;
-        for (const auto &b : boxes()) t << b.text;
-        return t;
-    }
 };
 
 } // namespace
@@ -51,7 +45,7 @@ TEST_F(FaultTest, ALockOfAnotherStationIsOneBoxAndOneBoundedWaitPerAction)
         EXPECT_TRUE(boxes().isEmpty()) << "the box comes when the action ends";
     }
     EXPECT_LT(clock.elapsed(), 10000);
-    EXPECT_EQ(texts(), QStringList({kBusyBox}));
+    EXPECT_EQ(boxTexts(), QStringList({kBusyBox}));
     EXPECT_EQ(gItem.SL.trimmed(), "1") << "the buffer keeps its place";
     const QList<QByteArray> log = readDataFile("PVSW.log").split('\n');
     ASSERT_EQ(log.size(), 3) << "two lines for the one statement that reached the database";
@@ -65,16 +59,7 @@ TEST_F(FaultTest, ALockOfAnotherStationIsOneBoxAndOneBoundedWaitPerAction)
     EXPECT_EQ(gItem.SL.trimmed(), "2");
 }
 
-TEST_F(FaultTest, OutsideAnActionEachFailingCallIsTold)
-{
-    damageDatabase();
-    gItem.SL = "1";
-    EXPECT_FALSE(read(opEqual));
-    EXPECT_FALSE(read(opNext));
-    EXPECT_EQ(texts(), QStringList({kDamagedBox, kDamagedBox}));
-}
-
-TEST_F(FaultTest, ADamagedFileIsOneBoxPerAction)
+TEST_F(FaultTest, ADamagedFileIsOneBoxPerActionAndOnePerCallOutsideOne)
 {
     damageDatabase();
     for (int action = 0; action < 2; ++action) {
@@ -85,8 +70,12 @@ TEST_F(FaultTest, ADamagedFileIsOneBoxPerAction)
         EXPECT_EQ(glDBSM_Count(0, table), 0);
         EXPECT_EQ(glDBSM_Execute("UPDATE items SET Qty = 1"), 0);
     }
-    EXPECT_EQ(texts(), QStringList({kDamagedBox, kDamagedBox}));
+    EXPECT_EQ(boxTexts(), QStringList({kDamagedBox, kDamagedBox}));
     EXPECT_TRUE(readDataFile("PVSW.log").contains("Description: file is not a database"));
+
+    EXPECT_FALSE(read(opEqual));
+    EXPECT_FALSE(read(opNext));
+    EXPECT_EQ(boxTexts(), QStringList({kDamagedBox, kDamagedBox}));
 }
 
 TEST_F(FaultTest, UpdateAndDeleteFindARowThatHoldsNull)
@@ -135,8 +124,6 @@ TEST(SqlServerErrors, TheServersNumbersBecomeTheProvidersNumbers)
     EXPECT_EQ(
         mapped(4924, "ALTER TABLE ALTER COLUMN failed because column 'Flg2' does not exist").number,
         kErrCommand);
-    EXPECT_TRUE(mapped(208, "[FreeTDS][SQL Server]Invalid object name 'invt1'.")
-                    .text.startsWith("Invalid object name"));
     EXPECT_TRUE(mapped(2601, "[Microsoft][ODBC Driver 17 for SQL Server][SQL Server]Cannot insert "
                              "duplicate key row in object 'dbo.invt1' with unique index 'idx_1'.")
                     .text.startsWith("Cannot insert duplicate"));
@@ -158,7 +145,6 @@ TEST(SqlServerErrors, TheServersNumbersBecomeTheProvidersNumbers)
     EXPECT_EQ(mapped(11, "General network error. Check your network documentation.").number,
               kErrProvider);
     EXPECT_EQ(mapped(0, "Unable to connect", QSqlError::ConnectionError).number, kErrProvider);
-    EXPECT_EQ(SqlServerEngine::sessionSetup(), "SET LOCK_TIMEOUT 3000");
 }
 
 TEST_F(FaultTest, ARenameOfAColumnThatIsGoneIsTrapped)
@@ -174,8 +160,6 @@ TEST(LikePatterns, TypedPatternCharactersAreEscapedForEachEngine)
 {
     EXPECT_EQ(SqlServerEngine().likeContains("50%_[a]\\"),
               "like '%50\\%\\_\\[a]\\\\%' ESCAPE '\\'");
-    EXPECT_EQ(SqliteEngine(QString()).likeContains("50%_[a]\\"),
-              "like '%50\\%\\_[a]\\\\%' ESCAPE '\\'");
     EXPECT_EQ(gfsDBSM_LikeContains("Description", "O'NEIL%"),
               "Description like '%O''NEIL\\%%' ESCAPE '\\'");
 }

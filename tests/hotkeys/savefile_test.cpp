@@ -4,7 +4,6 @@
 #include "settings/clsDataPath.h"
 #include "support/HkTest.h"
 #include "support/SaveScenarios.h"
-#include <QCoreApplication>
 #include <QDir>
 #include <QMap>
 #include <QProcess>
@@ -94,14 +93,11 @@ TEST_F(SaveTest, TheTemporaryFileIsNeverTakenForASetOrKeyFile)
 {
     for (const char *name : {"HKSET07.SDF", "SPECIAL.BDF", "COUPON.BDF"}) {
         const QString temporary = platform::temporaryNameFor(dataPath() + '/' + name);
-        // A short 8.3 name keeps the leading "~" and the extension, so it cannot match either.
-        EXPECT_TRUE(temporary.startsWith("~hk-")) << temporary.toStdString();
-        EXPECT_TRUE(temporary.endsWith(".tmp"));
-        EXPECT_TRUE(temporary.contains(QString::number(QCoreApplication::applicationPid())));
         EXPECT_NE(temporary, platform::temporaryNameFor(dataPath() + '/' + name));
         writeDataFile(temporary, "[SET]Not a set\r\n");
     }
     EXPECT_TRUE(hotKeySetFiles().isEmpty());
+    // Nor by a station's listing, which may match short 8.3 names too.
     EXPECT_TRUE(QDir(dataPath()).entryList({"HKSET*.SDF", "*.BDF"}, QDir::Files).isEmpty());
 }
 
@@ -254,7 +250,7 @@ TEST_F(SaveTest, AFolderThatCannotBeWrittenSaysWhyAndKeepsTheOldFile)
     EXPECT_EQ(changed(before, snapshot(folder)), QStringList());
 }
 
-TEST_F(SaveTest, AFullDiskKeepsEveryOldFileByteForByteAndLeavesNoTemporaryFile)
+TEST_F(SaveTest, AFullDiskOrAWriteCutOffKeepsEveryOldFileAndLeavesNoTemporaryFile)
 {
     const TinyDisk disk(temp.filePath("disk"));
     const QString folder = disk.mounted() ? temp.filePath("disk") : dataPath();
@@ -273,26 +269,22 @@ TEST_F(SaveTest, AFullDiskKeepsEveryOldFileByteForByteAndLeavesNoTemporaryFile)
         EXPECT_EQ(changed(before, snapshot(folder)), QStringList()) << what;
     }
     EXPECT_TRUE(QFile::exists(folder + "/HKSET07.SDF")) << "a set whose links stay is not removed";
-    if (!disk.mounted())
-        return;
-    QFile::remove(folder + "/filler");
-    EXPECT_TRUE(saveHere("set").saved) << "with room again the same save goes through";
-    EXPECT_EQ(snapshot(folder).keys(),
-              QStringList({"COUPON.BDF", "HKSET07.SDF", "HKSET08.SDF", "SPECIAL.BDF"}));
-    EXPECT_EQ(snapshot(folder)["HKSET07.SDF"], versionBytes(1));
-}
+    if (disk.mounted()) {
+        QFile::remove(folder + "/filler");
+        EXPECT_TRUE(saveHere("set").saved) << "with room again the same save goes through";
+        EXPECT_EQ(snapshot(folder).keys(),
+                  QStringList({"COUPON.BDF", "HKSET07.SDF", "HKSET08.SDF", "SPECIAL.BDF"}));
+        EXPECT_EQ(snapshot(folder)["HKSET07.SDF"], versionBytes(1));
+    }
 
-TEST_F(SaveTest, AWriteThatFailsHalfwayKeepsTheOldFileAndLeavesNoTemporaryFile)
-{
-    writeOldFiles(dataPath());
-    const auto before = snapshot(dataPath());
+    // A write that fails halfway: 40 bytes are within the first lines of every new file.
+    const auto now = snapshot(folder);
     for (const auto &[what, name] : kSaves) {
-        // 40 bytes: within the first lines of every new file.
-        const Outcome o = saveWithSizeLimit(what, dataPath(), 40);
+        const Outcome o = saveWithSizeLimit(what, folder, 40);
         EXPECT_FALSE(o.saved) << what;
         EXPECT_TRUE(o.said.contains(name)) << o.said.toStdString();
         EXPECT_TRUE(o.said.contains("File too large:")) << o.said.toStdString();
-        EXPECT_EQ(changed(before, snapshot(dataPath())), QStringList()) << what;
+        EXPECT_EQ(changed(now, snapshot(folder)), QStringList()) << what;
     }
 }
 

@@ -11,7 +11,6 @@
 #include <QDir>
 #include <QLockFile>
 #include <QTest>
-#include <QUuid>
 
 using namespace platform;
 using testing_support::ProcessExit;
@@ -24,7 +23,7 @@ protected:
     void SetUp() override
     {
         StoreDbTest::SetUp();
-        Instance::setKey("startup-" + QUuid::createUuid().toString(QUuid::Id128));
+        testing_support::newInstanceKey();
         gIni = clsINI_Services();
         giInventorySearch = giNameSearch = 0;
     }

@@ -13,6 +13,12 @@ protected:
     void TearDown() override;
 
     QList<Box> boxes() { return dialogs.take(); }
+    QStringList boxTexts()
+    {
+        QStringList t;
+        for (const Box &b : boxes()) t << b.text;
+        return t;
+    }
     QString dataPath() const;
     // Writes a file of the data folder byte for byte.
     void writeDataFile(const QString &name, const QByteArray &bytes) const;

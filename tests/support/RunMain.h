@@ -1,6 +1,8 @@
 #pragma once
+#include "platform/Instance.h"
 #include "shell/hkeyMain.h"
 #include "support/Doubles.h"
+#include <QUuid>
 #include <gtest/gtest.h>
 
 namespace testing_support {
@@ -15,6 +17,12 @@ inline int runMain()
     }
     ADD_FAILURE() << "Main returned instead of ending the process";
     return -1;
+}
+
+// A start as a new process: no other instance holds the key.
+inline void newInstanceKey()
+{
+    platform::Instance::setKey("test-" + QUuid::createUuid().toString(QUuid::Id128));
 }
 
 } // namespace testing_support
