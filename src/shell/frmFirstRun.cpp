@@ -8,6 +8,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QFileInfo>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -110,9 +111,14 @@ void frmFirstRun::Form_Load()
     setWindowTitle(kTitle);
     gpForm_initControls(this);
     Canceled = true;
-    lblOwnFile->setText("The database is made in the data folder, as the file " +
-                        QDir::toNativeSeparators(gfsDBSM_OwnFile()) +
-                        ", with the tables for one store:");
+    const QString file = QDir::toNativeSeparators(gfsDBSM_OwnFile());
+    // Another workstation may have made it already: it is then used as it is.
+    lblOwnFile->setText(QFileInfo::exists(gfsDBSM_OwnFile())
+                            ? "The data folder already holds the database " + file +
+                                  ", which this workstation will use as it is. The store "
+                                  "number and name are stored only if it holds no store yet:"
+                            : "The database is made in the data folder, as the file " + file +
+                                  ", with the tables for one store:");
     cboEngine->clear();
     for (const DbEngineKind &kind : dbEngineKinds()) {
         if (!kind.embedded)

@@ -12,6 +12,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QGroupBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -228,6 +229,8 @@ TEST_F(FirstRunTest, ADatabaseAnotherStationMadeIsUsedAsItIs)
     SaveSetting("ZEL Settings", "DATABASE", "Server", "");
 
     onFirstRun([&](frmFirstRun &form) {
+        EXPECT_TRUE(form.lblOwnFile->text().contains("already holds the database"))
+            << "the screen says so before anything is typed";
         typeStore(form, "9", "Other");
         expectBox(64, "The data folder already holds a database, " + databaseFile() +
                           ", for store 4 (North Store).\rThis workstation uses it as it is; the "
