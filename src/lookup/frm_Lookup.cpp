@@ -101,6 +101,10 @@ frm_Lookup::frm_Lookup(QWidget *parent) : KeyPreviewForm(parent)
     outer->addLayout(search);
     outer->addLayout(list, 1);
     outer->addLayout(buttons);
+    // The grid's width follows the form's, never the other way: a minimum taken from it
+    // would have Qt resize the form on a passing size and the window manager drop the maximise.
+    outer->setSizeConstraint(QLayout::SetNoConstraint);
+    setMinimumHeight(platform::twipsToPixels(1000));
 
     connect(txtEditValue, &QLineEdit::textChanged, this, [this] { txtEditValue_Change(); });
     connect(ckWildcard, &QCheckBox::toggled, this, [this] { ckWildcard_Click(); });

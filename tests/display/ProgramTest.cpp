@@ -79,6 +79,35 @@ void ProgramTest::expectWhollyOnScreen(QWidget *form)
         << screen.height();
 }
 
+namespace {
+
+// The numbers of an X property as xprop prints them: "NAME(CARDINAL) = 0, 0, 1280, 1024".
+QList<int> cardinals(const QStringList &xpropArgs)
+{
+    const QString out = Robot::run("xprop", xpropArgs);
+    QList<int> values;
+    for (const QString &v : out.section('=', 1).split(',', Qt::SkipEmptyParts))
+        values << v.trimmed().toInt();
+    return values;
+}
+
+} // namespace
+
+void ProgramTest::expectMaximized(QWidget *form)
+{
+    const QList<int> area = cardinals({"-root", "_NET_WORKAREA"});
+    const QList<int> frame =
+        cardinals({"-id", QString::number(form->winId()), "_NET_FRAME_EXTENTS"});
+    ASSERT_GE(area.size(), 4);
+    ASSERT_EQ(frame.size(), 4); // left, right, top, bottom
+    const QRect place = Robot::placeOf(form);
+    const QRect framed = place.adjusted(-frame[0], -frame[2], frame[1], frame[3]);
+    EXPECT_TRUE(framed == QRect(area[0], area[1], area[2], area[3]))
+        << form->metaObject()->className() << " lies at " << place.x() << ',' << place.y() << ' '
+        << place.width() << " x " << place.height() << " in a work area of " << area[2] << " x "
+        << area[3];
+}
+
 QStringList ProgramTest::openedUrls() const
 {
     QFile f(temp.filePath("urls.txt"));

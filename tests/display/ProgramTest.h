@@ -36,6 +36,8 @@ protected:
     QByteArray readDataFile(const QString &name) const;
     // The whole form on the screen, its bottom row of buttons included.
     static void expectWhollyOnScreen(QWidget *form);
+    // The form with its frame covers the work area, as the window manager maximises it.
+    static void expectMaximized(QWidget *form);
     // The addresses the program opened in a web browser.
     QStringList openedUrls() const;
 

@@ -27,6 +27,7 @@ TEST_F(EditorOnDisplay, AddASetWithALinkFromTheSetFinderAPictureAndAColumnTitle)
     robot.on<frmHotKeys>([&](frmHotKeys &editor) {
         EXPECT_EQ(editor.txtButtonSet->text(), "New Set 13");
         expectWhollyOnScreen(&editor);
+        expectMaximized(&editor);
         robot.shot(&editor, "editor-new-set");
         Robot::click(editor.txtButtonSet);
         Robot::key("ctrl+a");
@@ -132,4 +133,26 @@ TEST_F(EditorOnDisplay, ChangeASetWithAnItemFromTheLookup)
                               "Cream"));
     EXPECT_TRUE(readDataFile("HKSET01.SDF")
                     .contains("[BUTTON]3[CAPTION]COFFEE SMALL[ITEM]0001234.5[ICON][IDSELECT]No"));
+}
+
+TEST_F(EditorOnDisplay, TheLookupOpensMaximizedEachTimeFromTheKeyDialog)
+{
+    constexpr int opens = 15;
+    robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdEdit[1]); });
+    robot.on<frmHotKeys>([&](frmHotKeys &editor) {
+        expectMaximized(&editor);
+        Robot::click(editor.cmdHkGroup[3][2]);
+    });
+    for (int i = 0; i < opens; ++i) {
+        robot.on<frmHotKey_Define>([&](frmHotKey_Define &) { Robot::key("F3"); });
+        robot.on<frm_Lookup>([&, i](frm_Lookup &lookup) {
+            SCOPED_TRACE("open " + std::to_string(i + 1));
+            expectMaximized(&lookup);
+            Robot::key("Escape");
+        });
+    }
+    robot.on<frmHotKey_Define>([&](frmHotKey_Define &) { Robot::key("Escape"); });
+    robot.on<frmHotKeys>([&](frmHotKeys &) { Robot::key("Escape"); });
+    robot.on<frmMain>([&](frmMain &) { Robot::key("Escape"); });
+    EXPECT_EQ(runProgram(), 0);
 }

@@ -62,6 +62,7 @@ TEST_F(TrialPanelOnDisplay, ShowsOnTopAndKeepsItsModalLoopThroughActivationAndHe
         panel = &trial;
         expectModalOnTop(trial, "shown");
         expectWhollyOnScreen(&trial);
+        expectMaximized(&trial);
         robot.shot(&trial, "trial-panel");
         Robot::key("1"); // the Hot Drinks key links to set 2
     });

@@ -5,6 +5,7 @@
 #include "lookup/frm_Lookup.h"
 #include "lookup/sm_DataGrid.h"
 #include "platform/MSFlexGrid.h"
+#include "platform/Twips.h"
 #include "screens/frmHotKey_Define.h"
 #include "screens/frmHotKeys.h"
 #include "screens/posButtons.h"
@@ -221,6 +222,25 @@ TEST_F(LookupScreenTest, AResizeThatKeepsTheRowCountSelectsTheSortColumnAgain)
         EXPECT_EQ(f.lblPad->text(), "--Item ID");
         EXPECT_EQ(f.fgrdItems->TextMatrix(1, colItemID), "APL-1") << "the first record";
         EXPECT_EQ(f.fgrdItems->Row(), 1);
+        QTest::keyClick(f.txtEditValue, Qt::Key_Escape);
+    });
+    EXPECT_EQ(gfsInventory_find(""), "");
+}
+
+// The grid follows the form's width and never holds the form to its own: a size the
+// window manager passes through on the way to the maximise must not be answered by a
+// resize from the program, which ends the maximise.
+TEST_F(LookupScreenTest, TheGridFollowsANarrowerFormAndSetsNoMinimumOnIt)
+{
+    onLookup([](frm_Lookup &f) {
+        const int width = f.width() - 300;
+        f.resize(width, f.height());
+        QCoreApplication::processEvents();
+        EXPECT_EQ(f.width(), width);
+        EXPECT_EQ(f.fgrdItems->maximumWidth(), width - platform::twipsToPixels(400));
+        EXPECT_LT(f.minimumWidth(), f.fgrdItems->maximumWidth());
+        f.resize(f.width(), 10);
+        EXPECT_EQ(f.height(), platform::twipsToPixels(1000)) << "the form keeps 1000 twips";
         QTest::keyClick(f.txtEditValue, Qt::Key_Escape);
     });
     EXPECT_EQ(gfsInventory_find(""), "");
