@@ -4,13 +4,12 @@
 #include "platform/SettingsStore.h"
 #include "shell/frmFirstRun.h"
 #include "shell/frmMain.h"
+#include "support/CommonRows.h"
 #include <QFile>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSettings>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 
 using namespace display;
 
@@ -36,22 +35,7 @@ protected:
         return file.value("DATABASE/" + key, "<none>").toString();
     }
     // The COMMON rows as another program reads them from the file.
-    QStringList commonRows() const
-    {
-        QStringList rows;
-        {
-            QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "firstrun-display-check");
-            db.setDatabaseName(ownFile());
-            EXPECT_TRUE(db.open());
-            QSqlQuery q("SELECT StoreNumber, Cname, MultiStore FROM COMMON", db);
-            while (q.next())
-                rows << QString("%1|%2|%3")
-                            .arg(q.value(0).toString(), q.value(1).toString().trimmed(),
-                                 q.value(2).toString());
-        }
-        QSqlDatabase::removeDatabase("firstrun-display-check");
-        return rows;
-    }
+    QStringList commonRows() const { return testing_support::commonRowsOf(ownFile()); }
     void expectOwnDatabaseSettings()
     {
         EXPECT_EQ(stored("Engine"), "SQLite");

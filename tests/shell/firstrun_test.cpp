@@ -7,6 +7,7 @@
 #include "shell/frmFirstRun.h"
 #include "shell/hkeyDBSM_Setup.h"
 #include "shell/hkeyMain.h"
+#include "support/CommonRows.h"
 #include "support/HkTest.h"
 #include "support/RunMain.h"
 #include <QComboBox>
@@ -56,19 +57,7 @@ protected:
     // The COMMON rows as another program would read them from the file.
     QStringList commonRows(const QString &file) const
     {
-        QStringList rows;
-        {
-            QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "firstrun-check");
-            db.setDatabaseName(file);
-            EXPECT_TRUE(db.open());
-            QSqlQuery q("SELECT StoreNumber, Cname, MultiStore FROM COMMON", db);
-            while (q.next())
-                rows << QString("%1|%2|%3")
-                            .arg(q.value(0).toString(), q.value(1).toString().trimmed(),
-                                 q.value(2).toString());
-        }
-        QSqlDatabase::removeDatabase("firstrun-check");
-        return rows;
+        return testing_support::commonRowsOf(file);
     }
     // Types a store into the form and accepts it with F10.
     static void typeStore(frmFirstRun &form, const QString &number, const QString &name)
