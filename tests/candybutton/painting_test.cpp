@@ -1,0 +1,263 @@
+#include "candybutton/CandyButton.h"
+#include "support/HkTest.h"
+#include <QApplication>
+#include <QPalette>
+
+namespace {
+
+QRgb rgbOf(quint32 colour)
+{
+    return qRgb(colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF);
+}
+
+// The bounding box of the pixels of a colour close to black (the caption).
+QRect darkBox(const QImage &image)
+{
+    QRect box;
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (qGray(image.pixel(x, y)) < 60)
+                box |= QRect(x, y, 1, 1);
+    return box;
+}
+
+bool hasPixel(const QImage &image, QRgb colour)
+{
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixel(x, y) == colour)
+                return true;
+    return false;
+}
+
+class CandyPainting : public testing_support::HkTest {
+protected:
+    void SetUp() override
+    {
+        HkTest::SetUp();
+        button.InitProperties();
+        button.setCaption("");
+        button.setFont(QFont("DejaVu Sans", 12));
+        button.resize(120, 60);
+    }
+    QImage paint(int state)
+    {
+        button.Redraw(state);
+        return button.surface();
+    }
+
+    CandyButton button;
+};
+
+TEST(CandyColors, BlendTruncatesTowardZeroAndClampsThePercentage)
+{
+    EXPECT_EQ(CandyButton::BlendColors(0x000000, 0xFFFFFF, 50), 0x7F7F7Fu);
+    EXPECT_EQ(CandyButton::BlendColors(0xFFFFFF, 0x000000, 50), 0x808080u);
+    EXPECT_EQ(CandyButton::BlendColors(0x0000FF, 0xFF0000, 150), 0xFF0000u);
+    EXPECT_EQ(CandyButton::BlendColors(0x0000FF, 0xFF0000, -5), 0x0000FFu);
+    EXPECT_EQ(CandyButton::BlendColors(0x102030, 0x203040, 33), 0x152535u);
+    int r, g, b;
+    CandyButton::GetRGB(r, g, b, 0x0A141E);
+    EXPECT_EQ(r, 0x1E);
+    EXPECT_EQ(g, 0x14);
+    EXPECT_EQ(b, 0x0A);
+}
+
+TEST(CandyColors, SystemColoursResolveThroughThePalette)
+{
+    int r, g, b;
+    CandyButton::GetRGB(r, g, b, 0x8000000F); // button face
+    EXPECT_EQ(qRgb(r, g, b), QApplication::palette().color(QPalette::Button).rgb());
+}
+
+TEST(CandyShape, RadiusFollowsTheHeightWithinAQuarterOfTheWidth)
+{
+    const struct {
+        int w, h, r;
+    } cases[] = {{120, 60, 16}, {40, 60, 10}, {3, 20, 1}, {200, 3, 1}, {120, 100, 26}};
+    for (const auto &c : cases) {
+        CandyButton b;
+        b.InitProperties();
+        b.resize(c.w, c.h);
+        b.Redraw(0);
+        EXPECT_EQ(b.CornerRadius(), c.r) << c.w << "x" << c.h;
+        EXPECT_EQ(b.ShapeRegion().boundingRect(), QRect(0, 0, c.w, c.h));
+    }
+}
+
+TEST(CandyShape, RoundedRegionIsSymmetricAndCutOnlyInTheCorners)
+{
+    const QRegion region = CandyButton::roundedRegion(120, 60, 16);
+    for (int y = 0; y < 60; ++y) {
+        for (int x = 0; x < 120; ++x) {
+            ASSERT_EQ(region.contains(QPoint(x, y)), region.contains(QPoint(119 - x, y)));
+            ASSERT_EQ(region.contains(QPoint(x, y)), region.contains(QPoint(x, 59 - y)));
+        }
+    }
+    EXPECT_FALSE(region.contains(QPoint(0, 0)));
+    EXPECT_FALSE(region.contains(QPoint(15, 0)));
+    EXPECT_TRUE(region.contains(QPoint(16, 0)));
+    EXPECT_FALSE(region.contains(QPoint(0, 15)));
+    EXPECT_TRUE(region.contains(QPoint(0, 16)));
+    EXPECT_TRUE(region.contains(QPoint(1, 15)));
+    // A pixel in a corner square that is nearer the centre than the edge.
+    EXPECT_TRUE(region.contains(QPoint(8, 8)));
+    EXPECT_FALSE(region.contains(QPoint(3, 3)));
+}
+
+TEST_F(CandyPainting, CornersTakeTheFaceColourMovedByBorderBrightness)
+{
+    const quint32 face = 0xE99950;
+    QImage image = paint(0);
+    EXPECT_EQ(image.pixel(0, 0), rgbOf(face));
+    EXPECT_EQ(image.pixel(0, 59), rgbOf(face));
+    EXPECT_EQ(image.pixel(119, 0), rgbOf(face));
+
+    button.setBorderBrightness(-100);
+    image = paint(0);
+    EXPECT_EQ(image.pixel(0, 0), qRgb(0, 0, 0));
+    EXPECT_EQ(image.pixel(119, 59), qRgb(0, 0, 0));
+
+    button.setBorderBrightness(50);
+    image = paint(0);
+    EXPECT_EQ(image.pixel(3, 0), rgbOf(CandyButton::BlendColors(face, 0xFFFFFF, 50)));
+}
+
+TEST_F(CandyPainting, GlowIsBrightAtTheCentreAndGlossNearWhiteAtTheTop)
+{
+    button.setColorScheme(1);
+    const QImage image = paint(0);
+    EXPECT_EQ(image.pixel(60, 30), rgbOf(0xFFEDB0));
+    // Row 2 is the gloss's first: white blended by 2 x (50 \ 16) percent toward the face.
+    EXPECT_EQ(image.pixel(60, 2), rgbOf(CandyButton::BlendColors(0xFFFFFF, 0xD06720, 6)));
+    EXPECT_EQ(image.pixel(60, 2), qRgb(242, 246, 253));
+    // The gloss fades down to row R.
+    EXPECT_EQ(image.pixel(60, 16), rgbOf(CandyButton::BlendColors(0xFFFFFF, 0xD06720, 48)));
+    // Rows 0 and 1 are the face, under the glow's rim.
+    EXPECT_NE(image.pixel(60, 1), image.pixel(60, 2));
+}
+
+TEST_F(CandyPainting, StatesTakeTheirFaceColours)
+{
+    button.setColorScheme(3);
+    EXPECT_EQ(paint(0).pixel(0, 0), rgbOf(0x800000));
+    EXPECT_EQ(paint(1).pixel(0, 0), rgbOf(0xF00000));
+    EXPECT_EQ(paint(2).pixel(0, 0), rgbOf(0x800000));
+    EXPECT_EQ(paint(3).pixel(0, 0), rgbOf(0xA00000));
+    EXPECT_EQ(paint(4).pixel(0, 0), rgbOf(0xF00000));
+    button.setChecked(true);
+    EXPECT_EQ(paint(3).pixel(0, 0), rgbOf(0xF00000));
+}
+
+TEST_F(CandyPainting, DisabledPaintsGreyWithAWhiteGlowInEveryState)
+{
+    button.setColorScheme(4);
+    button.setEnabled(false);
+    const QImage up = paint(0);
+    EXPECT_EQ(up.pixel(0, 0), rgbOf(0xB0C0C0));
+    EXPECT_EQ(up.pixel(60, 30), qRgb(255, 255, 255));
+    for (int state : {2, 3, 4}) EXPECT_EQ(paint(state), up) << state;
+}
+
+TEST_F(CandyPainting, CheckedPaintsDownButOnlyThePressedStateMovesTheCaption)
+{
+    button.setCaption("Sale");
+    button.setColorButtonDown(0x0000F0);
+    const QRect atRest = darkBox(paint(0));
+    const QRect pressed = darkBox(paint(1));
+    const QImage checked = paint(4);
+    ASSERT_FALSE(atRest.isEmpty());
+    EXPECT_EQ(pressed, atRest.translated(1, 1));
+    EXPECT_EQ(darkBox(checked), atRest);
+    EXPECT_EQ(checked.pixel(0, 0), rgbOf(0x0000F0));
+}
+
+TEST_F(CandyPainting, AControlThreePixelsWide)
+{
+    button.setCaption("X");
+    button.resize(3, 20);
+    const QImage image = paint(0);
+    EXPECT_EQ(button.CornerRadius(), 1);
+    EXPECT_EQ(image.size(), QSize(3, 20));
+    EXPECT_FALSE(button.ShapeRegion().contains(QPoint(0, 0)));
+    EXPECT_FALSE(button.ShapeRegion().contains(QPoint(2, 19)));
+    EXPECT_TRUE(button.ShapeRegion().contains(QPoint(1, 0)));
+    EXPECT_TRUE(button.ShapeRegion().contains(QPoint(0, 1)));
+    EXPECT_EQ(image.pixel(0, 0), rgbOf(0xE99950));
+}
+
+TEST_F(CandyPainting, CaptionHighLiteColoursTheCaptionUnderThePointerOnly)
+{
+    button.setFont(QFont("DejaVu Sans", 20, QFont::Bold));
+    button.setCaption("IH");
+    button.setCaptionHighLite(true);
+    button.setCaptionHighLiteColor(0x00FF00);
+    EXPECT_TRUE(hasPixel(paint(3), qRgb(0, 255, 0)));
+    EXPECT_FALSE(hasPixel(paint(0), qRgb(0, 255, 0)));
+    button.setCaptionHighLite(false);
+    EXPECT_FALSE(hasPixel(paint(3), qRgb(0, 255, 0)));
+}
+
+TEST_F(CandyPainting, PictureAtTheLeftAndItsHighLiteAndDisabledLooks)
+{
+    QImage picture(10, 10, QImage::Format_ARGB32);
+    picture.fill(qRgb(255, 0, 0));
+    button.setPicture(picture);
+    button.setPictureAlignment(2);
+    button.setIconHighLite(true);
+    button.setIconHighLiteColor(0xFF0000);
+    // At x = R, y = (H - PH) / 2 + 1.
+    QImage image = paint(0);
+    EXPECT_EQ(image.pixel(16, 26), qRgb(255, 0, 0));
+    EXPECT_EQ(image.pixel(25, 35), qRgb(255, 0, 0));
+    EXPECT_NE(image.pixel(15, 26), qRgb(255, 0, 0));
+    EXPECT_NE(image.pixel(26, 35), qRgb(255, 0, 0));
+    image = paint(1);
+    EXPECT_EQ(image.pixel(26, 36), qRgb(255, 0, 0));
+    EXPECT_NE(image.pixel(16, 26), qRgb(255, 0, 0));
+    image = paint(3);
+    EXPECT_EQ(image.pixel(16, 26), qRgb(0, 0, 255));
+    button.setEnabled(false);
+    image = paint(0);
+    EXPECT_EQ(image.pixel(16, 26), qRgb(128, 128, 128));
+    EXPECT_EQ(image.pixel(26, 36), qRgb(255, 255, 255));
+}
+
+TEST_F(CandyPainting, PictureAboveOrBelowTheCaption)
+{
+    QImage picture(20, 20, QImage::Format_ARGB32);
+    picture.fill(qRgb(255, 0, 0));
+    button.setPicture(picture);
+    button.setCaption("Sale");
+    const int lineHeight = QFontMetrics(button.Font()).height();
+    // Above: the picture from (H - (PH + TH)) / 2 + 1, the caption under it.
+    QImage image = paint(0);
+    const int top = (60 - (20 + lineHeight)) / 2 + 1;
+    EXPECT_EQ(image.pixel(51, top + 1), qRgb(255, 0, 0));
+    EXPECT_GT(darkBox(image).top(), top + 19);
+    button.setPictureAlignment(1);
+    image = paint(0);
+    EXPECT_LT(darkBox(image).bottom(), image.height() / 2);
+    EXPECT_EQ(image.pixel(60, 45), qRgb(255, 0, 0));
+}
+
+TEST_F(CandyPainting, TwoLineCaptions)
+{
+    button.setCaption("\rBelow");
+    QImage image = paint(0);
+    // An empty first line and the text well below it, for want of a picture.
+    ASSERT_FALSE(darkBox(image).isEmpty());
+    EXPECT_GT(darkBox(image).top(), 30);
+
+    button.setCaption("One\rTwo");
+    const QRect both = darkBox(paint(0));
+    button.setCaption("One\r ");
+    const QRect first = darkBox(paint(0));
+    // A second line that is a blank is not drawn.
+    EXPECT_LT(first.bottom(), 30);
+    EXPECT_GT(both.bottom(), first.bottom() + 15);
+    button.setCaption("One\rTwo\rThree");
+    EXPECT_GT(darkBox(paint(0)).width(), both.width());
+}
+
+} // namespace
