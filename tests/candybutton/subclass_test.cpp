@@ -1,0 +1,302 @@
+#include "candybutton/Subclasser.h"
+#include "support/HkTest.h"
+#include <QCoreApplication>
+#include <QMouseEvent>
+#include <QWidget>
+#include <functional>
+
+using namespace candy;
+
+namespace {
+
+// A window that logs its own handling of the messages it is sent.
+class LoggingWindow : public QWidget {
+public:
+    explicit LoggingWindow(QStringList &log) : m_log(log) { setMouseTracking(true); }
+    QPoint lastPress;
+    std::function<void()> onOwn;
+
+protected:
+    bool event(QEvent *e) override
+    {
+        if (e->type() == QEvent::MouseButtonPress)
+            lastPress = static_cast<QMouseEvent *>(e)->position().toPoint();
+        if (e->type() == QEvent::MouseButtonPress || e->type() == QEvent::MouseMove ||
+            e->type() >= QEvent::User)
+            m_log << QString("own %1").arg(e->type());
+        if (e->type() == QEvent::User && onOwn)
+            onOwn();
+        return QWidget::event(e);
+    }
+
+private:
+    QStringList &m_log;
+};
+
+class Recorder : public SubclassCallback {
+public:
+    explicit Recorder(QStringList &log) : m_log(log) {}
+    void scCallback(bool bBefore, bool &bHandled, qint32 &, QWidget *hWnd, int uMsg, quint32,
+                    qint32, qint32 &UserValue) override
+    {
+        m_log << QString("%1 %2").arg(bBefore ? "before" : "after").arg(uMsg);
+        ++UserValue;
+        bHandled = handle;
+        if (onCall)
+            onCall(hWnd);
+    }
+    bool handle = false;
+    std::function<void(QWidget *)> onCall;
+
+private:
+    QStringList &m_log;
+};
+
+constexpr int userMsg = WM_APP + int(QEvent::User);
+
+class Subclassing : public testing_support::HkTest {
+protected:
+    void send(QEvent::Type type = QEvent::User)
+    {
+        QEvent e(type);
+        QCoreApplication::sendEvent(&window, &e);
+    }
+    void move(QPoint pos, Qt::MouseButtons buttons = Qt::NoButton)
+    {
+        QMouseEvent e(QEvent::MouseMove, pos, pos, Qt::NoButton, buttons, Qt::NoModifier);
+        QCoreApplication::sendEvent(&window, &e);
+    }
+    QStringList takeLog()
+    {
+        const QStringList l = log;
+        log.clear();
+        return l;
+    }
+    platform::MsgStyle exclamation = platform::vbExclamation;
+
+    QStringList log;
+    LoggingWindow window{log};
+    Recorder recorder{log};
+    Subclasser sc{"Test", &recorder};
+};
+
+TEST(MessageTable, HoldsThirtyTwoDistinctMessagesOnceEach)
+{
+    MessageTable table;
+    for (int m = 1; m <= MSG_ENTRIES; ++m) ASSERT_TRUE(table.add(m));
+    EXPECT_EQ(table.count(), 32);
+    EXPECT_FALSE(table.add(33));
+    EXPECT_FALSE(table.matches(33));
+    // A full table still takes ALL_MESSAGES, which matches everything.
+    EXPECT_TRUE(table.add(ALL_MESSAGES));
+    EXPECT_EQ(table.count(), ALL_MESSAGES);
+    EXPECT_TRUE(table.matches(12345));
+    // A specific message turns it back into a table of that one message.
+    EXPECT_TRUE(table.add(700));
+    EXPECT_EQ(table.count(), 1);
+    EXPECT_TRUE(table.matches(700));
+    EXPECT_FALSE(table.matches(5));
+
+    MessageTable twice;
+    twice.add(15);
+    twice.add(512);
+    twice.add(15);
+    EXPECT_EQ(twice.count(), 2);
+}
+
+TEST(MessageTable, DeleteFreesTheSlotForTheNextMessage)
+{
+    MessageTable table;
+    table.add(15);
+    table.add(512);
+    EXPECT_FALSE(table.remove(675));
+    EXPECT_TRUE(table.remove(15));
+    EXPECT_FALSE(table.matches(15));
+    EXPECT_EQ(table.count(), 2);
+    table.add(675);
+    EXPECT_EQ(table.count(), 2);
+    EXPECT_TRUE(table.matches(675));
+    EXPECT_TRUE(table.remove(ALL_MESSAGES));
+    EXPECT_EQ(table.count(), 0);
+    EXPECT_FALSE(table.matches(512));
+}
+
+TEST_F(Subclassing, OwnerSeesWatchedMessagesAroundTheWindowsOwnHandling)
+{
+    ASSERT_TRUE(sc.sc_Subclass(&window, 41));
+    sc.sc_WatchMsg(&window, userMsg, MSG_BEFORE | MSG_AFTER);
+    sc.sc_WatchMsg(&window, WM_MOUSEMOVE, MSG_AFTER);
+    send();
+    move({3, 4});
+    send(QEvent::Type(QEvent::User + 1)); // not watched: straight through
+    EXPECT_EQ(takeLog(),
+              QStringList({QString("before %1").arg(userMsg), "own 1000",
+                           QString("after %1").arg(userMsg), "own 5", "after 512", "own 1001"}));
+    // Each callback was given the user value by reference.
+    EXPECT_EQ(sc.sc_UserValue(&window), 44);
+    sc.sc_setUserValue(&window, 7);
+    EXPECT_EQ(sc.sc_UserValue(&window), 7);
+
+    sc.sc_UnwatchMsg(&window, userMsg, MSG_BEFORE);
+    send();
+    EXPECT_EQ(takeLog(), QStringList({"own 1000", QString("after %1").arg(userMsg)}));
+}
+
+TEST_F(Subclassing, HandledBeforeTheWindowSkipsItsHandlingAndTheAfterPass)
+{
+    sc.sc_Subclass(&window);
+    sc.sc_WatchMsg(&window, userMsg, MSG_BEFORE | MSG_AFTER);
+    recorder.handle = true;
+    send();
+    EXPECT_EQ(takeLog(), QStringList({QString("before %1").arg(userMsg)}));
+}
+
+TEST_F(Subclassing, AllMessagesReachTheOwner)
+{
+    sc.sc_Subclass(&window);
+    sc.sc_WatchMsg(&window, ALL_MESSAGES, MSG_BEFORE);
+    send(QEvent::Type(QEvent::User + 5));
+    move({1, 1});
+    EXPECT_EQ(takeLog(), QStringList({QString("before %1").arg(userMsg + 5), "own 1005",
+                                      "before 512", "own 5"}));
+    sc.sc_UnwatchMsg(&window, ALL_MESSAGES, MSG_BEFORE);
+    send();
+    EXPECT_EQ(takeLog(), QStringList({"own 1000"}));
+}
+
+TEST_F(Subclassing, TheThirtyThirdMessageOverflowsAndAllMessagesStillGoesThrough)
+{
+    sc.sc_Subclass(&window);
+    for (int m = 1; m <= 32; ++m) sc.sc_WatchMsg(&window, WM_APP + 2000 + m, MSG_AFTER);
+    EXPECT_TRUE(boxes().isEmpty());
+    sc.sc_WatchMsg(&window, WM_APP + 2033, MSG_AFTER);
+    const QList<testing_support::Box> shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].style, exclamation);
+    EXPECT_EQ(shown[0].title, "Error in Test.zAddMsg");
+    EXPECT_EQ(shown[0].text,
+              "Message table overflow. Either increase the value of Const MSG_ENTRIES or use "
+              "ALL_MESSAGES instead of specific message values.");
+    sc.sc_WatchMsg(&window, ALL_MESSAGES, MSG_AFTER);
+    EXPECT_TRUE(boxes().isEmpty());
+    send();
+    EXPECT_EQ(takeLog(), QStringList({"own 1000", QString("after %1").arg(userMsg)}));
+}
+
+TEST_F(Subclassing, ErrorsAreReportedWithTheirRoutine)
+{
+    sc.sc_Subclass(&window);
+    sc.sc_WatchMsg(&window, WM_MOUSEMOVE, MSG_BEFORE);
+    sc.sc_UnwatchMsg(&window, WM_LBUTTONDOWN, MSG_BEFORE);
+    LoggingWindow other(log);
+    sc.sc_WatchMsg(&other, WM_MOUSEMOVE, MSG_BEFORE);
+    sc.sc_UnSubclass(&other);
+    EXPECT_FALSE(sc.sc_Subclass(nullptr));
+    Subclasser orphan("Orphan", nullptr);
+    EXPECT_FALSE(orphan.sc_Subclass(&other));
+    QStringList seen;
+    for (const testing_support::Box &b : boxes()) seen << b.title + " | " + b.text;
+    EXPECT_EQ(seen, QStringList({"Error in Test.zDelMsg | Message &H201 not found in table.",
+                                 "Error in Test.zMap_hWnd | Subclassing hasn't been started.",
+                                 "Error in Test.sc_UnSubclass | Window handle isn't subclassed.",
+                                 "Error in Test.sc_Subclass | Invalid window handle.",
+                                 "Error in Orphan.sc_Subclass | Callback method not found."}));
+}
+
+TEST_F(Subclassing, SecondSubclassIsRefusedAndTheFirstStaysInForce)
+{
+    ASSERT_TRUE(sc.sc_Subclass(&window));
+    sc.sc_WatchMsg(&window, userMsg, MSG_BEFORE);
+    QStringList otherLog;
+    Recorder other(otherLog);
+    EXPECT_FALSE(sc.sc_Subclass(&window, 0, &other));
+    const QList<testing_support::Box> shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].title, "Error in Test.sc_Subclass");
+    EXPECT_EQ(shown[0].text, "Window handle is already subclassed.");
+    send();
+    EXPECT_EQ(takeLog(), QStringList({QString("before %1").arg(userMsg), "own 1000"}));
+    EXPECT_TRUE(otherLog.isEmpty());
+}
+
+TEST_F(Subclassing, EndingFromInsideACallbackLetsTheMessageFinish)
+{
+    sc.sc_Subclass(&window);
+    sc.sc_WatchMsg(&window, userMsg, MSG_BEFORE | MSG_AFTER);
+    recorder.onCall = [this](QWidget *w) { sc.sc_UnSubclass(w); };
+    send();
+    // The message still reached the window; the after pass is gone with the interception.
+    EXPECT_EQ(takeLog(), QStringList({QString("before %1").arg(userMsg), "own 1000"}));
+    send();
+    EXPECT_EQ(takeLog(), QStringList({"own 1000"}));
+    // The window is free to be intercepted again.
+    recorder.onCall = nullptr;
+    EXPECT_TRUE(sc.sc_Subclass(&window));
+    sc.sc_WatchMsg(&window, userMsg, MSG_AFTER);
+    send();
+    EXPECT_EQ(takeLog(), QStringList({"own 1000", QString("after %1").arg(userMsg)}));
+}
+
+TEST_F(Subclassing, EndingInsideTheWindowsOwnHandlingWaitsForItToReturn)
+{
+    sc.sc_Subclass(&window);
+    sc.sc_WatchMsg(&window, WM_MOUSEMOVE, MSG_AFTER);
+    sc.sc_WatchMsg(&window, userMsg, MSG_AFTER);
+    // The window's handling of the user message moves the pointer; the owner ends
+    // the interception on that inner move.
+    window.onOwn = [this] { move({2, 2}); };
+    recorder.onCall = [this](QWidget *w) { sc.sc_UnSubclass(w); };
+    send();
+    EXPECT_EQ(takeLog(), QStringList({"own 1000", "own 5", "after 512"}));
+    window.onOwn = nullptr;
+    send();
+    EXPECT_EQ(takeLog(), QStringList({"own 1000"}));
+    EXPECT_TRUE(window.children().isEmpty());
+}
+
+TEST_F(Subclassing, EndingOutsideAnyMessageGivesTheWindowBackAtOnce)
+{
+    sc.sc_Subclass(&window);
+    sc.sc_WatchMsg(&window, userMsg, MSG_BEFORE);
+    sc.sc_ReleaseAll();
+    EXPECT_TRUE(window.children().isEmpty());
+    send();
+    EXPECT_EQ(takeLog(), QStringList({"own 1000"}));
+}
+
+TEST_F(Subclassing, CallPrevProcRunsTheWindowsOwnHandlingAtOnce)
+{
+    sc.sc_Subclass(&window);
+    sc.sc_WatchMsg(&window, WM_LBUTTONDOWN, MSG_BEFORE);
+    const qint32 lParam = 7 << 16 | 5;
+    sc.sc_CallPrevProc(&window, WM_LBUTTONDOWN, MK_LBUTTON, lParam);
+    EXPECT_EQ(window.lastPress, QPoint(5, 7));
+    EXPECT_EQ(takeLog(), QStringList({"own 2"}));
+}
+
+TEST(LegacyMessages, MouseMessagesCarryButtonsAndSignedCoordinates)
+{
+    QMouseEvent e(QEvent::MouseMove, QPointF(-3, 20), QPointF(-3, 20), Qt::NoButton,
+                  Qt::LeftButton | Qt::RightButton, Qt::ShiftModifier);
+    quint32 wParam;
+    qint32 lParam;
+    EXPECT_EQ(legacyMessage(e, wParam, lParam), WM_MOUSEMOVE);
+    EXPECT_EQ(wParam, quint32(MK_LBUTTON | MK_RBUTTON | MK_SHIFT));
+    EXPECT_EQ(qint16(lParam & 0xFFFF), -3);
+    EXPECT_EQ(lParam >> 16, 20);
+    QEvent leave(QEvent::Leave);
+    EXPECT_EQ(legacyMessage(leave, wParam, lParam), WM_MOUSELEAVE);
+}
+
+TEST_F(Subclassing, AWindowThatGoesAwayLeavesNothingBehind)
+{
+    auto *gone = new LoggingWindow(log);
+    sc.sc_Subclass(gone);
+    sc.sc_WatchMsg(gone, ALL_MESSAGES, MSG_BEFORE | MSG_AFTER);
+    delete gone;
+    takeLog();
+    sc.sc_ReleaseAll();
+    EXPECT_TRUE(boxes().isEmpty());
+}
+
+} // namespace
