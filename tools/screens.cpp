@@ -1,5 +1,6 @@
 // Renders the program's screens offscreen to PNG files, to look at them as a
 // person would: hk_render_screens OUTPUT_FOLDER [DATA_FOLDER]
+#include "CandyGallery.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "lookup/GridSetUpBackOffice.h"
@@ -125,6 +126,7 @@ int main(int argc, char **argv)
     browser.Path = QDir::homePath();
     browser.Form_Load();
     save(browser, out, "frmSMFILE_PATH");
+    std::printf("%s\n", qPrintable(saveCandyGallery(out)));
     gpDBSM_Disconnect();
     return 0;
 }
