@@ -133,7 +133,7 @@ void CandyButton::InitProperties()
     m_ColorButtonDown = defaultDown;
     m_ColorBright = defaultBright;
     m_Enabled = true;
-    m_Picture = QImage();
+    m_surface = QImage();
     m_Caption = objectName();
     m_Ready = true;
 }

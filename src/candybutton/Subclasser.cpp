@@ -334,14 +334,28 @@ void Subclasser::sc_ReleaseAll()
     }
 }
 
+namespace {
+
+// The tables that a When bit set names.
+QList<MessageTable *> tablesOf(InterceptBlock &block, int When)
+{
+    QList<MessageTable *> tables;
+    if (When & MSG_BEFORE)
+        tables << &block.BeforeTable;
+    if (When & MSG_AFTER)
+        tables << &block.AfterTable;
+    return tables;
+}
+
+} // namespace
+
 void Subclasser::sc_WatchMsg(QWidget *hWnd, int uMsg, int When)
 {
     InterceptBlock *block = zMap_hWnd(hWnd);
     if (!block)
         return;
-    for (MessageTable *table : {&block->BeforeTable, &block->AfterTable}) {
-        const int bit = table == &block->BeforeTable ? MSG_BEFORE : MSG_AFTER;
-        if ((When & bit) && !table->add(uMsg))
+    for (MessageTable *table : tablesOf(*block, When)) {
+        if (!table->add(uMsg))
             zError("zAddMsg", "Message table overflow. Either increase the value of Const "
                               "MSG_ENTRIES or use ALL_MESSAGES instead of specific message "
                               "values");
@@ -353,9 +367,8 @@ void Subclasser::sc_UnwatchMsg(QWidget *hWnd, int uMsg, int When)
     InterceptBlock *block = zMap_hWnd(hWnd);
     if (!block)
         return;
-    for (MessageTable *table : {&block->BeforeTable, &block->AfterTable}) {
-        const int bit = table == &block->BeforeTable ? MSG_BEFORE : MSG_AFTER;
-        if ((When & bit) && !table->remove(uMsg))
+    for (MessageTable *table : tablesOf(*block, When)) {
+        if (!table->remove(uMsg))
             zError("zDelMsg", "Message &H" + QString::number(quint32(uMsg), 16).toUpper() +
                                   " not found in table");
     }
