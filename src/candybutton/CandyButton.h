@@ -123,6 +123,8 @@ private:
     void trackMouse();
     void BuildShape();
     void PaintFace(int state);
+    void PaintGlow(quint32 face, quint32 bright);
+    void PaintGloss(quint32 face, quint32 corner);
     void DrawCaption(int state, const QRect &captionRect, bool hasPicture);
     void DrawPicture(int state, QPoint at);
 

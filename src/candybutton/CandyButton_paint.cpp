@@ -122,10 +122,8 @@ QRegion CandyButton::roundedRegion(int W, int H, int R)
 void CandyButton::BuildShape()
 {
     const int W = width(), H = height();
-    int R = std::min(std::max(H / 4 + 1, 1), W / 4);
-    m_CornerRadius = std::max(R, 1);
-    R = m_CornerRadius;
-    const QRegion region = roundedRegion(W, H, R);
+    m_CornerRadius = std::max(std::min(std::max(H / 4 + 1, 1), W / 4), 1);
+    const QRegion region = roundedRegion(W, H, m_CornerRadius);
     if (region != mask())
         setMask(region);
     m_ShapeRegion = region;
@@ -154,7 +152,6 @@ void CandyButton::PaintFace(int state)
 {
     if (m_CornerRadius < 1)
         m_CornerRadius = 1;
-    const int W = width(), H = height(), R = m_CornerRadius;
     quint32 face = state == StateDown || state == StateChecked ? m_ColorButtonDown
                    : state == StateHover                       ? m_ColorButtonHover
                                                                : m_ColorButtonUp;
@@ -165,10 +162,16 @@ void CandyButton::PaintFace(int state)
     }
     const quint32 corner = m_BorderBrightness >= 0 ? BlendColors(face, white, m_BorderBrightness)
                                                    : BlendColors(face, 0, -m_BorderBrightness);
-    const ShapeParams sp = shapeParams(W, H, R);
     m_surface.fill(candy::translateColor(face));
+    PaintGlow(face, bright);
+    PaintGloss(face, corner);
+}
 
-    // The glow, from the face colour at its rim to the bright colour at its centre.
+// The glow, from the face colour at its rim to the bright colour at its centre.
+void CandyButton::PaintGlow(quint32 face, quint32 bright)
+{
+    const int W = width(), H = height();
+    const ShapeParams sp = shapeParams(W, H, m_CornerRadius);
     const int RX = clng(W * sp.GlowWidth / 100.0), RY = clng(H * sp.GlowHeight / 100.0);
     double stepX = 1, stepY = 1;
     if (RX > RY && RY > 0)
@@ -177,24 +180,26 @@ void CandyButton::PaintFace(int state)
         stepY = double(RY) / RX;
     double left = sp.GlowCentreX - RX, right = sp.GlowCentreX + RX;
     double top = sp.GlowCentreY - RY, bottom = sp.GlowCentreY + RY;
-    {
-        QPainter p(&m_surface);
-        p.setPen(Qt::NoPen);
-        quint32 brush = face;
-        for (int count = 2; right > left && bottom > top; ++count) {
-            p.setBrush(QColor(candy::translateColor(brush)));
-            const QRect box(QPoint(clng(left), clng(top)),
-                            QPoint(clng(right) - 1, clng(bottom) - 1));
-            p.drawEllipse(box);
-            left += stepX;
-            right -= stepX;
-            top += stepY;
-            bottom -= stepY;
-            brush = BlendColors(face, bright, clng(sp.GlowRange * count / double(std::max(RY, 1))));
-        }
+    QPainter p(&m_surface);
+    p.setPen(Qt::NoPen);
+    quint32 brush = face;
+    for (int count = 2; right > left && bottom > top; ++count) {
+        p.setBrush(QColor(candy::translateColor(brush)));
+        p.drawEllipse(
+            QRect(QPoint(clng(left), clng(top)), QPoint(clng(right) - 1, clng(bottom) - 1)));
+        left += stepX;
+        right -= stepX;
+        top += stepY;
+        bottom -= stepY;
+        brush = BlendColors(face, bright, clng(sp.GlowRange * count / double(std::max(RY, 1))));
     }
+}
 
-    // The gloss on the upper edge, and the corners outside the shape.
+// The gloss on the upper edge, and the corners outside the shape.
+void CandyButton::PaintGloss(quint32 face, quint32 corner)
+{
+    const int W = width(), H = height(), R = m_CornerRadius;
+    const ShapeParams sp = shapeParams(W, H, R);
     const int step = sp.GlossRange / R;
     const QRgb cornerRgb = candy::translateColor(corner);
     const auto setPixel = [this](int x, int y, QRgb c) {
