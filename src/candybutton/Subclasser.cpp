@@ -204,11 +204,14 @@ public:
         if (InUse == 0 && m_depth == 0)
             free();
     }
+    // The window may go, and this block with it, while it handles the message.
     qint32 callPrevious(QEvent &event)
     {
+        const QPointer<InterceptBlock> alive(this);
         ++InUse;
         const bool result = static_cast<QObject *>(Window.data())->event(&event);
-        --InUse;
+        if (alive)
+            --InUse;
         return result ? 1 : 0;
     }
 

@@ -2,6 +2,7 @@
 #include "support/HkTest.h"
 #include <QCoreApplication>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QWidget>
 #include <functional>
 
@@ -294,6 +295,14 @@ TEST_F(Subclassing, AWindowThatGoesAwayLeavesNothingBehind)
     sc.sc_Subclass(gone);
     sc.sc_WatchMsg(gone, ALL_MESSAGES, MSG_BEFORE | MSG_AFTER);
     delete gone;
+    // One that deletes itself in its own handling of a message.
+    auto *self = new LoggingWindow(log);
+    const QPointer<QWidget> watch(self);
+    sc.sc_Subclass(self);
+    sc.sc_WatchMsg(self, ALL_MESSAGES, MSG_BEFORE | MSG_AFTER);
+    self->deleteLater();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(watch.isNull());
     takeLog();
     sc.sc_ReleaseAll();
     EXPECT_TRUE(boxes().isEmpty());
