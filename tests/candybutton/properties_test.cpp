@@ -67,23 +67,6 @@ TEST_F(CandyProperties, SchemeSetsTheFourColoursAndAHandSetColourMakesItCustom)
     EXPECT_EQ(b.ColorButtonUp(), 0x123456u);
 }
 
-TEST_F(CandyProperties, EverySchemeOfTheTable)
-{
-    const quint32 table[6][4] = {
-        {0xD06720, 0xE99950, 0xA06710, 0xFFEDB0}, {0xD09060, 0xE06000, 0xA98050, 0xFFFAFA},
-        {0x800000, 0xA00000, 0xF00000, 0xFF0000}, {0x000080, 0x0000A0, 0x0000F0, 0x0000FF},
-        {0x008000, 0x00A000, 0x00C000, 0x00FF00}, {0x008080, 0x00A0A0, 0x00C0C0, 0x00FFFF}};
-    CandyButton b;
-    for (int s = 1; s <= 6; ++s) {
-        b.setColorScheme(s);
-        SCOPED_TRACE(s);
-        EXPECT_EQ(b.ColorButtonUp(), table[s - 1][0]);
-        EXPECT_EQ(b.ColorButtonHover(), table[s - 1][1]);
-        EXPECT_EQ(b.ColorButtonDown(), table[s - 1][2]);
-        EXPECT_EQ(b.ColorBright(), table[s - 1][3]);
-    }
-}
-
 TEST_F(CandyProperties, BorderBrightnessIsClampedAndMarkedUnderItsOwnName)
 {
     CandyButton b;
