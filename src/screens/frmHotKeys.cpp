@@ -5,8 +5,10 @@
 #include "common/sm_Text.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyServices.h"
+#include "platform/Dialogs.h"
 #include "platform/KeyCodes.h"
 #include "platform/Modal.h"
+#include "screens/KeyDrag.h"
 #include "screens/frmHotKey_Define.h"
 #include "screens/posButtons.h"
 #include <QEvent>
@@ -46,6 +48,10 @@ frmHotKeys::frmHotKeys(QWidget *parent) : KeyPreviewForm(parent)
     title->addWidget(lblEdit);
     title->addWidget(txtButtonSet, 1);
 
+    keyDrag = new KeyDrag(this);
+    connect(keyDrag, &KeyDrag::dropped, this, [this](int from, int to, bool copy) {
+        DropKey(from / 10, from % 10, to / 10, to % 10, copy);
+    });
     auto *columns = new QGridLayout;
     columns->setSpacing(6);
     for (int n = 1; n <= 4; ++n) {
@@ -69,12 +75,17 @@ frmHotKeys::frmHotKeys(QWidget *parent) : KeyPreviewForm(parent)
             cmdHkGroup[n][j] = key;
             columns->addWidget(key, j + 2, n - 1);
             connect(key, &QPushButton::clicked, this, [this, n, j] { PressKey(n, j); });
+            keyDrag->addKey(key, n * 10 + j + 1);
         }
     }
 
     cmdOkCancel[0] = button("Accept", "cmdOkCancel", this);
     cmdOkCancel[1] = button("Cancel", "cmdOkCancel", this);
     cmdHelp = button("&Help", "cmdHelp", this);
+    cmdUndo = button("Undo", "cmdUndo", this);
+    cmdUndo->setToolTip("Takes back the last change to a key or a column title (Ctrl+Z)");
+    cmdRedo = button("Redo", "cmdRedo", this);
+    cmdRedo->setToolTip("Makes the change that Undo took back again (Ctrl+Y)");
     fraGroupEdit = new QFrame(this);
     fraGroupEdit->setObjectName("fraGroupEdit");
     fraGroupEdit->setFrameShape(QFrame::StyledPanel);
@@ -92,6 +103,11 @@ frmHotKeys::frmHotKeys(QWidget *parent) : KeyPreviewForm(parent)
 
     auto *right = new QVBoxLayout;
     for (MyButton *b : {cmdOkCancel[0], cmdOkCancel[1], cmdHelp}) {
+        b->setMinimumSize(110, 44);
+        right->addWidget(b);
+    }
+    right->addSpacing(16);
+    for (MyButton *b : {cmdUndo, cmdRedo}) {
         b->setMinimumSize(110, 44);
         right->addWidget(b);
     }
@@ -116,6 +132,8 @@ frmHotKeys::frmHotKeys(QWidget *parent) : KeyPreviewForm(parent)
                 [this, i] { cmdGroup_OkCancel_Click(i); });
     }
     connect(cmdHelp, &QPushButton::clicked, this, [this] { cmdHelp_Click(); });
+    connect(cmdUndo, &QPushButton::clicked, this, [this] { Undo(); });
+    connect(cmdRedo, &QPushButton::clicked, this, [this] { Redo(); });
     connect(txtButtonSet, &QLineEdit::textEdited, this, [this] {
         HelpContextID = 8;
         ShowAcceptButton();
@@ -127,6 +145,10 @@ void frmHotKeys::Form_Load()
     gpForm_initControls(this);
     Canceled = false;
     SetLoaded = false;
+    UndoSteps.clear();
+    RedoSteps.clear();
+    mpSteps_show();
+    ReadStamp = versions::FileStamp::of(hotKeySetPath(HotKeySet));
     if (!conv::Trim(fileName).isEmpty()) {
         gpHotKeys_populate(fileName);
     } else {
@@ -155,22 +177,95 @@ void frmHotKeys::gpHotKeys_populate(const QString &sHotKeySet)
     setWindowTitle("Hot Keys Set:  - " + sHotKeySet);
     for (int n = 1; n <= 4; ++n) {
         DrawColumnTitle(n);
-        for (int j = 1; j <= 8; ++j) {
-            const HotKeyButton &k = gHotKeyGroups[n].Buttons[j];
-            MyButton *control = cmdHkGroup[n][j - 1];
-            if (conv::Trim(k.Icon).isEmpty() && conv::Trim(k.Caption).isEmpty()) {
-                control->setCaption("");
-                control->Tag.clear();
-            } else {
-                control->setCaption(k.Caption);
-            }
-            // A redraw never takes a picture away; a missing file leaves the caption alone.
-            const QString picture = gsHotKeyPicturePath + k.Icon;
-            if (!(conv::AboveBlank(k.Icon) && gfbFile_exists(picture) &&
-                  control->setPicture(picture)))
-                control->setCaptionalignment(4);
-        }
+        for (int j = 1; j <= 8; ++j)
+            DrawKey(cmdHkGroup[n][j - 1], gHotKeyGroups[n].Buttons[j], false);
     }
+}
+
+void frmHotKeys::DrawKey(MyButton *control, const HotKeyButton &k, bool exact)
+{
+    if (conv::Trim(k.Icon).isEmpty() && conv::Trim(k.Caption).isEmpty()) {
+        control->setCaption("");
+        control->Tag.clear();
+    } else {
+        control->setCaption(k.Caption);
+    }
+    if (exact)
+        control->clearPicture();
+    // A redraw never takes a picture away; a missing file leaves the caption alone.
+    const QString picture = gsHotKeyPicturePath + k.Icon;
+    if (!(conv::AboveBlank(k.Icon) && gfbFile_exists(picture) && control->setPicture(picture)))
+        control->setCaptionalignment(4);
+}
+
+void frmHotKeys::mpKeys_redraw()
+{
+    for (int n = 1; n <= 4; ++n) {
+        DrawColumnTitle(n);
+        for (int j = 1; j <= 8; ++j)
+            DrawKey(cmdHkGroup[n][j - 1], gHotKeyGroups[n].Buttons[j], true);
+    }
+}
+
+void frmHotKeys::mpStep_begin()
+{
+    UndoSteps.push_back(gHotKeyGroups);
+    RedoSteps.clear();
+    mpSteps_show();
+}
+
+void frmHotKeys::mpSteps_show()
+{
+    cmdUndo->setEnabled(!UndoSteps.empty());
+    cmdRedo->setEnabled(!RedoSteps.empty());
+}
+
+void frmHotKeys::Undo()
+{
+    if (UndoSteps.empty())
+        return;
+    RedoSteps.push_back(gHotKeyGroups);
+    gHotKeyGroups = UndoSteps.back();
+    UndoSteps.pop_back();
+    mpSteps_show();
+    mpKeys_redraw();
+    ShowAcceptButton();
+}
+
+void frmHotKeys::Redo()
+{
+    if (RedoSteps.empty())
+        return;
+    UndoSteps.push_back(gHotKeyGroups);
+    gHotKeyGroups = RedoSteps.back();
+    RedoSteps.pop_back();
+    mpSteps_show();
+    mpKeys_redraw();
+    ShowAcceptButton();
+}
+
+void frmHotKeys::DropKey(int fromGroup, int fromKey, int toGroup, int toKey, bool copy)
+{
+    if (fromGroup == toGroup && fromKey == toKey)
+        return;
+    HotKeyButton &from = gHotKeyGroups[fromGroup].Buttons[fromKey];
+    HotKeyButton &to = gHotKeyGroups[toGroup].Buttons[toKey];
+    if (copy && conv::AboveBlank(to.Caption + to.Icon + to.Item + to.LinkSet) &&
+        platform::MsgBox("Key " + QString::number(toKey) + " of column " +
+                             QString::number(toGroup) + " (\"" + to.Caption +
+                             "\") is already defined.\r\rReplace it with a copy of key " +
+                             QString::number(fromKey) + " of column " +
+                             QString::number(fromGroup) + " (\"" + from.Caption + "\")?",
+                         platform::vbYesNo + platform::vbQuestion + platform::vbDefaultButton2,
+                         "Copy Key") != platform::vbYes)
+        return;
+    mpStep_begin();
+    if (copy)
+        to = from;
+    else
+        std::swap(from, to);
+    mpKeys_redraw();
+    ShowAcceptButton();
 }
 
 void frmHotKeys::ShowAcceptButton()
@@ -200,6 +295,7 @@ void frmHotKeys::BeginColumnEdit(int N)
 void frmHotKeys::cmdGroup_OkCancel_Click(int Index)
 {
     if (Index == 0) {
+        mpStep_begin();
         gHotKeyGroups[PanelGroup].Caption = txtEdit->text();
         gpHotKeys_populate("");
     } else {
@@ -236,6 +332,7 @@ void frmHotKeys::RunKeyDialog(frmHotKey_Define &dialog)
     if (!dialog.Canceled) {
         const int key = static_cast<int>(conv::Val(dialog.ButtonNumber));
         if (key >= 1 && key <= 8) {
+            mpStep_begin();
             HotKeyButton &k = gHotKeyGroups[CurrentGroup].Buttons[key];
             k.Caption = dialog.ButtonLabel;
             k.Item = dialog.ButtomItem;
@@ -252,6 +349,9 @@ void frmHotKeys::cmdOkCancel_Click(int Index)
 {
     if (Index == 0) {
         Canceled = false;
+        if (!gfbOtherStation_check(hotKeySetPath(HotKeySet), ReadStamp,
+                                   "Hot keys set " + HotKeySet))
+            return;
         // A save that fails keeps the editor open, so nothing typed is lost.
         if (!gpHotKeySet_write(HotKeySet, txtButtonSet->text()))
             return;
@@ -266,9 +366,20 @@ void frmHotKeys::cmdHelp_Click()
     gpHelp_press(QString::number(HelpContextID));
 }
 
-void frmHotKeys::Form_KeyDown(int &KeyCode, int)
+void frmHotKeys::Form_KeyDown(int &KeyCode, int Shift)
 {
-    if (KeyCode == platform::vbKeyF1) {
+    // In a text box Ctrl+Z and Ctrl+Y stay the box's own.
+    const bool steps = (Shift & platform::vbCtrlMask) && !qobject_cast<QLineEdit *>(focusWidget());
+    if (steps && KeyCode == platform::vbKeyA + 25) { // Z
+        KeyCode = 0;
+        if (Shift & platform::vbShiftMask)
+            Redo();
+        else
+            Undo();
+    } else if (steps && KeyCode == platform::vbKeyA + 24) { // Y
+        KeyCode = 0;
+        Redo();
+    } else if (KeyCode == platform::vbKeyF1) {
         KeyCode = 0;
         cmdHelp_Click();
     } else if (KeyCode == platform::vbKeyF10) {
