@@ -147,13 +147,13 @@ bool gfbVersion_keep(const QString &path)
     QString error;
     if (versions::keep(path, &error))
         return true;
-    return platform::MsgBox(QDir::toNativeSeparators(path) +
-                                "\r\rThe file as it is now could not be kept in Versions:\r" +
-                                error + "\r\rYes: go on without keeping it.\rNo: leave the file "
-                                        "as it is.",
-                            platform::vbYesNo + platform::vbExclamation +
-                                platform::vbDefaultButton2,
-                            "Version Not Kept") == platform::vbYes;
+    return platform::MsgBox(
+               QDir::toNativeSeparators(path) +
+                   "\r\rThe file as it is now could not be kept in Versions:\r" + error +
+                   "\r\rYes: go on without keeping it.\rNo: leave the file "
+                   "as it is.",
+               platform::vbYesNo + platform::vbExclamation + platform::vbDefaultButton2,
+               "Version Not Kept") == platform::vbYes;
 }
 
 bool gfbOtherStation_check(const QString &path, const versions::FileStamp &read,
@@ -168,11 +168,9 @@ bool gfbOtherStation_check(const QString &path, const versions::FileStamp &read,
                             "Yes: save your changes over the other station's.\r"
                    : what + " was removed at another station since you opened it here.\r\r"
                             "Yes: save your changes, which brings it back.\r";
-    return platform::MsgBox(text +
-                                "No: save nothing now; your changes stay on the screen." +
-                                (kept ? "\r\rThe other station's file is kept in Versions."
-                                      : QString()),
-                            platform::vbYesNo + platform::vbExclamation +
-                                platform::vbDefaultButton2,
-                            "Changed at Another Station") == platform::vbYes;
+    return platform::MsgBox(
+               text + "No: save nothing now; your changes stay on the screen." +
+                   (kept ? "\r\rThe other station's file is kept in Versions." : QString()),
+               platform::vbYesNo + platform::vbExclamation + platform::vbDefaultButton2,
+               "Changed at Another Station") == platform::vbYes;
 }

@@ -51,6 +51,6 @@ bool gfbVersion_keep(const QString &path);
 // Before a screen writes the file it read: when another station changed or removed it
 // meanwhile, keeps the other station's file and asks whether to overwrite it. True to
 // write, false to keep the screen open with nothing saved. `what` names the file for
-// the user: "Hot keys set 07", "The special keys".
+// the user: "Hot keys set 07", "The special key file".
 bool gfbOtherStation_check(const QString &path, const versions::FileStamp &read,
                            const QString &what);

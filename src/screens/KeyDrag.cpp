@@ -121,7 +121,8 @@ void KeyDrag::end()
 MyButton *KeyDrag::keyAt(const QPoint &globalPos) const
 {
     for (MyButton *key : m_keys) {
-        if (key != m_source && key->isVisible() && key->rect().contains(key->mapFromGlobal(globalPos)))
+        if (key != m_source && key->isVisible() &&
+            key->rect().contains(key->mapFromGlobal(globalPos)))
             return key;
     }
     return nullptr;

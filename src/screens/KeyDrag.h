@@ -1,8 +1,8 @@
 #pragma once
+#include <QList>
 #include <QObject>
 #include <QPoint>
 #include <QPointer>
-#include <QList>
 #include <QTimer>
 
 class MyButton;

@@ -254,8 +254,8 @@ void frmHotKeys::DropKey(int fromGroup, int fromKey, int toGroup, int toKey, boo
         platform::MsgBox("Key " + QString::number(toKey) + " of column " +
                              QString::number(toGroup) + " (\"" + to.Caption +
                              "\") is already defined.\r\rReplace it with a copy of key " +
-                             QString::number(fromKey) + " of column " +
-                             QString::number(fromGroup) + " (\"" + from.Caption + "\")?",
+                             QString::number(fromKey) + " of column " + QString::number(fromGroup) +
+                             " (\"" + from.Caption + "\")?",
                          platform::vbYesNo + platform::vbQuestion + platform::vbDefaultButton2,
                          "Copy Key") != platform::vbYes)
         return;
