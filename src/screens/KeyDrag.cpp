@@ -13,7 +13,7 @@ KeyDrag::KeyDrag(QWidget *form) : QObject(form), m_form(form), m_ghost(new QLabe
     m_ghost->setObjectName("lblDragKey");
     m_ghost->setAlignment(Qt::AlignCenter);
     m_ghost->setStyleSheet("QLabel { background: #fff8c0; border: 2px dashed #404040; "
-                           "padding: 6px; font-weight: bold; }");
+                           "padding: 10px; font-weight: bold; }");
     m_ghost->setAttribute(Qt::WA_TransparentForMouseEvents);
     m_ghost->hide();
     m_hold.setSingleShot(true);
@@ -104,7 +104,9 @@ void KeyDrag::begin()
     m_hold.stop();
     const QString caption = m_source->caption().simplified();
     m_ghost->setText(caption.isEmpty() ? QString("(empty key)") : caption);
+    m_ghost->setFont(m_source->font());
     m_ghost->adjustSize();
+    m_ghost->resize(qMax(m_ghost->width(), m_source->width() / 2), m_ghost->height());
     m_ghost->raise();
     m_ghost->show();
     m_source->setDown(true);

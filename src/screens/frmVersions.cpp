@@ -38,6 +38,7 @@ frmVersions::frmVersions(QWidget *parent) : KeyPreviewForm(parent)
     lstVersions = new QListWidget(this);
     lstVersions->setObjectName("lstVersions");
     lstVersions->setMinimumWidth(200);
+    lstVersions->setStyleSheet("QListWidget::item { padding: 8px; }"); // a finger's height
     cmdRestore = new QPushButton("Restore This Version", this);
     cmdRestore->setObjectName("cmdRestore");
     cmdClose = new QPushButton("Close", this);
