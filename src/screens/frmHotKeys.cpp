@@ -368,17 +368,17 @@ void frmHotKeys::cmdHelp_Click()
 
 void frmHotKeys::Form_KeyDown(int &KeyCode, int Shift)
 {
-    // In a text box Ctrl+Z and Ctrl+Y stay the box's own.
-    const bool steps = (Shift & platform::vbCtrlMask) && !qobject_cast<QLineEdit *>(focusWidget());
-    if (steps && KeyCode == platform::vbKeyA + 25) { // Z
+    // Ctrl+Z and Ctrl+Y stay a text box's own while it has typing to take back or redo.
+    const auto *box = qobject_cast<QLineEdit *>(focusWidget());
+    const bool ctrl = Shift & platform::vbCtrlMask;
+    const bool redo = KeyCode == platform::vbKeyA + 24 || (Shift & platform::vbShiftMask);
+    if (ctrl && (KeyCode == platform::vbKeyA + 25 || KeyCode == platform::vbKeyA + 24) &&
+        !(box && (redo ? box->isRedoAvailable() : box->isUndoAvailable()))) {
         KeyCode = 0;
-        if (Shift & platform::vbShiftMask)
+        if (redo)
             Redo();
         else
             Undo();
-    } else if (steps && KeyCode == platform::vbKeyA + 24) { // Y
-        KeyCode = 0;
-        Redo();
     } else if (KeyCode == platform::vbKeyF1) {
         KeyCode = 0;
         cmdHelp_Click();

@@ -118,8 +118,12 @@ TEST_F(SafeEditTest, UndoAndRedoWalkMixedStepsBackToTheFileAsRead)
     EXPECT_FALSE(editor->cmdRedo->isEnabled());
     QTest::mouseClick(editor->cmdUndo, Qt::LeftButton);
 
-    // In the set title the keys stay the text box's own.
+    // In the set title the keys are the editor's until something is typed there.
     editor->txtButtonSet->setFocus();
+    QTest::keyClick(editor->txtButtonSet, Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(editor->cmdHkGroup[1][2]->caption(), "Juice");
+    QTest::keyClick(editor->txtButtonSet, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(editor->cmdHkGroup[1][2]->caption(), "");
     QTest::keyClicks(editor->txtButtonSet, "X");
     QTest::keyClick(editor->txtButtonSet, Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(editor->txtButtonSet->text(), "Lunch");
