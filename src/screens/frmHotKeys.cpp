@@ -222,23 +222,22 @@ void frmHotKeys::mpSteps_show()
 
 void frmHotKeys::Undo()
 {
-    if (UndoSteps.empty())
-        return;
-    RedoSteps.push_back(gHotKeyGroups);
-    gHotKeyGroups = UndoSteps.back();
-    UndoSteps.pop_back();
-    mpSteps_show();
-    mpKeys_redraw();
-    ShowAcceptButton();
+    mpStep_move(UndoSteps, RedoSteps);
 }
 
 void frmHotKeys::Redo()
 {
-    if (RedoSteps.empty())
+    mpStep_move(RedoSteps, UndoSteps);
+}
+
+// Goes back (or forth) one step; the set as it stands becomes a step the other way.
+void frmHotKeys::mpStep_move(std::vector<HotKeyGroups> &from, std::vector<HotKeyGroups> &to)
+{
+    if (from.empty())
         return;
-    UndoSteps.push_back(gHotKeyGroups);
-    gHotKeyGroups = RedoSteps.back();
-    RedoSteps.pop_back();
+    to.push_back(gHotKeyGroups);
+    gHotKeyGroups = from.back();
+    from.pop_back();
     mpSteps_show();
     mpKeys_redraw();
     ShowAcceptButton();

@@ -69,6 +69,7 @@ private:
     // Every change to the keys and column titles is a step; each holds the set as it was.
     void mpStep_begin();
     void mpSteps_show();
+    void mpStep_move(std::vector<HotKeyGroups> &from, std::vector<HotKeyGroups> &to);
     void mpKeys_redraw();
     std::vector<HotKeyGroups> UndoSteps;
     std::vector<HotKeyGroups> RedoSteps;
