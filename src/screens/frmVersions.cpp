@@ -90,6 +90,8 @@ frmVersions::frmVersions(QWidget *parent) : KeyPreviewForm(parent)
     outer->addLayout(left);
     outer->addLayout(right, 1);
 
+    resize(1100, 720);
+
     connect(cboSet, &QComboBox::currentIndexChanged, this, [this] { mpVersions_fill(); });
     connect(lstVersions, &QListWidget::currentRowChanged, this, [this] { mpVersion_draw(); });
     connect(cmdRestore, &QPushButton::clicked, this, [this] { cmdRestore_Click(); });
