@@ -175,11 +175,7 @@ void frmHotKeys::gpHotKeys_populate(const QString &sHotKeySet)
     if (SetTitle.isEmpty())
         return;
     setWindowTitle("Hot Keys Set:  - " + sHotKeySet);
-    for (int n = 1; n <= 4; ++n) {
-        DrawColumnTitle(n);
-        for (int j = 1; j <= 8; ++j)
-            DrawKey(cmdHkGroup[n][j - 1], gHotKeyGroups[n].Buttons[j], false);
-    }
+    mpKeys_draw(false);
 }
 
 void frmHotKeys::DrawKey(MyButton *control, const HotKeyButton &k, bool exact)
@@ -190,20 +186,20 @@ void frmHotKeys::DrawKey(MyButton *control, const HotKeyButton &k, bool exact)
     } else {
         control->setCaption(k.Caption);
     }
+    // Only an exact redraw takes a picture away; a missing file leaves the caption alone.
     if (exact)
         control->clearPicture();
-    // A redraw never takes a picture away; a missing file leaves the caption alone.
     const QString picture = gsHotKeyPicturePath + k.Icon;
     if (!(conv::AboveBlank(k.Icon) && gfbFile_exists(picture) && control->setPicture(picture)))
         control->setCaptionalignment(4);
 }
 
-void frmHotKeys::mpKeys_redraw()
+void frmHotKeys::mpKeys_draw(bool exact)
 {
     for (int n = 1; n <= 4; ++n) {
         DrawColumnTitle(n);
         for (int j = 1; j <= 8; ++j)
-            DrawKey(cmdHkGroup[n][j - 1], gHotKeyGroups[n].Buttons[j], true);
+            DrawKey(cmdHkGroup[n][j - 1], gHotKeyGroups[n].Buttons[j], exact);
     }
 }
 
@@ -239,7 +235,7 @@ void frmHotKeys::mpStep_move(std::vector<HotKeyGroups> &from, std::vector<HotKey
     gHotKeyGroups = from.back();
     from.pop_back();
     mpSteps_show();
-    mpKeys_redraw();
+    mpKeys_draw(true);
     ShowAcceptButton();
 }
 
@@ -263,7 +259,7 @@ void frmHotKeys::DropKey(int fromGroup, int fromKey, int toGroup, int toKey, boo
         to = from;
     else
         std::swap(from, to);
-    mpKeys_redraw();
+    mpKeys_draw(true);
     ShowAcceptButton();
 }
 

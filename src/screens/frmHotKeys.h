@@ -70,7 +70,8 @@ private:
     void mpStep_begin();
     void mpSteps_show();
     void mpStep_move(std::vector<HotKeyGroups> &from, std::vector<HotKeyGroups> &to);
-    void mpKeys_redraw();
+    // Undo, redo and drags draw `exact`ly: a key that lost its picture shows none.
+    void mpKeys_draw(bool exact);
     std::vector<HotKeyGroups> UndoSteps;
     std::vector<HotKeyGroups> RedoSteps;
     // The file as it was read, to tell on Accept whether another station saved it meanwhile.
