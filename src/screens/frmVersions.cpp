@@ -13,12 +13,18 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
+#include <QLocale>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 namespace {
 
-const char *const kTimeFormat = "dd/MM/yyyy  HH:mm:ss";
+// The date as the store's system writes it; seconds tell two saves of a minute apart.
+QString timeText(const QDateTime &time)
+{
+    return QLocale::system().toString(time.date(), QLocale::ShortFormat) + "  " +
+           time.toString("HH:mm:ss");
+}
 
 QString setCaption(const QString &fileName)
 {
@@ -127,7 +133,7 @@ void frmVersions::mpVersions_fill()
     Shown = versions::list(cboSet->currentData().toString());
     const QSignalBlocker quiet(lstVersions);
     lstVersions->clear();
-    for (const versions::Version &v : Shown) lstVersions->addItem(v.time.toString(kTimeFormat));
+    for (const versions::Version &v : Shown) lstVersions->addItem(timeText(v.time));
     lstVersions->setCurrentRow(Shown.isEmpty() ? -1 : 0);
     mpVersion_draw();
 }
@@ -160,7 +166,7 @@ void frmVersions::cmdRestore_Click()
         return;
     const versions::Version version = Shown[row];
     const QString number = hotKeySetShownDigits(version.fileName);
-    const QString when = version.time.toString(kTimeFormat);
+    const QString when = timeText(version.time);
     if (platform::MsgBox("Set " + number + " will be put back as it was before " + when +
                              ".\r\rThe set as it is now is kept in Versions first.\r\r"
                              "Restore it?",

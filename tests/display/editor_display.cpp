@@ -4,10 +4,13 @@
 #include "screens/frmButtonSet_Find.h"
 #include "screens/frmHotKey_Define.h"
 #include "screens/frmHotKeys.h"
+#include "screens/frmVersions.h"
 #include "screens/posButtons.h"
 #include "shell/frmMain.h"
 #include <QApplication>
+#include <QFile>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -197,4 +200,33 @@ TEST_F(EditorOnDisplay, DragSwapsAndCopiesKeysAndUndoAndRedoTakeThemBackAndForth
     EXPECT_EQ(set.count(firstLine), 2) << set.toStdString();
     EXPECT_LT(set.indexOf("[GROUP]1"), set.indexOf(firstLine));
     EXPECT_LT(set.indexOf("[GROUP]4"), set.lastIndexOf(firstLine));
+}
+
+TEST_F(EditorOnDisplay, AnAcceptedChangeIsTakenBackFromTheVersionsScreen)
+{
+    const QByteArray asSeeded = readDataFile("HKSET01.SDF");
+    QPointer<frmHotKeys> editor;
+    QPointer<frmVersions> screen;
+    robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdEdit[1]); });
+    robot.on<frmHotKeys>([&](frmHotKeys &form) {
+        editor = &form;
+        Robot::drag(form.cmdHkGroup[1][0], form.cmdHkGroup[1][1]);
+    });
+    robot.until(
+        "the swap", [&] { return editor->cmdUndo->isEnabled(); },
+        [&] { Robot::click(editor->cmdOkCancel[0]); });
+    robot.on<frmMain>([&](frmMain &) { Robot::key("v"); });
+    robot.on<frmVersions>([&](frmVersions &form) {
+        screen = &form;
+        EXPECT_EQ(form.lstVersions->count(), 1);
+        robot.shot(&form, "versions");
+        Robot::click(form.cmdRestore);
+    });
+    robot.answer("Set 01 will be put back as it was before", QMessageBox::Yes);
+    robot.until(
+        "the restore said", [&] { return !screen->lblStatus->text().isEmpty(); },
+        [&] { Robot::key("Escape"); });
+    robot.on<frmMain>([&](frmMain &) { Robot::key("Escape"); });
+    EXPECT_EQ(runProgram(), 0);
+    EXPECT_EQ(readDataFile("HKSET01.SDF"), asSeeded);
 }
