@@ -3,6 +3,8 @@
 #include "CandyGallery.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyServices.h"
+#include "hotkeys/hkeyVersions.h"
 #include "lookup/GridSetUpBackOffice.h"
 #include "lookup/frm_Lookup.h"
 #include "platform/KeyPreviewForm.h"
@@ -12,6 +14,8 @@
 #include "screens/frmHotKeys_Trial.h"
 #include "screens/frmSpecialKey_edit.h"
 #include "screens/frmSpecialKeys.h"
+#include "screens/frmVersions.h"
+#include "screens/posButtons.h"
 #include "settings/clsDataPath.h"
 #include "settings/frmSMFILE_PATH.h"
 #include "settings/frmSM_DATAPATH2.h"
@@ -19,8 +23,11 @@
 #include "shell/frmMain.h"
 #include "shell/hkeyDBSM_Setup.h"
 #include <QDir>
+#include <QFile>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QRadioButton>
+#include <QTemporaryDir>
 #include <QTimer>
 #include <cstdio>
 
@@ -35,6 +42,56 @@ void save(QWidget &w, const QString &folder, const QString &name)
     std::printf("%s\n", qPrintable(path));
 }
 
+void mouse(QWidget *to, QEvent::Type type, QWidget *over, Qt::MouseButtons held)
+{
+    const QPoint global = over->mapToGlobal(over->rect().center() + QPoint(12, 8));
+    QMouseEvent event(type, to->mapFromGlobal(global), global, Qt::LeftButton, held,
+                      Qt::NoModifier);
+    QApplication::sendEvent(to, &event);
+}
+
+// The editor after two changes, with a key being dragged onto another.
+void saveDrag(frmHotKeys &editor, const QString &out)
+{
+    editor.resize(1280, 800);
+    editor.show();
+    QApplication::processEvents();
+    HotKeyButton &k = gHotKeyGroups[3].Buttons[2];
+    k.Caption = "Iced Tea";
+    editor.DropKey(1, 1, 1, 2, false);
+    MyButton *from = editor.cmdHkGroup[1][0];
+    mouse(from, QEvent::MouseButtonPress, from, Qt::LeftButton);
+    mouse(from, QEvent::MouseMove, editor.cmdHkGroup[1][3], Qt::LeftButton);
+    mouse(from, QEvent::MouseMove, editor.cmdHkGroup[2][2], Qt::LeftButton);
+    save(editor, out, "frmHotKeys-drag");
+    mouse(from, QEvent::MouseButtonRelease, editor.cmdHkGroup[2][2], Qt::NoButton);
+}
+
+// The versions screen on two saves of set 01; the set is put back as it was after.
+void saveVersions(const QString &out)
+{
+    const QString path = hotKeySetPath("01");
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return;
+    const QByteArray original = file.readAll();
+    file.close();
+    gpHotKeySet_clear();
+    const QString title = gfsHotKeySet_read("01");
+    std::swap(gHotKeyGroups[1].Buttons[1], gHotKeyGroups[1].Buttons[2]);
+    gpHotKeySet_write("01", title);
+    gHotKeyGroups[2].Caption = "Specials";
+    gpHotKeySet_write("01", title);
+    frmVersions screen;
+    screen.fileName = "HKSET01.SDF";
+    screen.Form_Load();
+    screen.resize(1280, 760);
+    save(screen, out, "frmVersions");
+    versions::restore(versions::list("HKSET01.SDF").last(), nullptr);
+    if (file.open(QIODevice::ReadOnly) && file.readAll() != original)
+        std::printf("HKSET01.SDF was not put back as it was\n");
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -44,6 +101,9 @@ int main(int argc, char **argv)
     platform::Application app(argc, argv);
     const QString out = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QDir::currentPath();
     QDir().mkpath(out);
+    // Versions this tool makes go to a folder of its own, never the user's.
+    QTemporaryDir kept;
+    versions::setRoot(kept.path());
 
     gDataPath.setMaxStations(50);
     gDataPath.setStationNumberEnabled(true);
@@ -78,6 +138,8 @@ int main(int argc, char **argv)
         }
         editor.BeginColumnEdit(2);
         save(editor, out, "frmHotKeys-column-title");
+        editor.cmdGroup_OkCancel_Click(1);
+        saveDrag(editor, out);
         frmHotKey_Define key;
         editor.PrepareKeyDialog(key, 1, 1);
         save(key, out, "frmHotKey_Define");
@@ -85,6 +147,8 @@ int main(int argc, char **argv)
         finder.ButtonSet_Current = "1";
         finder.Form_Load();
         save(finder, out, "frmButtonSet_Find");
+
+        saveVersions(out);
 
         frmHotKeys_Trial trial;
         trial.msfileName = "HKSET01.SDF";

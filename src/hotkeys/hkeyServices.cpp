@@ -4,6 +4,7 @@
 #include "common/sm_Files.h"
 #include "common/sm_Text.h"
 #include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyVersions.h"
 #include "platform/Dialogs.h"
 #include "settings/clsDataPath.h"
 #include <QCoreApplication>
@@ -95,9 +96,8 @@ std::optional<int> numberOf(const TagScan &scan, Tag tag, int last)
     return *n;
 }
 
-void readGroupLine(const TagScan &scan, int group)
+void readGroupLine(const TagScan &scan, HotKeyGroup &g)
 {
-    HotKeyGroup &g = gHotKeyGroups[group];
     g.Caption = scan.value(tCaption);
     g.Color = glHotKeyColor_value(scan.value(tColor));
 }
@@ -139,7 +139,12 @@ QString hotKeySetPath(const QString &sFileNumber)
 
 void gpHotKeySet_clear()
 {
-    for (HotKeyGroup &g : gHotKeyGroups) {
+    hotKeySetClear(gHotKeyGroups);
+}
+
+void hotKeySetClear(HotKeyGroups &groups)
+{
+    for (HotKeyGroup &g : groups) {
         g.Caption.clear();
         g.Color = kButtonFaceColor;
         g.Buttons.fill(HotKeyButton());
@@ -155,6 +160,11 @@ QString gfsHotKeySet_read(const QString &sSetNumber)
         showMissing(path);
         return QString();
     }
+    return hotKeySetParse(text, gHotKeyGroups);
+}
+
+QString hotKeySetParse(const QString &text, HotKeyGroups &groups)
+{
     const QList<QStringView> lines = textfile::splitLineViews(text);
     if (lines.isEmpty())
         return QString();
@@ -165,10 +175,10 @@ QString gfsHotKeySet_read(const QString &sSetNumber)
         if (scan.has(tGroup)) {
             group = numberOf(scan, tGroup, 4);
             if (group)
-                readGroupLine(scan, *group);
+                readGroupLine(scan, groups[*group]);
         } else if (scan.has(tButton) && group) {
             if (const std::optional<int> key = numberOf(scan, tButton, 8))
-                readKeyLine(scan, gHotKeyGroups[*group].Buttons[*key]);
+                readKeyLine(scan, groups[*group].Buttons[*key]);
         }
     }
     return title;
@@ -177,6 +187,8 @@ QString gfsHotKeySet_read(const QString &sSetNumber)
 bool gpHotKeySet_write(const QString &sSetNumber, const QString &sTitle)
 {
     const QString path = hotKeySetPath(sSetNumber);
+    if (!gfbVersion_keep(path))
+        return false;
     QString error;
     if (!textfile::writeLines(path, setLines(sTitle), &error)) {
         showWriteFailure(path, error);
@@ -307,7 +319,7 @@ SetRemoval gpHotKeySet_remove(const QString &sSetNumber)
             if (!mpDropLinks(lines, removed))
                 continue;
             changed = true;
-            if (!mpRewrite(path, lines, &error)) {
+            if (!versions::keep(path, &error) || !mpRewrite(path, lines, &error)) {
                 failed << name;
                 result.problems << QDir::toNativeSeparators(path) + ": " + error;
             }
@@ -316,6 +328,11 @@ SetRemoval gpHotKeySet_remove(const QString &sSetNumber)
     if (!result.problems.isEmpty())
         return result;
     QFile set(hotKeySetPath(sSetNumber));
+    QString error;
+    if (!versions::keep(set.fileName(), &error)) {
+        result.problems << QDir::toNativeSeparators(set.fileName()) + ": " + error;
+        return result;
+    }
     result.removed = set.remove() || !set.exists();
     if (!result.removed)
         result.problems << QDir::toNativeSeparators(set.fileName()) + ": " + set.errorString();
@@ -331,6 +348,8 @@ QString dataFile(const char *name)
 
 bool mpKeyFile_write(const QString &path, const QStringList &lines, const QString &kind)
 {
+    if (!gfbVersion_keep(path))
+        return false;
     QString error;
     if (textfile::writeLines(path, lines, &error))
         return true;

@@ -5,8 +5,10 @@
 #include "common/sm_Text.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyServices.h"
+#include "platform/Dialogs.h"
 #include "platform/KeyCodes.h"
 #include "platform/Modal.h"
+#include "screens/KeyDrag.h"
 #include "screens/frmHotKey_Define.h"
 #include "screens/posButtons.h"
 #include <QEvent>
@@ -46,6 +48,10 @@ frmHotKeys::frmHotKeys(QWidget *parent) : KeyPreviewForm(parent)
     title->addWidget(lblEdit);
     title->addWidget(txtButtonSet, 1);
 
+    keyDrag = new KeyDrag(this);
+    connect(keyDrag, &KeyDrag::dropped, this, [this](int from, int to, bool copy) {
+        DropKey(from / 10, from % 10, to / 10, to % 10, copy);
+    });
     auto *columns = new QGridLayout;
     columns->setSpacing(6);
     for (int n = 1; n <= 4; ++n) {
@@ -69,12 +75,17 @@ frmHotKeys::frmHotKeys(QWidget *parent) : KeyPreviewForm(parent)
             cmdHkGroup[n][j] = key;
             columns->addWidget(key, j + 2, n - 1);
             connect(key, &QPushButton::clicked, this, [this, n, j] { PressKey(n, j); });
+            keyDrag->addKey(key, n * 10 + j + 1);
         }
     }
 
     cmdOkCancel[0] = button("Accept", "cmdOkCancel", this);
     cmdOkCancel[1] = button("Cancel", "cmdOkCancel", this);
     cmdHelp = button("&Help", "cmdHelp", this);
+    cmdUndo = button("Undo", "cmdUndo", this);
+    cmdUndo->setToolTip("Takes back the last change to a key or a column title (Ctrl+Z)");
+    cmdRedo = button("Redo", "cmdRedo", this);
+    cmdRedo->setToolTip("Makes the change that Undo took back again (Ctrl+Y)");
     fraGroupEdit = new QFrame(this);
     fraGroupEdit->setObjectName("fraGroupEdit");
     fraGroupEdit->setFrameShape(QFrame::StyledPanel);
@@ -92,6 +103,11 @@ frmHotKeys::frmHotKeys(QWidget *parent) : KeyPreviewForm(parent)
 
     auto *right = new QVBoxLayout;
     for (MyButton *b : {cmdOkCancel[0], cmdOkCancel[1], cmdHelp}) {
+        b->setMinimumSize(110, 44);
+        right->addWidget(b);
+    }
+    right->addSpacing(16);
+    for (MyButton *b : {cmdUndo, cmdRedo}) {
         b->setMinimumSize(110, 44);
         right->addWidget(b);
     }
@@ -116,6 +132,8 @@ frmHotKeys::frmHotKeys(QWidget *parent) : KeyPreviewForm(parent)
                 [this, i] { cmdGroup_OkCancel_Click(i); });
     }
     connect(cmdHelp, &QPushButton::clicked, this, [this] { cmdHelp_Click(); });
+    connect(cmdUndo, &QPushButton::clicked, this, [this] { Undo(); });
+    connect(cmdRedo, &QPushButton::clicked, this, [this] { Redo(); });
     connect(txtButtonSet, &QLineEdit::textEdited, this, [this] {
         HelpContextID = 8;
         ShowAcceptButton();
@@ -127,6 +145,10 @@ void frmHotKeys::Form_Load()
     gpForm_initControls(this);
     Canceled = false;
     SetLoaded = false;
+    UndoSteps.clear();
+    RedoSteps.clear();
+    mpSteps_show();
+    ReadStamp = versions::FileStamp::of(hotKeySetPath(HotKeySet));
     if (!conv::Trim(fileName).isEmpty()) {
         gpHotKeys_populate(fileName);
     } else {
@@ -153,24 +175,92 @@ void frmHotKeys::gpHotKeys_populate(const QString &sHotKeySet)
     if (SetTitle.isEmpty())
         return;
     setWindowTitle("Hot Keys Set:  - " + sHotKeySet);
+    mpKeys_draw(false);
+}
+
+void frmHotKeys::DrawKey(MyButton *control, const HotKeyButton &k, bool exact)
+{
+    if (conv::Trim(k.Icon).isEmpty() && conv::Trim(k.Caption).isEmpty()) {
+        control->setCaption("");
+        control->Tag.clear();
+    } else {
+        control->setCaption(k.Caption);
+    }
+    // Only an exact redraw takes a picture away; a missing file leaves the caption alone.
+    if (exact)
+        control->clearPicture();
+    const QString picture = gsHotKeyPicturePath + k.Icon;
+    if (!(conv::AboveBlank(k.Icon) && gfbFile_exists(picture) && control->setPicture(picture)))
+        control->setCaptionalignment(4);
+}
+
+void frmHotKeys::mpKeys_draw(bool exact)
+{
     for (int n = 1; n <= 4; ++n) {
         DrawColumnTitle(n);
-        for (int j = 1; j <= 8; ++j) {
-            const HotKeyButton &k = gHotKeyGroups[n].Buttons[j];
-            MyButton *control = cmdHkGroup[n][j - 1];
-            if (conv::Trim(k.Icon).isEmpty() && conv::Trim(k.Caption).isEmpty()) {
-                control->setCaption("");
-                control->Tag.clear();
-            } else {
-                control->setCaption(k.Caption);
-            }
-            // A redraw never takes a picture away; a missing file leaves the caption alone.
-            const QString picture = gsHotKeyPicturePath + k.Icon;
-            if (!(conv::AboveBlank(k.Icon) && gfbFile_exists(picture) &&
-                  control->setPicture(picture)))
-                control->setCaptionalignment(4);
-        }
+        for (int j = 1; j <= 8; ++j)
+            DrawKey(cmdHkGroup[n][j - 1], gHotKeyGroups[n].Buttons[j], exact);
     }
+}
+
+void frmHotKeys::mpStep_begin()
+{
+    UndoSteps.push_back(gHotKeyGroups);
+    RedoSteps.clear();
+    mpSteps_show();
+}
+
+void frmHotKeys::mpSteps_show()
+{
+    cmdUndo->setEnabled(!UndoSteps.empty());
+    cmdRedo->setEnabled(!RedoSteps.empty());
+}
+
+void frmHotKeys::Undo()
+{
+    mpStep_move(UndoSteps, RedoSteps);
+}
+
+void frmHotKeys::Redo()
+{
+    mpStep_move(RedoSteps, UndoSteps);
+}
+
+// Goes back (or forth) one step; the set as it stands becomes a step the other way.
+void frmHotKeys::mpStep_move(std::vector<HotKeyGroups> &from, std::vector<HotKeyGroups> &to)
+{
+    if (from.empty())
+        return;
+    to.push_back(gHotKeyGroups);
+    gHotKeyGroups = from.back();
+    from.pop_back();
+    mpSteps_show();
+    mpKeys_draw(true);
+    ShowAcceptButton();
+}
+
+void frmHotKeys::DropKey(int fromGroup, int fromKey, int toGroup, int toKey, bool copy)
+{
+    if (fromGroup == toGroup && fromKey == toKey)
+        return;
+    HotKeyButton &from = gHotKeyGroups[fromGroup].Buttons[fromKey];
+    HotKeyButton &to = gHotKeyGroups[toGroup].Buttons[toKey];
+    if (copy && conv::AboveBlank(to.Caption + to.Icon + to.Item + to.LinkSet) &&
+        platform::MsgBox("Key " + QString::number(toKey) + " of column " +
+                             QString::number(toGroup) + " (\"" + to.Caption +
+                             "\") is already defined.\r\rReplace it with a copy of key " +
+                             QString::number(fromKey) + " of column " + QString::number(fromGroup) +
+                             " (\"" + from.Caption + "\")?",
+                         platform::vbYesNo + platform::vbQuestion + platform::vbDefaultButton2,
+                         "Copy Key") != platform::vbYes)
+        return;
+    mpStep_begin();
+    if (copy)
+        to = from;
+    else
+        std::swap(from, to);
+    mpKeys_draw(true);
+    ShowAcceptButton();
 }
 
 void frmHotKeys::ShowAcceptButton()
@@ -200,6 +290,7 @@ void frmHotKeys::BeginColumnEdit(int N)
 void frmHotKeys::cmdGroup_OkCancel_Click(int Index)
 {
     if (Index == 0) {
+        mpStep_begin();
         gHotKeyGroups[PanelGroup].Caption = txtEdit->text();
         gpHotKeys_populate("");
     } else {
@@ -236,6 +327,7 @@ void frmHotKeys::RunKeyDialog(frmHotKey_Define &dialog)
     if (!dialog.Canceled) {
         const int key = static_cast<int>(conv::Val(dialog.ButtonNumber));
         if (key >= 1 && key <= 8) {
+            mpStep_begin();
             HotKeyButton &k = gHotKeyGroups[CurrentGroup].Buttons[key];
             k.Caption = dialog.ButtonLabel;
             k.Item = dialog.ButtomItem;
@@ -252,6 +344,9 @@ void frmHotKeys::cmdOkCancel_Click(int Index)
 {
     if (Index == 0) {
         Canceled = false;
+        if (!gfbOtherStation_check(hotKeySetPath(HotKeySet), ReadStamp,
+                                   "Hot keys set " + HotKeySet))
+            return;
         // A save that fails keeps the editor open, so nothing typed is lost.
         if (!gpHotKeySet_write(HotKeySet, txtButtonSet->text()))
             return;
@@ -266,9 +361,20 @@ void frmHotKeys::cmdHelp_Click()
     gpHelp_press(QString::number(HelpContextID));
 }
 
-void frmHotKeys::Form_KeyDown(int &KeyCode, int)
+void frmHotKeys::Form_KeyDown(int &KeyCode, int Shift)
 {
-    if (KeyCode == platform::vbKeyF1) {
+    // Ctrl+Z and Ctrl+Y stay a text box's own while it has typing to take back or redo.
+    const auto *box = qobject_cast<QLineEdit *>(focusWidget());
+    const bool ctrl = Shift & platform::vbCtrlMask;
+    const bool redo = KeyCode == platform::vbKeyA + 24 || (Shift & platform::vbShiftMask);
+    if (ctrl && (KeyCode == platform::vbKeyA + 25 || KeyCode == platform::vbKeyA + 24) &&
+        !(box && (redo ? box->isRedoAvailable() : box->isUndoAvailable()))) {
+        KeyCode = 0;
+        if (redo)
+            Redo();
+        else
+            Undo();
+    } else if (KeyCode == platform::vbKeyF1) {
         KeyCode = 0;
         cmdHelp_Click();
     } else if (KeyCode == platform::vbKeyF10) {

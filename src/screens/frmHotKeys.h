@@ -1,12 +1,16 @@
 #pragma once
+#include "hotkeys/hkeyServices.h"
+#include "hotkeys/hkeyVersions.h"
 #include "platform/KeyPreviewForm.h"
 #include <array>
+#include <vector>
 
 class MyButton;
 class QFrame;
 class QLabel;
 class QLineEdit;
 class frmHotKey_Define;
+class KeyDrag;
 
 // The set editor: four columns of eight keys, the set's title and the column
 // titles. It works on gHotKeyGroups in place; only Accept writes the file.
@@ -30,12 +34,22 @@ public:
     void PrepareKeyDialog(frmHotKey_Define &dialog, int group, int key);
     void RunKeyDialog(frmHotKey_Define &dialog);
     void PressKey(int group, int index);
+    // Key `fromKey` of column `fromGroup` dropped on another key: the two swap places,
+    // or with `copy` the first is copied over the second (after asking, when it is defined).
+    void DropKey(int fromGroup, int fromKey, int toGroup, int toKey, bool copy);
+    void Undo();
+    void Redo();
+    // A key as the editor shows it; `exact` also takes away a picture the key no longer has.
+    static void DrawKey(MyButton *control, const HotKeyButton &k, bool exact);
 
     QLineEdit *txtButtonSet;
     QLabel *lblEdit;
     std::array<MyButton *, 5> cmdEdit_Group{};             // 1 to 4
     std::array<std::array<MyButton *, 8>, 5> cmdHkGroup{}; // [1..4][0..7]
     std::array<MyButton *, 2> cmdOkCancel;
+    MyButton *cmdUndo;
+    MyButton *cmdRedo;
+    KeyDrag *keyDrag;
     MyButton *cmdHelp;
     QFrame *fraGroupEdit;
     QLineEdit *txtEdit;
@@ -52,6 +66,16 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    // Every change to the keys and column titles is a step; each holds the set as it was.
+    void mpStep_begin();
+    void mpSteps_show();
+    void mpStep_move(std::vector<HotKeyGroups> &from, std::vector<HotKeyGroups> &to);
+    // Undo, redo and drags draw `exact`ly: a key that lost its picture shows none.
+    void mpKeys_draw(bool exact);
+    std::vector<HotKeyGroups> UndoSteps;
+    std::vector<HotKeyGroups> RedoSteps;
+    // The file as it was read, to tell on Accept whether another station saved it meanwhile.
+    versions::FileStamp ReadStamp;
     bool SetLoaded = false;
     int CurrentGroup = 1;
     // The column the title panel was opened for: pressing a key in another

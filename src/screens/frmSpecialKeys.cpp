@@ -8,6 +8,7 @@
 #include "platform/Modal.h"
 #include "screens/frmSpecialKey_edit.h"
 #include "screens/posButtons.h"
+#include "settings/clsDataPath.h"
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -67,6 +68,7 @@ frmSpecialKeys::frmSpecialKeys(QWidget *parent) : KeyPreviewForm(parent)
 void frmSpecialKeys::Form_Load()
 {
     gpForm_initControls(this);
+    ReadStamp = versions::FileStamp::of(mpFile_path());
     for (SpecialKeyPanel *panel : cmdSpecial) {
         SpecialKey key = keyOf(panel);
         gpSpecialKey_read(key);
@@ -124,6 +126,9 @@ void frmSpecialKeys::cmdSpecial_Click(int Index)
 void frmSpecialKeys::cmdOkCancel_Click(int Index)
 {
     if (Index == 0) {
+        if (!gfbOtherStation_check(mpFile_path(), ReadStamp,
+                                   gbCouponKeys ? "The coupon key file" : "The special key file"))
+            return;
         const bool written =
             gbCouponKeys ? gpCouponKeys_write(keyOf(cmdSpecial[0]), keyOf(cmdSpecial[1]),
                                               keyOf(cmdSpecial[2]))
@@ -136,6 +141,11 @@ void frmSpecialKeys::cmdOkCancel_Click(int Index)
     } else {
         reject();
     }
+}
+
+QString frmSpecialKeys::mpFile_path() const
+{
+    return gDataPath.DataPath() + (gbCouponKeys ? "/COUPON.BDF" : "/SPECIAL.BDF");
 }
 
 void frmSpecialKeys::Form_KeyDown(int &KeyCode, int)

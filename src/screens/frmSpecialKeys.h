@@ -1,4 +1,5 @@
 #pragma once
+#include "hotkeys/hkeyVersions.h"
 #include "platform/KeyPreviewForm.h"
 #include <array>
 
@@ -24,4 +25,9 @@ public:
 
     void cmdSpecial_Click(int Index);
     void cmdOkCancel_Click(int Index);
+
+private:
+    QString mpFile_path() const;
+    // The file as it was read, to tell on Accept whether another station saved it meanwhile.
+    versions::FileStamp ReadStamp;
 };

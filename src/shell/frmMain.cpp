@@ -15,6 +15,7 @@
 #include "screens/frmHotKeys.h"
 #include "screens/frmHotKeys_Trial.h"
 #include "screens/frmSpecialKeys.h"
+#include "screens/frmVersions.h"
 #include "screens/posButtons.h"
 #include <QCursor>
 #include <QEvent>
@@ -84,6 +85,10 @@ frmMain::frmMain(QWidget *parent) : KeyPreviewForm(parent)
     grid->addWidget(cmdPrint, 2, 3);
     grid->addWidget(cmdHelp, 2, 4);
     grid->addWidget(cmdExit, 2, 5);
+    cmdVersions = button("&Versions", "cmdVersions", this);
+    cmdVersions->setToolTip("Earlier versions of the selected set, and removed sets");
+    grid->addWidget(cmdVersions, 3, 0);
+    connect(cmdVersions, &QPushButton::clicked, this, [this] { cmdVersions_Click(); });
     resize(820, 560);
 
     for (int i = 0; i < 3; ++i)
@@ -296,6 +301,18 @@ void frmMain::fgrdItems_DblClick()
         cmdEdit[0]->click();
 }
 
+void frmMain::cmdVersions_Click()
+{
+    frmVersions screen(this);
+    const int row = fgrdItems->Row();
+    if (bHaveSets && mpIsSetRow(row))
+        screen.fileName = msRowFiles.value(row - fgrdItems->FixedRows());
+    screen.Form_Load();
+    platform::showModal(screen);
+    if (screen.Restored)
+        mpSetList_fill();
+}
+
 void frmMain::Form_KeyDown(int &KeyCode, int)
 {
     QPushButton *target = nullptr;
@@ -321,6 +338,9 @@ void frmMain::Form_KeyDown(int &KeyCode, int)
     case platform::vbKeyA + 18:
         target = cmdSpecial;
         break; // S
+    case platform::vbKeyA + 21:
+        target = cmdVersions;
+        break; // V
     case platform::vbKeyEscape:
         target = cmdExit;
         break;

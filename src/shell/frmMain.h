@@ -28,6 +28,7 @@ public:
     QPushButton *cmdPrint;
     QPushButton *cmdHelp;
     QPushButton *cmdExit;
+    QPushButton *cmdVersions;
     MyButton *cmdChangeOrder;
     QMenu *mnuPrint;
     std::array<QAction *, 2> mnuPrintType;
@@ -55,6 +56,7 @@ private:
     void cmdSpecial_Click(bool coupons);
     void cmdPrint_Click();
     void fgrdItems_DblClick();
+    void cmdVersions_Click();
     // Shows the set editor for a set; true when the user accepted it.
     bool mpEditSet(const QString &setNumber, const QString &fileName, int helpContext);
 };

@@ -1,5 +1,6 @@
 #include "display/ProgramTest.h"
 #include "database/ZelDBSM_MSDE.h"
+#include "hotkeys/hkeyVersions.h"
 #include "platform/AppInfo.h"
 #include "platform/Instance.h"
 #include "shell/hkeyMain.h"
@@ -31,6 +32,7 @@ void ProgramTest::SetUp()
 
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, temp.filePath("settings"));
     platform::setApplicationFolder(temp.filePath("app"));
+    versions::setRoot(temp.filePath("versions"));
     platform::Instance::setKey("display-" + QUuid::createUuid().toString(QUuid::Id128));
     platform::ShellPort::install(&shell);
 }
@@ -42,6 +44,7 @@ void ProgramTest::TearDown()
     platform::ShellPort::install(nullptr);
     gpDBSM_Disconnect();
     platform::setApplicationFolder(QString());
+    versions::setRoot(QString());
 }
 
 int ProgramTest::runProgram()

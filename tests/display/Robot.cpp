@@ -169,6 +169,23 @@ void Robot::click(QWidget *widget, QPoint at)
         {"mousemove", "--sync", QString::number(at.x()), QString::number(at.y()), "click", "1"});
 }
 
+void Robot::drag(QWidget *from, QWidget *to, const QString &held)
+{
+    const QPoint start = from->mapToGlobal(from->rect().center());
+    const QPoint end = to->mapToGlobal(to->rect().center());
+    const auto moveTo = [](QPoint at) {
+        run("xdotool", {"mousemove", "--sync", QString::number(at.x()), QString::number(at.y())});
+    };
+    moveTo(start);
+    if (!held.isEmpty())
+        run("xdotool", {"keydown", held});
+    run("xdotool", {"mousedown", "1"});
+    for (int step = 1; step <= 4; ++step) moveTo(start + (end - start) * step / 4);
+    run("xdotool", {"mouseup", "1"});
+    if (!held.isEmpty())
+        run("xdotool", {"keyup", held});
+}
+
 void Robot::key(const QString &keys)
 {
     run("xdotool", QStringList{"key", "--delay", "20"} + keys.split(' '));

@@ -46,6 +46,9 @@ public:
     // Real input through the X server.
     static void click(QWidget *widget);
     static void click(QWidget *widget, QPoint at);
+    // Presses on one widget, moves in steps and lets go over the other, with `held`
+    // (xdotool key names, "ctrl") held down meanwhile.
+    static void drag(QWidget *from, QWidget *to, const QString &held = QString());
     static void key(const QString &keys); // key names as xdotool knows them: "F10", "Escape"
     static void type(const QString &text);
     static QString run(const QString &program, const QStringList &args);

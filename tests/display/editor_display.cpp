@@ -4,10 +4,13 @@
 #include "screens/frmButtonSet_Find.h"
 #include "screens/frmHotKey_Define.h"
 #include "screens/frmHotKeys.h"
+#include "screens/frmVersions.h"
 #include "screens/posButtons.h"
 #include "shell/frmMain.h"
 #include <QApplication>
+#include <QFile>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -155,4 +158,75 @@ TEST_F(EditorOnDisplay, TheLookupOpensMaximizedEachTimeFromTheKeyDialog)
     robot.on<frmHotKeys>([&](frmHotKeys &) { Robot::key("Escape"); });
     robot.on<frmMain>([&](frmMain &) { Robot::key("Escape"); });
     EXPECT_EQ(runProgram(), 0);
+}
+
+TEST_F(EditorOnDisplay, DragSwapsAndCopiesKeysAndUndoAndRedoTakeThemBackAndForth)
+{
+    QPointer<frmHotKeys> editor;
+    QString first, second;
+    const auto shows = [&](const QString &top, const QString &next) {
+        return editor->cmdHkGroup[1][0]->caption() == top &&
+               editor->cmdHkGroup[2][0]->caption() == next;
+    };
+    robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdEdit[1]); });
+    robot.on<frmHotKeys>([&](frmHotKeys &form) {
+        editor = &form;
+        first = form.cmdHkGroup[1][0]->caption();
+        second = form.cmdHkGroup[2][0]->caption();
+        Robot::drag(form.cmdHkGroup[1][0], form.cmdHkGroup[2][0]);
+    });
+    robot.until(
+        "the two keys swapped", [&] { return shows(second, first); },
+        [&] {
+            robot.shot(editor, "editor-after-drag");
+            Robot::key("ctrl+z");
+        });
+    robot.until(
+        "the swap taken back", [&] { return shows(first, second); }, [&] { Robot::key("ctrl+y"); });
+    robot.until(
+        "the swap made again", [&] { return shows(second, first); },
+        [&] { Robot::click(editor->cmdUndo); });
+    robot.until(
+        "the swap taken back by its button", [&] { return shows(first, second); },
+        [&] { Robot::drag(editor->cmdHkGroup[1][0], editor->cmdHkGroup[4][7], "ctrl"); });
+    robot.until(
+        "the key copied to an empty key",
+        [&] { return editor->cmdHkGroup[4][7]->caption() == first; },
+        [&] { Robot::click(editor->cmdOkCancel[0]); });
+    robot.on<frmMain>([&](frmMain &) { Robot::key("Escape"); });
+    EXPECT_EQ(runProgram(), 0);
+    const QByteArray set = readDataFile("HKSET01.SDF");
+    const QByteArray firstLine = "[CAPTION]" + first.toLatin1() + "[ITEM]";
+    EXPECT_EQ(set.count(firstLine), 2) << set.toStdString();
+    EXPECT_LT(set.indexOf("[GROUP]1"), set.indexOf(firstLine));
+    EXPECT_LT(set.indexOf("[GROUP]4"), set.lastIndexOf(firstLine));
+}
+
+TEST_F(EditorOnDisplay, AnAcceptedChangeIsTakenBackFromTheVersionsScreen)
+{
+    const QByteArray asSeeded = readDataFile("HKSET01.SDF");
+    QPointer<frmHotKeys> editor;
+    QPointer<frmVersions> screen;
+    robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdEdit[1]); });
+    robot.on<frmHotKeys>([&](frmHotKeys &form) {
+        editor = &form;
+        Robot::drag(form.cmdHkGroup[1][0], form.cmdHkGroup[1][1]);
+    });
+    robot.until(
+        "the swap", [&] { return editor->cmdUndo->isEnabled(); },
+        [&] { Robot::click(editor->cmdOkCancel[0]); });
+    robot.on<frmMain>([&](frmMain &) { Robot::key("v"); });
+    robot.on<frmVersions>([&](frmVersions &form) {
+        screen = &form;
+        EXPECT_EQ(form.lstVersions->count(), 1);
+        robot.shot(&form, "versions");
+        Robot::click(form.cmdRestore);
+    });
+    robot.answer("Set 01 will be put back as it was before", QMessageBox::Yes);
+    robot.until(
+        "the restore said", [&] { return !screen->lblStatus->text().isEmpty(); },
+        [&] { Robot::key("Escape"); });
+    robot.on<frmMain>([&](frmMain &) { Robot::key("Escape"); });
+    EXPECT_EQ(runProgram(), 0);
+    EXPECT_EQ(readDataFile("HKSET01.SDF"), asSeeded);
 }

@@ -3,9 +3,11 @@
 //   hk_save_helper once FOLDER WHAT LIMIT   one save (see saveOnce) with files limited to
 //                                           LIMIT bytes; prints what the user was told
 #include "hotkeys/hkeyServices.h"
+#include "hotkeys/hkeyVersions.h"
 #include "settings/clsDataPath.h"
 #include "support/SaveScenarios.h"
 #include <QCoreApplication>
+#include <QStandardPaths>
 #include <csignal>
 #include <cstdio>
 #include <sys/resource.h>
@@ -33,6 +35,9 @@ int saveLimited(ScriptedDialogs &dialogs, const QString &what, rlim_t limit)
     const rlimit size{limit, limit};
     if (setrlimit(RLIMIT_FSIZE, &size) != 0)
         return 2;
+    // The old file cannot be kept as a version under the limit either; going on without
+    // it lets the save itself meet the limit.
+    dialogs.answer(platform::vbYes);
     QStringList said;
     const bool saved = saveOnce(what, dialogs, &said);
     for (const QString &text : said) std::printf("%s\n", qPrintable(text));
@@ -44,12 +49,15 @@ int saveLimited(ScriptedDialogs &dialogs, const QString &what, rlim_t limit)
 int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
+    QStandardPaths::setTestModeEnabled(true);
     const QStringList args = app.arguments();
     if (args.size() < 4 || (args[1] == "once" && args.size() < 5)) {
         std::fprintf(stderr, "usage: hk_save_helper loop FOLDER COUNT | once FOLDER WHAT LIMIT\n");
         return 2;
     }
     gDataPath.setDataPath(args[2]);
+    // Beside the test's data folder, never the user's own versions.
+    versions::setRoot(args[2] + "-versions");
     ScriptedDialogs dialogs;
     platform::DialogPort::install(&dialogs);
     if (args[1] == "loop")

@@ -1,4 +1,5 @@
 #include "support/HkTest.h"
+#include "hotkeys/hkeyVersions.h"
 #include "settings/clsDataPath.h"
 #include <QDir>
 #include <QFile>
@@ -13,6 +14,7 @@ void HkTest::SetUp()
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, temp.filePath("settings"));
     gDataPath = clsDataPath();
     gDataPath.setDataPath(dataPath());
+    versions::setRoot(versionsRoot());
     platform::DialogPort::install(&dialogs);
     platform::ModalPort::install(&modal);
     platform::ShellPort::install(&shell);
@@ -26,6 +28,11 @@ void HkTest::TearDown()
     for (const Box &b : dialogs.take())
         ADD_FAILURE() << "box not checked by the test: " << b.title.toStdString() << " / "
                       << b.text.toStdString();
+}
+
+QString HkTest::versionsRoot() const
+{
+    return temp.filePath("versions");
 }
 
 QString HkTest::dataPath() const

@@ -20,6 +20,8 @@ protected:
         return t;
     }
     QString dataPath() const;
+    // Where the versions of the test's data folder go, never the user's own.
+    QString versionsRoot() const;
     // Writes a file of the data folder byte for byte.
     void writeDataFile(const QString &name, const QByteArray &bytes) const;
     QByteArray readDataFile(const QString &name) const;

@@ -15,6 +15,8 @@ int main(int argc, char **argv)
         QFile::setPermissions(runtime, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         qputenv("XDG_RUNTIME_DIR", runtime.toLocal8Bit());
     }
+    // Nothing a test leaves out of its own folders lands in the user's.
+    QStandardPaths::setTestModeEnabled(true);
     platform::Application app(argc, argv);
     return RUN_ALL_TESTS();
 }

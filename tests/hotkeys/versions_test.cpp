@@ -1,0 +1,121 @@
+#include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyServices.h"
+#include "hotkeys/hkeyVersions.h"
+#include "settings/clsDataPath.h"
+#include "support/HkTest.h"
+#include <QDir>
+#include <QFile>
+
+using namespace platform;
+using testing_support::HkTest;
+
+namespace {
+
+QByteArray newest(const QString &fileName)
+{
+    const QList<versions::Version> kept = versions::list(fileName);
+    return kept.isEmpty() ? QByteArray() : versions::bytesOf(kept.first());
+}
+
+class VersionsTest : public HkTest {
+protected:
+    void saveSet(const QString &number, const QString &title)
+    {
+        gpHotKeySet_clear();
+        gHotKeyGroups[1].Buttons[1].Caption = title;
+        gHotKeyGroups[1].Buttons[1].LinkSet = "9";
+        ASSERT_TRUE(gpHotKeySet_write(number, title));
+    }
+};
+
+} // namespace
+
+TEST_F(VersionsTest, EveryRewriteAndRemovalKeepsTheFileAsItWas)
+{
+    writeDataFile("HKSET01.SDF", "[SET]Hand made\r\n");
+    saveSet("01", "Saved");
+    EXPECT_EQ(newest("HKSET01.SDF"), "[SET]Hand made\r\n");
+
+    writeDataFile("SPECIAL.BDF", "[BUTTON]1[CAPTION]Old[KEY]*\r\n");
+    writeDataFile("COUPON.BDF", "[BUTTON]1[CAPTION]Old[KEY]~SCOUPN[VALUE]1\r\n");
+    ASSERT_TRUE(gpSpecialKeys_write("New\r/", "", ""));
+    ASSERT_TRUE(gpCouponKeys_write({0, "New", "~SCOUPN|2"}, {1, "", ""}, {2, "", ""}));
+    EXPECT_EQ(newest("SPECIAL.BDF"), "[BUTTON]1[CAPTION]Old[KEY]*\r\n");
+    EXPECT_EQ(newest("COUPON.BDF"), "[BUTTON]1[CAPTION]Old[KEY]~SCOUPN[VALUE]1\r\n");
+
+    // Removing set 09 repairs set 01, which links to it, and removes 09's own file.
+    const QByteArray linking = readDataFile("HKSET01.SDF");
+    writeDataFile("HKSET09.SDF", "[SET]Nine\r\n");
+    ASSERT_TRUE(gpHotKeySet_remove("09").removed);
+    EXPECT_EQ(newest("HKSET01.SDF"), linking);
+    EXPECT_EQ(newest("HKSET09.SDF"), "[SET]Nine\r\n");
+    EXPECT_EQ(versions::keptFiles(),
+              QStringList({"COUPON.BDF", "HKSET01.SDF", "HKSET09.SDF", "SPECIAL.BDF"}));
+    EXPECT_TRUE(boxes().isEmpty());
+    EXPECT_TRUE(versions::dataFolderVersions().startsWith(versionsRoot() + "/data-"));
+}
+
+TEST_F(VersionsTest, FiftyVersionsAreKeptPerFileTheOldestDroppedFirstAndNoneTwice)
+{
+    for (int n = 0; n <= 52; ++n) saveSet("01", "Title " + QString::number(n));
+    saveSet("01", "Title 52"); // keeps Title 52 as the file holds it
+    saveSet("01", "Title 52"); // which is kept already
+    const QList<versions::Version> kept = versions::list("HKSET01.SDF");
+    ASSERT_EQ(kept.size(), versions::kMaxVersions);
+    EXPECT_TRUE(versions::bytesOf(kept.first()).startsWith("[SET]Title 52\r\n"));
+    EXPECT_TRUE(versions::bytesOf(kept.last()).startsWith("[SET]Title 3\r\n"));
+    for (int i = 1; i < kept.size(); ++i) EXPECT_GE(kept[i - 1].time, kept[i].time);
+}
+
+TEST_F(VersionsTest, RestoreKeepsWhatItReplacesAndBringsBackARemovedSet)
+{
+    saveSet("03", "First");
+    saveSet("03", "Second");
+    const QByteArray second = readDataFile("HKSET03.SDF");
+    const versions::Version first = versions::list("HKSET03.SDF").first();
+    QString error;
+    ASSERT_TRUE(versions::restore(first, &error)) << error.toStdString();
+    EXPECT_TRUE(readDataFile("HKSET03.SDF").startsWith("[SET]First\r\n"));
+    EXPECT_EQ(newest("HKSET03.SDF"), second);
+
+    ASSERT_TRUE(gpHotKeySet_remove("03").removed);
+    ASSERT_TRUE(versions::restore(versions::list("HKSET03.SDF").first(), &error));
+    EXPECT_TRUE(readDataFile("HKSET03.SDF").startsWith("[SET]First\r\n"));
+
+    // Another data folder has versions of its own.
+    QDir(temp.path()).mkpath("other/data");
+    gDataPath.setDataPath(temp.filePath("other/data"));
+    EXPECT_TRUE(versions::keptFiles().isEmpty());
+    EXPECT_TRUE(versions::list("HKSET03.SDF").isEmpty());
+}
+
+TEST_F(VersionsTest, AVersionThatCannotBeKeptIsSaidAndTheUserDecides)
+{
+    saveSet("01", "Before");
+    const QByteArray before = readDataFile("HKSET01.SDF");
+    writeDataFile("blocker", "a file where the versions folder should be");
+    versions::setRoot(dataPath() + "/blocker/versions");
+
+    dialogs.answer(vbNo);
+    gHotKeyGroups[1].Caption = "Changed";
+    EXPECT_FALSE(gpHotKeySet_write("01", "After"));
+    const QList<testing_support::Box> asked = boxes();
+    ASSERT_EQ(asked.size(), 1);
+    EXPECT_EQ(asked[0].title, "Version Not Kept");
+    EXPECT_EQ(asked[0].style, vbYesNo + vbExclamation + vbDefaultButton2);
+    EXPECT_TRUE(asked[0].text.startsWith(
+        QDir::toNativeSeparators(dataPath() + "/HKSET01.SDF") +
+        "\r\rThe file as it is now could not be kept in Versions:\rThe folder "));
+    EXPECT_EQ(readDataFile("HKSET01.SDF"), before);
+
+    dialogs.answer(vbYes);
+    EXPECT_TRUE(gpHotKeySet_write("01", "After"));
+    EXPECT_EQ(boxes().size(), 1);
+    EXPECT_TRUE(readDataFile("HKSET01.SDF").startsWith("[SET]After\r\n"));
+
+    // A removal asks nothing: the set stays, and the reason is among its problems.
+    const SetRemoval r = gpHotKeySet_remove("01");
+    EXPECT_FALSE(r.removed);
+    EXPECT_TRUE(r.problems.value(0).contains("could not be made"));
+    EXPECT_TRUE(QFile::exists(dataPath() + "/HKSET01.SDF"));
+}

@@ -1,0 +1,267 @@
+#include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyServices.h"
+#include "hotkeys/hkeyVersions.h"
+#include "screens/KeyDrag.h"
+#include "screens/frmHotKey_Define.h"
+#include "screens/frmHotKeys.h"
+#include "screens/frmSpecialKey_edit.h"
+#include "screens/frmSpecialKeys.h"
+#include "screens/posButtons.h"
+#include "support/HkTest.h"
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+
+using namespace platform;
+using testing_support::HkTest;
+
+namespace {
+
+class SafeEditTest : public HkTest {
+protected:
+    void SetUp() override
+    {
+        HkTest::SetUp();
+        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
+        // Set 01 as the program writes it: two columns with keys.
+        gpHotKeySet_clear();
+        for (HotKeyGroup &g : gHotKeyGroups) g.Color = kSilverColor; // as a reread leaves them
+        gHotKeyGroups[1].Caption = "Drinks";
+        gHotKeyGroups[1].Buttons[1] = {"Coffee", "0001", "", "", "No", ""};
+        gHotKeyGroups[1].Buttons[2] = {"Tea", "0002", "", "", "No", ""};
+        gHotKeyGroups[2].Caption = "Food";
+        gHotKeyGroups[2].Buttons[1] = {"Cake", "", "", "", "No", "cake.jpg"};
+        ASSERT_TRUE(gpHotKeySet_write("01", "Lunch"));
+        asRead = readDataFile("HKSET01.SDF");
+        QDir(versionsRoot()).removeRecursively();
+    }
+    std::unique_ptr<frmHotKeys> openEditor()
+    {
+        auto editor = std::make_unique<frmHotKeys>();
+        editor->HotKeySet = "01";
+        editor->fileName = "HKSET01.SDF";
+        editor->Form_Load();
+        editor->setWindowState(Qt::WindowNoState);
+        editor->resize(900, 700);
+        editor->show();
+        return editor;
+    }
+    void changeKey(frmHotKeys &editor, int group, int key, const QString &label)
+    {
+        modal.drive("frmHotKey_Define", [label](QDialog &d) {
+            auto &define = static_cast<frmHotKey_Define &>(d);
+            define.txtEdit[0]->setText(label);
+            if (define.txtEdit[1]->text().isEmpty())
+                define.txtEdit[1]->setText("0009");
+            QTest::keyClick(define.txtEdit[0], Qt::Key_F10);
+        });
+        QTest::mouseClick(editor.cmdHkGroup[group][key - 1], Qt::LeftButton);
+    }
+    // A mouse drag from one key to another, as the keys receive it.
+    void drag(MyButton *from, MyButton *to, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        QTest::mousePress(from, Qt::LeftButton, modifiers, from->rect().center());
+        for (MyButton *over : {from, to}) {
+            const QPoint global = over->mapToGlobal(over->rect().center() + QPoint(5, 3));
+            QMouseEvent move(QEvent::MouseMove, from->mapFromGlobal(global), global, Qt::NoButton,
+                             Qt::LeftButton, modifiers);
+            QApplication::sendEvent(from, &move);
+        }
+        QTest::mouseRelease(from, Qt::LeftButton, modifiers,
+                            from->mapFromGlobal(to->mapToGlobal(to->rect().center())));
+    }
+    QStringList captions(const frmHotKeys &editor, int group) const
+    {
+        QStringList shown;
+        for (int j = 0; j < 3; ++j) shown << editor.cmdHkGroup[group][j]->caption();
+        return shown;
+    }
+    QByteArray asRead;
+};
+
+QByteArray newestVersion(const QString &fileName)
+{
+    const QList<versions::Version> kept = versions::list(fileName);
+    return kept.isEmpty() ? QByteArray() : versions::bytesOf(kept.first());
+}
+
+} // namespace
+
+TEST_F(SafeEditTest, UndoAndRedoWalkMixedStepsBackToTheFileAsRead)
+{
+    auto editor = openEditor();
+    EXPECT_FALSE(editor->cmdUndo->isEnabled());
+    changeKey(*editor, 1, 1, "Espresso");
+    QTest::mouseClick(editor->cmdEdit_Group[2], Qt::LeftButton);
+    editor->txtEdit->setText("Meals");
+    QTest::mouseClick(editor->cmdGroup_OkCancel[0], Qt::LeftButton);
+    drag(editor->cmdHkGroup[1][1], editor->cmdHkGroup[2][1]);
+    EXPECT_EQ(captions(*editor, 1), QStringList({"Espresso", "", ""}));
+    EXPECT_EQ(captions(*editor, 2), QStringList({"Cake", "Tea", ""}));
+
+    QTest::mouseClick(editor->cmdUndo, Qt::LeftButton); // the drag
+    EXPECT_EQ(captions(*editor, 1), QStringList({"Espresso", "Tea", ""}));
+    QTest::keyClick(editor->cmdHkGroup[1][0], Qt::Key_Z, Qt::ControlModifier); // the title
+    EXPECT_EQ(editor->cmdEdit_Group[2]->caption(), "Food");
+    QTest::keyClick(editor->cmdHkGroup[1][0], Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(editor->cmdEdit_Group[2]->caption(), "Meals");
+    EXPECT_TRUE(editor->cmdRedo->isEnabled());
+    for (int i = 0; i < 2; ++i)
+        QTest::keyClick(editor->cmdHkGroup[1][0], Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(captions(*editor, 1), QStringList({"Coffee", "Tea", ""}));
+    EXPECT_FALSE(editor->cmdUndo->isEnabled());
+    EXPECT_TRUE(editor->cmdRedo->isEnabled());
+
+    // A new step after undoing drops what could be redone.
+    changeKey(*editor, 1, 3, "Juice");
+    EXPECT_FALSE(editor->cmdRedo->isEnabled());
+    QTest::mouseClick(editor->cmdUndo, Qt::LeftButton);
+
+    // In the set title the keys are the editor's until something is typed there.
+    editor->txtButtonSet->setFocus();
+    QTest::keyClick(editor->txtButtonSet, Qt::Key_Y, Qt::ControlModifier);
+    EXPECT_EQ(editor->cmdHkGroup[1][2]->caption(), "Juice");
+    QTest::keyClick(editor->txtButtonSet, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(editor->cmdHkGroup[1][2]->caption(), "");
+    QTest::keyClicks(editor->txtButtonSet, "X");
+    QTest::keyClick(editor->txtButtonSet, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(editor->txtButtonSet->text(), "Lunch");
+    EXPECT_TRUE(editor->cmdRedo->isEnabled());
+
+    QTest::mouseClick(editor->cmdOkCancel[0], Qt::LeftButton);
+    EXPECT_EQ(readDataFile("HKSET01.SDF").toStdString(), asRead.toStdString());
+}
+
+TEST_F(SafeEditTest, DraggingSwapsKeysAndCtrlCopiesAfterAskingOverADefinedKey)
+{
+    auto editor = openEditor();
+    drag(editor->cmdHkGroup[1][0], editor->cmdHkGroup[1][1]); // within a column
+    EXPECT_EQ(captions(*editor, 1), QStringList({"Tea", "Coffee", ""}));
+    drag(editor->cmdHkGroup[1][0], editor->cmdHkGroup[2][0]); // across, picture and all
+    EXPECT_EQ(captions(*editor, 1), QStringList({"Cake", "Coffee", ""}));
+    EXPECT_EQ(gHotKeyGroups[1].Buttons[1].Icon, "cake.jpg");
+    EXPECT_EQ(gHotKeyGroups[2].Buttons[1].Item, "0002");
+    EXPECT_FALSE(editor->findChild<QLabel *>("lblDragKey")->isVisible());
+
+    drag(editor->cmdHkGroup[1][1], editor->cmdHkGroup[3][0], Qt::ControlModifier);
+    EXPECT_EQ(gHotKeyGroups[3].Buttons[1].Item, "0001") << "an empty key is copied over unasked";
+    EXPECT_EQ(gHotKeyGroups[1].Buttons[2].Item, "0001");
+
+    dialogs.answer(vbNo);
+    drag(editor->cmdHkGroup[1][1], editor->cmdHkGroup[2][0], Qt::ControlModifier);
+    QList<testing_support::Box> asked = boxes();
+    ASSERT_EQ(asked.size(), 1);
+    EXPECT_EQ(asked[0].title, "Copy Key");
+    EXPECT_EQ(asked[0].style, vbYesNo + vbQuestion + vbDefaultButton2);
+    EXPECT_EQ(asked[0].text, "Key 1 of column 2 (\"Tea\") is already defined.\r\rReplace it "
+                             "with a copy of key 2 of column 1 (\"Coffee\")?");
+    EXPECT_EQ(gHotKeyGroups[2].Buttons[1].Caption, "Tea");
+    dialogs.answer(vbYes);
+    drag(editor->cmdHkGroup[1][1], editor->cmdHkGroup[2][0], Qt::ControlModifier);
+    EXPECT_EQ(boxes().size(), 1);
+    EXPECT_EQ(captions(*editor, 2), QStringList({"Coffee", "", ""}));
+
+    for (int i = 0; i < 4; ++i) QTest::mouseClick(editor->cmdUndo, Qt::LeftButton);
+    EXPECT_EQ(captions(*editor, 1), QStringList({"Coffee", "Tea", ""}));
+    EXPECT_TRUE(editor->cmdHkGroup[1][0]->picture().isNull())
+        << "a key that gave its picture away shows none";
+}
+
+TEST_F(SafeEditTest, AKeyHeldByAFingerIsDraggedAndATapStillPressesIt)
+{
+    auto editor = openEditor();
+    QPointingDevice *screen = QTest::createTouchDevice();
+    QWidget *window = editor->window();
+    const auto at = [&](MyButton *key) { return key->mapTo(window, key->rect().center()); };
+
+    // Moved at once, the finger slips: nothing moves.
+    QTest::touchEvent(window, screen).press(0, at(editor->cmdHkGroup[1][0]), window);
+    QTest::touchEvent(window, screen).move(0, at(editor->cmdHkGroup[1][1]), window);
+    QTest::touchEvent(window, screen).release(0, at(editor->cmdHkGroup[1][1]), window);
+    EXPECT_EQ(captions(*editor, 1), QStringList({"Coffee", "Tea", ""}));
+
+    QTest::touchEvent(window, screen).press(0, at(editor->cmdHkGroup[1][0]), window);
+    QTest::qWait(QApplication::startDragTime() + 100); // held
+    QTest::touchEvent(window, screen).move(0, at(editor->cmdHkGroup[2][0]), window);
+    EXPECT_TRUE(editor->keyDrag->dragging());
+    QTest::touchEvent(window, screen).release(0, at(editor->cmdHkGroup[2][0]), window);
+    EXPECT_EQ(captions(*editor, 1), QStringList({"Cake", "Tea", ""}));
+    EXPECT_EQ(captions(*editor, 2), QStringList({"Coffee", "", ""}));
+    EXPECT_TRUE(modal.shown.isEmpty()) << "the drop opened no key";
+}
+
+TEST_F(SafeEditTest, AcceptAfterAnotherStationSavedTheSetAsksAndKeepsItsFile)
+{
+    auto editor = openEditor();
+    changeKey(*editor, 1, 1, "Espresso");
+    const QByteArray theirs = "[SET]Lunch\r\n[GROUP]1[CAPTION]Breakfast[COLOR]RED\r\n";
+    writeDataFile("HKSET01.SDF", theirs);
+
+    dialogs.answer(vbNo);
+    QTest::mouseClick(editor->cmdOkCancel[0], Qt::LeftButton);
+    QList<testing_support::Box> asked = boxes();
+    ASSERT_EQ(asked.size(), 1);
+    EXPECT_EQ(asked[0].title, "Changed at Another Station");
+    EXPECT_EQ(asked[0].style, vbYesNo + vbExclamation + vbDefaultButton2);
+    EXPECT_EQ(asked[0].text,
+              "Hot keys set 01 was saved at another station since you opened it here.\r\r"
+              "Yes: save your changes over the other station's.\r"
+              "No: save nothing now; your changes stay on the screen.\r\r"
+              "The other station's file is kept in Versions.");
+    EXPECT_TRUE(editor->isVisible());
+    EXPECT_EQ(readDataFile("HKSET01.SDF"), theirs);
+    EXPECT_EQ(newestVersion("HKSET01.SDF"), theirs);
+
+    dialogs.answer(vbYes);
+    QTest::mouseClick(editor->cmdOkCancel[0], Qt::LeftButton);
+    EXPECT_EQ(boxes().size(), 1);
+    EXPECT_FALSE(editor->isVisible());
+    EXPECT_TRUE(readDataFile("HKSET01.SDF").contains("[CAPTION]Espresso"));
+    const QList<versions::Version> kept = versions::list("HKSET01.SDF");
+    ASSERT_EQ(kept.size(), 1) << "the other station's file is kept once";
+    EXPECT_EQ(versions::bytesOf(kept[0]), theirs);
+}
+
+TEST_F(SafeEditTest, ASetRemovedAtAnotherStationIsSavedBackOnlyWhenTheUserSaysSo)
+{
+    auto editor = openEditor();
+    QFile::remove(dataPath() + "/HKSET01.SDF");
+    dialogs.answer(vbNo);
+    QTest::keyClick(editor->cmdHkGroup[1][0], Qt::Key_F10);
+    EXPECT_TRUE(boxTexts().value(0).startsWith("Hot keys set 01 was removed at another station"));
+    EXPECT_FALSE(QFile::exists(dataPath() + "/HKSET01.SDF"));
+    dialogs.answer(vbYes);
+    QTest::keyClick(editor->cmdHkGroup[1][0], Qt::Key_F10);
+    EXPECT_EQ(boxes().size(), 1);
+    EXPECT_EQ(readDataFile("HKSET01.SDF").toStdString(), asRead.toStdString());
+}
+
+TEST_F(SafeEditTest, SpecialAndCouponScreensAskBeforeOverwritingAnotherStationsKeys)
+{
+    for (const bool coupons : {false, true}) {
+        gbCouponKeys = coupons;
+        gbSpecialKeys = !coupons;
+        const QString file = coupons ? "COUPON.BDF" : "SPECIAL.BDF";
+        writeDataFile(file, "[BUTTON]1[CAPTION]Old[KEY]*\r\n");
+        frmSpecialKeys screen;
+        screen.Form_Load();
+        screen.show();
+        modal.drive("frmSpecialKey_edit", [](QDialog &d) {
+            auto &edit = static_cast<frmSpecialKey_edit &>(d);
+            edit.txtEdit->setText("New");
+            QTest::keyClick(edit.txtEdit, Qt::Key_F10);
+        });
+        QTest::mouseClick(screen.cmdSpecial[1], Qt::LeftButton);
+        const QByteArray theirs = "[BUTTON]3[CAPTION]Theirs[KEY]/\r\n";
+        writeDataFile(file, theirs);
+        dialogs.answer(vbNo);
+        QTest::mouseClick(screen.cmdOkCancel[0], Qt::LeftButton);
+        EXPECT_TRUE(boxTexts().value(0).startsWith(
+            (coupons ? "The coupon key file" : "The special key file") +
+            QString(" was saved at another station")));
+        EXPECT_EQ(readDataFile(file), theirs);
+        EXPECT_TRUE(screen.isVisible());
+        EXPECT_EQ(newestVersion(file), theirs);
+    }
+}

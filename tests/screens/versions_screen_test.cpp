@@ -1,0 +1,106 @@
+#include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyServices.h"
+#include "hotkeys/hkeyVersions.h"
+#include "platform/MSFlexGrid.h"
+#include "screens/frmVersions.h"
+#include "screens/posButtons.h"
+#include "shell/frmMain.h"
+#include "support/HkTest.h"
+#include <QComboBox>
+#include <QFile>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTest>
+
+using namespace platform;
+using testing_support::HkTest;
+
+namespace {
+
+class VersionsScreenTest : public HkTest {
+protected:
+    void saveSet(const QString &number, const QString &title, const QString &firstKey)
+    {
+        gpHotKeySet_clear();
+        gHotKeyGroups[2].Caption = "Column";
+        gHotKeyGroups[2].Buttons[3] = {firstKey, "0001", "", "", "No", ""};
+        ASSERT_TRUE(gpHotKeySet_write(number, title));
+    }
+    void onVersions(std::function<void(frmVersions &)> act)
+    {
+        modal.drive("frmVersions", [act](QDialog &d) { act(static_cast<frmVersions &>(d)); });
+    }
+};
+
+} // namespace
+
+TEST_F(VersionsScreenTest, TheSetListShowsASetsVersionsAndRestoresOneOrARemovedSet)
+{
+    saveSet("01", "Lunch", "Soup");
+    saveSet("01", "Lunch", "Salad");
+    saveSet("01", "Dinner", "Steak");
+    saveSet("02", "Bar", "Beer");
+    ASSERT_TRUE(gpHotKeySet_remove("02").removed);
+    const QByteArray salad = versions::bytesOf(versions::list("HKSET01.SDF").first());
+
+    frmMain main;
+    main.Form_Load();
+    main.show();
+    ASSERT_EQ(main.fgrdItems->Rows(), 2);
+    onVersions([&](frmVersions &screen) {
+        ASSERT_EQ(screen.cboSet->count(), 2);
+        EXPECT_EQ(screen.cboSet->currentText(), "01 Dinner");
+        EXPECT_EQ(screen.cboSet->itemText(1), "02  (removed)");
+        ASSERT_EQ(screen.lstVersions->count(), 2);
+        EXPECT_EQ(screen.lblSetTitle->text(), "Lunch");
+        EXPECT_EQ(screen.lblColumn[1]->text(), "Column");
+        EXPECT_EQ(screen.cmdKey[1][2]->caption(), "Salad");
+        screen.lstVersions->setCurrentRow(1);
+        EXPECT_EQ(screen.cmdKey[1][2]->caption(), "Soup");
+
+        screen.lstVersions->setCurrentRow(0);
+        dialogs.answer(vbNo);
+        QTest::mouseClick(screen.cmdRestore, Qt::LeftButton);
+        EXPECT_TRUE(readDataFile("HKSET01.SDF").startsWith("[SET]Dinner"));
+        dialogs.answer(vbYes);
+        QTest::mouseClick(screen.cmdRestore, Qt::LeftButton);
+        EXPECT_EQ(readDataFile("HKSET01.SDF"), salad);
+        EXPECT_EQ(screen.lstVersions->count(), 3) << "what the restore replaced is kept";
+        EXPECT_EQ(screen.cmdKey[1][2]->caption(), "Steak");
+        EXPECT_TRUE(screen.lblStatus->text().startsWith("Set 01 was restored as it was before "));
+
+        screen.cboSet->setCurrentIndex(1);
+        EXPECT_EQ(screen.cmdKey[1][2]->caption(), "Beer");
+        dialogs.answer(vbYes);
+        QTest::mouseClick(screen.cmdRestore, Qt::LeftButton);
+        EXPECT_EQ(screen.cboSet->currentText(), "02 Bar");
+        QTest::keyClick(&screen, Qt::Key_Escape);
+    });
+    QTest::keyClick(main.fgrdItems, Qt::Key_V);
+    EXPECT_EQ(modal.shown, QStringList{"frmVersions"});
+    const QList<testing_support::Box> asked = boxes();
+    ASSERT_EQ(asked.size(), 3);
+    EXPECT_EQ(asked[0].title, "Restore Version");
+    EXPECT_EQ(asked[0].style, vbYesNo + vbQuestion);
+    EXPECT_TRUE(asked[0].text.startsWith("Set 01 will be put back as it was before "));
+    EXPECT_TRUE(asked[0].text.endsWith(".\r\rThe set as it is now is kept in Versions first."
+                                       "\r\rRestore it?"));
+    EXPECT_EQ(main.fgrdItems->Rows(), 3) << "the restored set is listed again";
+    EXPECT_EQ(main.fgrdItems->TextMatrix(1, 1), "Lunch");
+}
+
+TEST_F(VersionsScreenTest, WithNothingKeptTheScreenSaysSoAndRestoresNothing)
+{
+    onVersions([](frmVersions &screen) {
+        EXPECT_EQ(screen.cboSet->count(), 0);
+        EXPECT_EQ(screen.lblSetTitle->text(), "No set has been changed or removed yet.");
+        EXPECT_FALSE(screen.cmdRestore->isEnabled());
+        QTest::mouseClick(screen.cmdClose, Qt::LeftButton);
+    });
+    frmMain main;
+    main.Form_Load();
+    main.show();
+    QTest::mouseClick(main.cmdVersions, Qt::LeftButton);
+    EXPECT_EQ(modal.shown, QStringList{"frmVersions"});
+}
