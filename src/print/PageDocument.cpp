@@ -2,6 +2,7 @@
 #include <QFontMetricsF>
 #include <QPageSize>
 #include <algorithm>
+#include <cmath>
 
 namespace print {
 
@@ -19,23 +20,74 @@ QStringList splitLines(const QString &text)
     return t.split('\n');
 }
 
-// Greedy word wrap; a word longer than the width stays whole on its own line.
+// Greedy word wrap; a word longer than the width is cut where it must be.
 QStringList wrap(const QString &line, const QFontMetricsF &fm, qreal width)
 {
     if (fm.horizontalAdvance(line) <= width)
         return {line};
     QStringList out;
     QString current;
-    for (const QString &word : line.split(' ')) {
-        QString tryLine = current.isEmpty() ? word : current + ' ' + word;
-        if (!current.isEmpty() && fm.horizontalAdvance(tryLine) > width) {
-            out << current;
-            current = word;
-        } else {
-            current = tryLine;
+    auto fits = [&](const QString &s) { return fm.horizontalAdvance(s) <= width; };
+    for (QString word : line.split(' ')) {
+        const QString joined = current.isEmpty() ? word : current + ' ' + word;
+        if (fits(joined)) {
+            current = joined;
+            continue;
         }
+        if (!current.isEmpty())
+            out << current;
+        while (word.size() > 1 && !fits(word)) {
+            int n = word.size() - 1;
+            while (n > 1 && !fits(word.left(n))) --n;
+            out << word.left(n);
+            word = word.mid(n);
+        }
+        current = word;
     }
     out << current;
+    return out;
+}
+
+struct Placed {
+    QString text;
+    qreal dx = 0;
+    int line = 0;
+};
+
+// A cell's text in lines of its width: a tab moves to the next stop, and text
+// that would run past the cell wraps below, starting where it began.
+std::vector<Placed> layoutCell(const QString &cell, const QFontMetricsF &fm, qreal width, int align)
+{
+    std::vector<Placed> out;
+    int line = 0;
+    for (const QString &source : splitLines(cell)) {
+        const QStringList segments = source.split('\t');
+        qreal cx = 0;
+        for (int t = 0; t < segments.size(); ++t) {
+            if (t > 0)
+                cx = (std::floor(cx / kTabStop) + 1) * kTabStop;
+            if (cx >= width) {
+                ++line;
+                cx = 0;
+            }
+            const QStringList parts = wrap(segments[t], fm, width - cx);
+            for (int i = 0; i < parts.size(); ++i) {
+                const qreal w = fm.horizontalAdvance(parts[i]);
+                qreal dx = cx;
+                if (segments.size() == 1 && align == taCenter)
+                    dx = (width - w) / 2;
+                else if (segments.size() == 1 && align == taRight)
+                    dx = width - w;
+                if (!parts[i].isEmpty())
+                    out.push_back({parts[i], dx, line});
+                if (i + 1 < parts.size())
+                    ++line;
+                else
+                    cx += w;
+            }
+        }
+        ++line;
+    }
     return out;
 }
 
@@ -185,6 +237,8 @@ void PageDocument::setText(const QString &text)
         for (int j = 0; j < parts.size(); ++j) {
             if (j > 0)
                 endLine();
+            if (parts[j].isEmpty())
+                continue;
             pageBreakFor(fm.height());
             qreal w = fm.horizontalAdvance(parts[j]);
             qreal x = m_x;
@@ -247,39 +301,22 @@ qreal PageDocument::tableRow(const QStringList &cells,
                              QRgb color, bool firstRow)
 {
     QFontMetricsF fm(m_fonts[size_t(font)]);
-    std::vector<QStringList> lines;
-    size_t most = 1;
+    std::vector<std::vector<Placed>> placed;
+    int most = 1;
     for (size_t c = 0; c < columns.size(); ++c) {
-        QString cell = int(c) < cells.size() ? cells[int(c)] : QString();
-        QStringList cellLines;
-        for (const QString &l : splitLines(cell))
-            cellLines << wrap(l, fm, columns[c].second - 2 * kCellPad);
-        most = std::max(most, size_t(cellLines.size()));
-        lines.push_back(cellLines);
+        const QString cell = int(c) < cells.size() ? cells[int(c)] : QString();
+        placed.push_back(layoutCell(cell, fm, columns[c].second - 2 * kCellPad, columns[c].first));
+        for (const Placed &p : placed.back()) most = std::max(most, p.line + 1);
     }
-    qreal height = most * fm.height() + 2 * kCellPad;
+    const qreal height = most * fm.height() + 2 * kCellPad;
     pageBreakFor(height);
     Page &page = m_pages.back();
     qreal x = contentLeft();
     for (size_t c = 0; c < columns.size(); ++c) {
-        const auto [align, width] = columns[c];
-        for (int i = 0; i < lines[c].size(); ++i) {
-            qreal top = m_y + kCellPad + i * fm.height();
-            const QStringList tabbed = lines[c][i].split('\t');
-            qreal full = fm.horizontalAdvance(lines[c][i]);
-            qreal cx = x + kCellPad;
-            if (tabbed.size() == 1 && align == taCenter)
-                cx = x + (width - full) / 2;
-            else if (tabbed.size() == 1 && align == taRight)
-                cx = x + width - kCellPad - full;
-            for (int t = 0; t < tabbed.size(); ++t) {
-                if (t > 0)
-                    cx = x + kCellPad + (std::floor((cx - x - kCellPad) / kTabStop) + 1) * kTabStop;
-                writeRun(tabbed[t], font, color, cx, top, fm.ascent(), fm.height());
-                cx += fm.horizontalAdvance(tabbed[t]);
-            }
-        }
-        x += width;
+        for (const Placed &p : placed[c])
+            writeRun(p.text, font, color, x + kCellPad + p.dx,
+                     m_y + kCellPad + p.line * fm.height(), fm.ascent(), fm.height());
+        x += columns[c].second;
     }
     if (m_border != tbNone) {
         const qreal left = contentLeft();
