@@ -1,7 +1,7 @@
 #include "print/PageRenderer.h"
 #include "print/PageDocument.h"
 #include <QDir>
-#include <QFileInfo>
+#include <QFile>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPainter>
@@ -91,13 +91,25 @@ bool writePdf(const PageDocument &doc, const QString &path, QString &error)
         error = "The document has no pages.";
         return false;
     }
-    QPdfWriter writer(path);
-    writer.setResolution(1440);
-    writer.setCreator("Hot Keys");
-    if (!paintPages(doc, writer, 1, doc.PageCount())) {
-        error = QString("%1 could not be written: the folder %2 may be read-only or full.")
-                    .arg(QDir::toNativeSeparators(path),
-                         QDir::toNativeSeparators(QFileInfo(path).absolutePath()));
+    QFile file(path);
+    const QString name = QDir::toNativeSeparators(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        error = QString("%1 could not be written: %2.").arg(name, file.errorString());
+        return false;
+    }
+    bool painted = false;
+    {
+        QPdfWriter writer(&file);
+        writer.setResolution(1440);
+        writer.setCreator("Hot Keys");
+        painted = paintPages(doc, writer, 1, doc.PageCount());
+    }
+    if (!painted || file.error() != QFileDevice::NoError || !file.flush()) {
+        error = QString("%1 could not be written: %2.")
+                    .arg(name, file.error() != QFileDevice::NoError ? file.errorString()
+                                                                    : QString("the PDF failed"));
+        file.close();
+        file.remove();
         return false;
     }
     return true;
