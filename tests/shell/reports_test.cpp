@@ -11,7 +11,9 @@
 #include <QAction>
 #include <QHeaderView>
 #include <QMenu>
+#include <QProgressDialog>
 #include <QPushButton>
+#include <QTimer>
 
 using testing_support::HkTest;
 using testing_support::pageTexts;
@@ -227,4 +229,26 @@ TEST_F(ReportTest, PrintMenuOnlyWithAPrinter)
     EXPECT_EQ(b[0].title, "Error");
     EXPECT_EQ(b[0].text, "You must have a windows printer installed ");
     EXPECT_FALSE(form->mnuPrint->isVisible());
+}
+
+TEST_F(ReportTest, DetailOfManySetsShowsProgressAndLetsTheScreenRun)
+{
+    for (int n = 1; n <= 999; ++n)
+        writeDataFile(QString("HKSET%1.SDF").arg(n, 2, 10, QChar('0')), kLunchMenu);
+    load();
+    bool ranDuring = false;
+    QProgressDialog *progress = nullptr;
+    modal.drive("frmSMPRNT_PREVIEW", [&](QDialog &d) {
+        progress = form->findChild<QProgressDialog *>();
+        ASSERT_TRUE(progress);
+        EXPECT_EQ(progress->maximum(), 999);
+        EXPECT_EQ(progress->value(), -1); // done, and closed before the preview shows
+        EXPECT_FALSE(progress->isVisible());
+        static_cast<frmSMPRNT_PREVIEW &>(d).cmdClose_Click();
+    });
+    // An event posted before the report runs while the report is still building.
+    QTimer::singleShot(0, form.get(), [&] { ranDuring = modal.shown.isEmpty(); });
+    form->mnuPrintType[1]->trigger();
+    EXPECT_TRUE(ranDuring);
+    EXPECT_TRUE(progress);
 }
