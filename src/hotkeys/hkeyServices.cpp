@@ -12,7 +12,7 @@
 #include <QRegularExpression>
 #include <optional>
 
-std::array<HotKeyGroup, 5> gHotKeyGroups;
+HotKeySet gHotKeyGroups;
 
 namespace {
 
@@ -95,9 +95,8 @@ std::optional<int> numberOf(const TagScan &scan, Tag tag, int last)
     return *n;
 }
 
-void readGroupLine(const TagScan &scan, int group)
+void readGroupLine(const TagScan &scan, HotKeyGroup &g)
 {
-    HotKeyGroup &g = gHotKeyGroups[group];
     g.Caption = scan.value(tCaption);
     g.Color = glHotKeyColor_value(scan.value(tColor));
 }
@@ -139,7 +138,12 @@ QString hotKeySetPath(const QString &sFileNumber)
 
 void gpHotKeySet_clear()
 {
-    for (HotKeyGroup &g : gHotKeyGroups) {
+    hotKeySetClear(gHotKeyGroups);
+}
+
+void hotKeySetClear(HotKeySet &groups)
+{
+    for (HotKeyGroup &g : groups) {
         g.Caption.clear();
         g.Color = kButtonFaceColor;
         g.Buttons.fill(HotKeyButton());
@@ -155,20 +159,39 @@ QString gfsHotKeySet_read(const QString &sSetNumber)
         showMissing(path);
         return QString();
     }
+    return hotKeySetParse(text, gHotKeyGroups);
+}
+
+QString hotKeySetParse(const QString &text, HotKeySet &groups, QStringList *skipped)
+{
     const QList<QStringView> lines = textfile::splitLineViews(text);
     if (lines.isEmpty())
         return QString();
     const QString title = gfsTagValue(lines.first().toString(), "[SET]", "[");
     std::optional<int> group = 0;
+    auto skip = [skipped](int i, const QString &why) {
+        if (skipped)
+            *skipped << QString("line %1 %2").arg(i + 1).arg(why);
+    };
     for (int i = 1; i < lines.size(); ++i) {
         const TagScan scan(lines[i]);
         if (scan.has(tGroup)) {
             group = numberOf(scan, tGroup, 4);
             if (group)
-                readGroupLine(scan, *group);
+                readGroupLine(scan, groups[*group]);
+            else
+                skip(i, "names column \"" + scan.value(tGroup) +
+                            "\", which is not 1 to 4: it and its keys were skipped");
         } else if (scan.has(tButton) && group) {
             if (const std::optional<int> key = numberOf(scan, tButton, 8))
-                readKeyLine(scan, gHotKeyGroups[*group].Buttons[*key]);
+                readKeyLine(scan, groups[*group].Buttons[*key]);
+            else
+                skip(i, "names key \"" + scan.value(tButton) +
+                            "\", which is not 1 to 8: it was skipped");
+            if (*group == 0)
+                skip(i, "is a key before the first column line: no column shows it");
+        } else if (!scan.has(tButton) && !conv::Trim(lines[i].toString()).isEmpty()) {
+            skip(i, "is neither a column nor a key line: it was skipped");
         }
     }
     return title;

@@ -96,6 +96,7 @@ frmMain::frmMain(QWidget *parent) : KeyPreviewForm(parent)
             [this] { gpHelp_press(QString::number(HelpContextID)); });
     connect(cmdExit, &QPushButton::clicked, this, &QDialog::reject);
     connect(fgrdItems, &QTableWidget::cellDoubleClicked, this, [this] { fgrdItems_DblClick(); });
+    mpCheck_setup();
 }
 
 void frmMain::Form_Load()
@@ -186,9 +187,10 @@ int frmMain::mpSetNumber_next() const
     return j;
 }
 
-bool frmMain::mpEditSet(const QString &setNumber, const QString &fileName, int helpContext)
+bool frmMain::mpEditSet(const QString &setNumber, const QString &fileName, int helpContext,
+                        QWidget *over)
 {
-    frmHotKeys editor(this);
+    frmHotKeys editor(over ? over : this);
     editor.HotKeySet = setNumber;
     editor.fileName = fileName;
     editor.HelpContextID = helpContext;
@@ -298,6 +300,10 @@ void frmMain::fgrdItems_DblClick()
 
 void frmMain::Form_KeyDown(int &KeyCode, int)
 {
+    if (mpCheck_KeyDown(KeyCode)) {
+        KeyCode = 0;
+        return;
+    }
     QPushButton *target = nullptr;
     switch (KeyCode) {
     case platform::vbKeyF1:

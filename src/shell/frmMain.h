@@ -31,6 +31,12 @@ public:
     MyButton *cmdChangeOrder;
     QMenu *mnuPrint;
     std::array<QAction *, 2> mnuPrintType;
+    // Check Sets and Where Used, also on the list's own menu (right click).
+    QPushButton *cmdCheck;
+    QPushButton *cmdWhereUsed;
+    QMenu *mnuSets;
+    QMenu *mnuWhereUsed;
+    std::array<QAction *, 2> mnuWhereUsedType; // an item, the selected set
 
     int HelpContextID = 0;
     bool bHaveSets = false;
@@ -56,5 +62,12 @@ private:
     void cmdPrint_Click();
     void fgrdItems_DblClick();
     // Shows the set editor for a set; true when the user accepted it.
-    bool mpEditSet(const QString &setNumber, const QString &fileName, int helpContext);
+    bool mpEditSet(const QString &setNumber, const QString &fileName, int helpContext,
+                   QWidget *over = nullptr);
+    // Check Sets and Where Used, in frmMain_Check.cpp.
+    void mpCheck_setup();
+    bool mpCheck_KeyDown(int KeyCode);
+    void cmdCheck_Click();
+    void mnuWhereUsedType_Click(int Index);
+    void mpCheck_show(int mode, const QString &setNumber);
 };
