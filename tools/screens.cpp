@@ -10,12 +10,15 @@
 #include "screens/frmHotKeys.h"
 #include "screens/frmHotKeys_Trial.h"
 #include "screens/frmSpecialKey_edit.h"
+#include "screens/frmSetCheck.h"
 #include "screens/frmSpecialKeys.h"
+#include "screens/hkeyLayoutPanel.h"
 #include "settings/clsDataPath.h"
 #include "settings/frmSMFILE_PATH.h"
 #include "settings/frmSM_DATAPATH2.h"
 #include "shell/frmFirstRun.h"
 #include "shell/frmMain.h"
+#include "shell/hkeyDBSM_Interface.h"
 #include "shell/hkeyDBSM_Setup.h"
 #include <QDir>
 #include <QLineEdit>
@@ -105,6 +108,16 @@ int main(int argc, char **argv)
                 save(lookup, out, QString("frm_Lookup-%1").arg(size.width()));
             }
         }
+
+        // Check Sets on the same database, and the Layout drawing of set 01.
+        if (gfbDBSM_Open()) {
+            frmSetCheck check(frmSetCheck::Mode::Check);
+            check.Form_Load();
+            save(check, out, "frmSetCheck");
+        }
+        gpHotKeySet_clear();
+        gfsHotKeySet_read("01");
+        gfLayout_panelImage(gHotKeyGroups, QSize(1400, 900)).save(out + "/layout-panel.png");
 
         gbSpecialKeys = true;
         frmSpecialKeys special;

@@ -168,7 +168,8 @@ QString hotKeySetParse(const QString &text, HotKeySet &groups, QStringList *skip
     if (lines.isEmpty())
         return QString();
     const QString title = gfsTagValue(lines.first().toString(), "[SET]", "[");
-    std::optional<int> group = 0;
+    std::optional<int> group = 0; // lines before the first column line land in group 0
+    bool seenGroup = false;
     auto skip = [skipped](int i, const QString &why) {
         if (skipped)
             *skipped << QString("line %1 %2").arg(i + 1).arg(why);
@@ -176,21 +177,25 @@ QString hotKeySetParse(const QString &text, HotKeySet &groups, QStringList *skip
     for (int i = 1; i < lines.size(); ++i) {
         const TagScan scan(lines[i]);
         if (scan.has(tGroup)) {
+            seenGroup = true;
             group = numberOf(scan, tGroup, 4);
             if (group)
                 readGroupLine(scan, groups[*group]);
-            else
+            if (!group || *group == 0)
                 skip(i, "names column \"" + scan.value(tGroup) +
                             "\", which is not 1 to 4: it and its keys were skipped");
-        } else if (scan.has(tButton) && group) {
-            if (const std::optional<int> key = numberOf(scan, tButton, 8))
+        } else if (scan.has(tButton)) {
+            if (!group)
+                continue; // told with its column line
+            const std::optional<int> key = numberOf(scan, tButton, 8);
+            if (key)
                 readKeyLine(scan, groups[*group].Buttons[*key]);
-            else
+            if (!seenGroup)
+                skip(i, "is a key before the first column line: no column shows it");
+            else if (*group != 0 && (!key || *key == 0))
                 skip(i, "names key \"" + scan.value(tButton) +
                             "\", which is not 1 to 8: it was skipped");
-            if (*group == 0)
-                skip(i, "is a key before the first column line: no column shows it");
-        } else if (!scan.has(tButton) && !conv::Trim(lines[i].toString()).isEmpty()) {
+        } else if (!conv::Trim(lines[i].toString()).isEmpty()) {
             skip(i, "is neither a column nor a key line: it was skipped");
         }
     }

@@ -206,7 +206,7 @@ void checkColumn(const SetText &s, int g, QList<Finding> &out)
 {
     const HotKeyGroup &group = s.groups[g];
     const QString colour = gfsHotKeyColor_name(group.Color);
-    if (colour.isEmpty() || !isBlank(group.Caption))
+    if (colour.isEmpty() || group.Color == kButtonFaceColor || !isBlank(group.Caption))
         return;
     for (int k = 1; k <= 8; ++k) {
         const HotKeyButton &b = group.Buttons[k];
