@@ -10,6 +10,7 @@
 #include "platform/Dialogs.h"
 #include "platform/KeyCodes.h"
 #include "platform/MSFlexGrid.h"
+#include <QCoreApplication>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -142,6 +143,7 @@ setcheck::Result frmSetCheck::mpRun()
     const auto step = [&progress](int done, int total) {
         progress.setMaximum(total);
         progress.setValue(done);
+        QCoreApplication::processEvents(); // also before the display shows
         return !progress.wasCanceled();
     };
     setcheck::Result result;
@@ -292,7 +294,7 @@ void frmSetCheck::Form_KeyDown(int &KeyCode, int)
         }
         break;
     case platform::vbKeyReturn:
-        if (mMode == Mode::Item && txtItem->hasFocus()) {
+        if (mMode == Mode::Item) {
             KeyCode = 0;
             cmdSearch->click();
         }
