@@ -113,6 +113,15 @@ bool isBlank(const QString &s)
     return !conv::AboveBlank(conv::Trim(s));
 }
 
+} // namespace
+
+QString itemKey(const QString &item, bool byId)
+{
+    return (byId ? conv::Trim(item) : conv::RTrim(gfsSL_toStored(gfsSL_normalize(item)))).toUpper();
+}
+
+namespace {
+
 QString itemText(const HotKeyButton &b)
 {
     return (b.IdSelect == "Yes" ? "Item ID " : "S/L ") + conv::Trim(b.Item);
@@ -123,28 +132,64 @@ QString setText(const QString &link)
     return gfsText_pad(1, 2, conv::Trim(link), "0");
 }
 
-// The inventory is asked once per item, however many keys sell it.
+// Keys that sell items wait until a batch of sets is read; the inventory is then
+// asked once for every item of the batch that it was not asked for yet.
 class ItemChecker {
 public:
     explicit ItemChecker(const ItemLookup &lookup) : m_lookup(lookup) {}
     bool failed = false;
 
-    ItemState state(const HotKeyButton &b)
+    void add(const Finding &at, const HotKeyButton &b)
     {
         const bool byId = b.IdSelect == "Yes";
-        const QString key =
-            (byId ? "I" : "S") +
-            (byId ? conv::Trim(b.Item) : gfsSL_toStored(gfsSL_normalize(b.Item))).toUpper();
-        auto it = m_known.find(key);
-        if (it == m_known.end())
-            it = m_known.insert(key, m_lookup(conv::Trim(b.Item), byId));
-        failed = failed || *it == ItemState::Unreadable;
-        return *it;
+        m_waiting << Waiting{at, itemText(b), itemKey(b.Item, byId), byId};
+    }
+    void resolve(QList<Finding> &out)
+    {
+        ask(false);
+        ask(true);
+        for (Waiting &w : m_waiting) {
+            const ItemState state = m_known.value(w.key, ItemState::Found);
+            if (state == ItemState::Found)
+                continue;
+            const bool missing = state == ItemState::Missing;
+            w.at.kind = missing ? Kind::ItemMissing : Kind::ItemDeleted;
+            w.at.text = "sells " + w.text +
+                        (missing ? ", which is not in the inventory"
+                                 : ", which is marked deleted in the inventory");
+            out << w.at;
+        }
+        m_waiting.clear();
     }
 
 private:
+    struct Waiting {
+        Finding at;
+        QString text, key;
+        bool byId;
+    };
+    void ask(bool byId)
+    {
+        QStringList keys;
+        QSet<QString> listed;
+        for (const Waiting &w : m_waiting) {
+            if (w.byId == byId && !m_known.contains(w.key) && !listed.contains(w.key)) {
+                keys << w.key;
+                listed << w.key;
+            }
+        }
+        if (keys.isEmpty())
+            return;
+        const std::optional<QHash<QString, ItemState>> states =
+            failed ? std::nullopt : m_lookup(keys, byId);
+        failed = !states;
+        // Unread items count as found: the fault is told once, not for every item.
+        for (const QString &key : keys)
+            m_known[key] = states ? states->value(key, ItemState::Missing) : ItemState::Found;
+    }
     const ItemLookup &m_lookup;
     QHash<QString, ItemState> m_known;
+    QList<Waiting> m_waiting;
 };
 
 struct CheckState {
@@ -156,25 +201,13 @@ struct CheckState {
 void checkItem(const SetText &s, int g, int k, ItemChecker &items, QList<Finding> &out)
 {
     const HotKeyButton &b = s.groups[g].Buttons[k];
-    if (b.IdSelect != "Yes" && b.IdSelect != "No") {
+    if (b.IdSelect == "Yes" || b.IdSelect == "No")
+        items.add(at(s, g, k, Kind::ItemMissing, QString()), b);
+    else
         out << at(s, g, k, Kind::NoItemKind,
                   "sells \"" + conv::Trim(b.Item) +
                       "\" but does not say whether it is an S/L or an Item ID, so it sells "
                       "nothing: open the key and choose one");
-        return;
-    }
-    switch (items.state(b)) {
-    case ItemState::Missing:
-        out << at(s, g, k, Kind::ItemMissing,
-                  "sells " + itemText(b) + ", which is not in the inventory");
-        break;
-    case ItemState::Deleted:
-        out << at(s, g, k, Kind::ItemDeleted,
-                  "sells " + itemText(b) + ", which is marked deleted in the inventory");
-        break;
-    default:
-        break;
-    }
 }
 
 void checkKey(const SetText &s, int g, int k, CheckState &state, ItemChecker &items,
@@ -236,12 +269,18 @@ void checkSet(const SetText &s, CheckState &state, ItemChecker &items, QList<Fin
     }
 }
 
+// By set, then column and key; what concerns a set as a whole comes first.
 bool lessBySet(const Finding &a, const Finding &b)
 {
     if (a.number.isEmpty() != b.number.isEmpty())
         return b.number.isEmpty();
-    return conv::Val(a.number) < conv::Val(b.number);
+    if (a.number != b.number)
+        return conv::Val(a.number) < conv::Val(b.number);
+    return std::pair(a.group, a.key) < std::pair(b.group, b.key);
 }
+
+// Sets read between two questions to the inventory: some thousand items at a time.
+constexpr int kSetsPerBatch = 32;
 
 } // namespace
 
@@ -250,8 +289,13 @@ Result checkSets(const ItemLookup &lookup, const Progress &progress)
     CheckState state;
     for (const QString &name : hotKeySetFiles()) state.present << name;
     ItemChecker items(lookup);
-    Result result = walk(
-        progress, [&](const SetText &s, QList<Finding> &out) { checkSet(s, state, items, out); });
+    int read = 0;
+    Result result = walk(progress, [&](const SetText &s, QList<Finding> &out) {
+        checkSet(s, state, items, out);
+        if (++read % kSetsPerBatch == 0)
+            items.resolve(out);
+    });
+    items.resolve(result.findings);
     if (result.canceled)
         return result;
     for (const Finding &set : state.sets) {

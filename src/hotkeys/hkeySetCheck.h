@@ -1,7 +1,9 @@
 #pragma once
 #include "hotkeys/hkeyServices.h"
+#include <QHash>
 #include <QList>
 #include <functional>
+#include <optional>
 
 // Checks of the set files as they lie in the data folder, and the keys that sell
 // an item or open a set. Every file is read once, as it is; nothing is written.
@@ -36,9 +38,14 @@ struct Finding {
     bool information() const { return kind == Kind::NotOpened; }
 };
 
-enum class ItemState { Found, Deleted, Missing, Unreadable };
-// How the inventory knows the item a key sells: by S/L (`byId` false) or Item ID.
-using ItemLookup = std::function<ItemState(const QString &item, bool byId)>;
+enum class ItemState { Found, Deleted, Missing };
+// The key by which items are told apart: the stored S/L, or the Item ID, in capitals.
+QString itemKey(const QString &item, bool byId);
+// How the inventory knows many items at once, all by S/L (`byId` false) or all by
+// Item ID: the state of each key (itemKey) it holds, keys it lacks left out;
+// nothing when the inventory could not be read.
+using ItemLookup =
+    std::function<std::optional<QHash<QString, ItemState>>(const QStringList &keys, bool byId)>;
 // Told before each file with the files done and their count; false stops the work.
 using Progress = std::function<bool(int done, int total)>;
 

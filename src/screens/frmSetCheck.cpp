@@ -32,15 +32,20 @@ QPushButton *button(const QString &caption, const QString &name, QWidget *parent
     return b;
 }
 
-// The inventory as the sales screen sees an item of a key.
-setcheck::ItemState itemState(const QString &item, bool byId)
+// The inventory's word on many items of keys at once.
+std::optional<QHash<QString, setcheck::ItemState>> itemStates(const QStringList &keys, bool byId)
 {
-    if (!gfbInventory_ByHotKey(item, byId ? "Yes" : "No"))
-        return gfbDBSM_ActionFailed() ? setcheck::ItemState::Unreadable
-                                      : setcheck::ItemState::Missing;
-    return conv::Trim(gInventoryRecord.text("Status")).toUpper() == "D"
-               ? setcheck::ItemState::Deleted
-               : setcheck::ItemState::Found;
+    QList<std::pair<QString, QString>> rows;
+    if (!gfbInventory_Statuses(keys, byId, rows))
+        return std::nullopt;
+    QHash<QString, setcheck::ItemState> states;
+    for (const auto &[item, status] : rows) {
+        // The S/L comes back stored, as the keys were asked.
+        const QString key = (byId ? conv::Trim(item) : conv::RTrim(item)).toUpper();
+        states[key] = conv::Trim(status).toUpper() == "D" ? setcheck::ItemState::Deleted
+                                                          : setcheck::ItemState::Found;
+    }
+    return states;
 }
 
 QString number(int n)
@@ -149,7 +154,7 @@ setcheck::Result frmSetCheck::mpRun()
     setcheck::Result result;
     if (mMode == Mode::Check) {
         const DbAction action; // a database fault is told once for the whole check
-        result = setcheck::checkSets(itemState, step);
+        result = setcheck::checkSets(itemStates, step);
     } else if (mMode == Mode::Set) {
         result = setcheck::whereSetUsed(SetNumber, step);
     } else {
