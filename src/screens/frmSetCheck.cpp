@@ -23,13 +23,9 @@ using setcheck::Finding;
 
 namespace {
 
-QPushButton *button(const QString &caption, const QString &name, QWidget *parent)
+QString counted(qsizetype n, const QString &one)
 {
-    auto *b = new QPushButton(caption, parent);
-    b->setObjectName(name);
-    b->setAutoDefault(false);
-    b->setMinimumHeight(34);
-    return b;
+    return QString::number(n) + ' ' + one + (n == 1 ? "" : "s");
 }
 
 // The inventory's word on many items of keys at once.
@@ -64,13 +60,18 @@ frmSetCheck::frmSetCheck(Mode mode, QWidget *parent) : KeyPreviewForm(parent), m
     lblItem = new QLabel("S/L or Item ID:", this);
     txtItem = new QLineEdit(this);
     txtItem->setObjectName("txtItem");
-    cmdFindItem = button("F3 Find &Item", "cmdFindItem", this);
-    cmdSearch = button("Enter Search", "cmdSearch", this);
+    const std::pair<QPushButton **, const char *> captions[] = {{&cmdFindItem, "F3 Find &Item"},
+                                                                {&cmdSearch, "Enter Search"},
+                                                                {&cmdPrint, "F9 Print"},
+                                                                {&cmdExit, "Esc Close"}};
+    for (const auto &[b, caption] : captions) {
+        *b = new QPushButton(caption, this);
+        (*b)->setAutoDefault(false);
+        (*b)->setMinimumHeight(34);
+    }
     lblStatus = new QLabel(this);
     lblStatus->setObjectName("lblStatus");
     lblStatus->setWordWrap(true);
-    cmdPrint = button("F9 Print", "cmdPrint", this);
-    cmdExit = button("Esc Close", "cmdExit", this);
 
     auto *itemRow = new QHBoxLayout;
     itemRow->addWidget(lblItem);
@@ -188,36 +189,25 @@ void frmSetCheck::mpList_show(const setcheck::Result &result)
 
 QString frmSetCheck::mpStatus(const setcheck::Result &result) const
 {
-    const QString sets = QString::number(result.sets) + (result.sets == 1 ? " set" : " sets");
+    const QString sets = counted(result.sets, "set");
     if (result.canceled)
         return "Canceled after " + sets + ": the list shows only what was found in them.";
     int faults = 0;
     for (const Finding &f : Findings) faults += f.information() ? 0 : 1;
     const int notes = static_cast<int>(Findings.size()) - faults;
-    switch (mMode) {
-    case Mode::Check:
+    if (mMode == Mode::Check) {
         if (Findings.isEmpty())
             return "Nothing wrong found in " + sets + ".";
-        return QString("%1 found in %2%3. Double click a line to open its set.")
-            .arg(faults == 1 ? "1 fault" : QString::number(faults) + " faults", sets,
-                 notes ? QString(", and %1 for information").arg(notes) : QString());
-    case Mode::Set:
-        return Findings.isEmpty()
-                   ? "No key of the " + sets + " opens set " + SetNumber + "."
-                   : QString("%1 of the %2 open set %3.")
-                         .arg(Findings.size() == 1 ? QString("1 key")
-                                                   : QString::number(Findings.size()) + " keys",
-                              sets, SetNumber);
-    case Mode::Item:
-        break;
+        return counted(faults, "fault") + " found in " + sets +
+               (notes ? QString(", and %1 for information").arg(notes) : QString()) +
+               ". Double click a line to open its set.";
     }
-    const QString &item = mItemText;
-    return Findings.isEmpty()
-               ? "No key of the " + sets + " sells " + item + "."
-               : QString("%1 of the %2 sell %3.")
-                     .arg(Findings.size() == 1 ? QString("1 key")
-                                               : QString::number(Findings.size()) + " keys",
-                          sets, item);
+    const QString verb = mMode == Mode::Set ? "open" : "sell";
+    const QString target = mMode == Mode::Set ? "set " + SetNumber : mItemText;
+    if (Findings.isEmpty())
+        return "No key of the " + sets + " " + verb + "s " + target + ".";
+    return counted(Findings.size(), "key") + " of the " + sets + " " + verb +
+           (Findings.size() == 1 ? "s " : " ") + target + ".";
 }
 
 // The item's S/L and Item ID as the inventory pairs them, so keys that sell it

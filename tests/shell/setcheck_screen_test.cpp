@@ -124,7 +124,7 @@ TEST_F(SetCheckScreenTest, WhereUsedListsTheKeysOfAnItemTypedOrPickedAndOfTheSel
         QTest::keyClick(list.txtItem, Qt::Key_Return);
         EXPECT_EQ(rows(f), QStringList({"04 | Sandwiches | 1 | 2 | \"BLT\" sells S/L 0003002.0"}));
         EXPECT_EQ(list.lblStatus->text(),
-                  "1 key of the 11 sets sell S/L 0003002.0 or Item ID DEMO-15 (BLT).");
+                  "1 key of the 11 sets sells S/L 0003002.0 or Item ID DEMO-15 (BLT).");
         QTest::keyClick(list.txtItem, Qt::Key_F3); // the lookup picks another item
         EXPECT_EQ(rows(f), QStringList({"02 | Hot Drinks | 1 | 1 | \"Coffee Small\" sells S/L "
                                         "0001234.5"}));
