@@ -40,6 +40,7 @@ public:
     QMenu *mnuSets;
     QMenu *mnuWhereUsed;
     std::array<QAction *, 2> mnuWhereUsedType; // an item, the selected set
+    QAction *mnuPrintLayout;                   // the third report, beside Summary and Detail
 
     int HelpContextID = 0;
     bool bHaveSets = false;
@@ -59,6 +60,10 @@ private:
     // The file name of each data row, in row order, for telling a set from a stray file.
     QStringList msRowFiles;
     QString sReportSetTitle;
+    // The four report headings, "Hot Key Sets" over `subtitle`.
+    static void mpReport_headings(const QString &subtitle);
+    // Every set drawn as its panel, one a page, in frmMain_Layout.cpp.
+    void mpReport_layout();
     // Prints the set in gHotKeyGroups.
     void mpReport_set(print::PageDocument &doc);
     bool mpIsSetRow(int row) const;

@@ -2,6 +2,7 @@
 #include "platform/KeyCodes.h"
 #include "platform/MSFlexGrid.h"
 #include "platform/Modal.h"
+#include "print/sm_Print_FlexGrid.h"
 #include "screens/frmSetCheck.h"
 #include "shell/frmMain.h"
 #include <QCursor>
@@ -27,6 +28,8 @@ void frmMain::mpCheck_setup()
     mnuWhereUsed->setObjectName("mnuWhereUsed");
     mnuWhereUsedType[0] = mnuWhereUsed->addAction("Keys That Sell an Item...");
     mnuWhereUsedType[1] = mnuWhereUsed->addAction("Keys That Open the Selected Set");
+    mnuPrintLayout = mnuPrint->addAction("Layout");
+    connect(mnuPrintLayout, &QAction::triggered, this, [this] { mpReport_layout(); });
     mnuSets = new QMenu(this);
     mnuSets->setObjectName("mnuSets");
     mnuSets->addAction("Check Sets", this, [this] { cmdCheck_Click(); });
@@ -62,6 +65,10 @@ void frmMain::mpCheck_show(int mode, const QString &setNumber)
     list.EditSet = [this](QWidget *over, const QString &number, const QString &file) {
         if (mpEditSet(number, file, 6, over))
             mpSetList_fill();
+    };
+    list.PrintList = [](frmSetCheck &shown) {
+        mpReport_headings(shown.Heading);
+        gpPrint_FlexGrid(*shown.fgrdItems);
     };
     list.Form_Load();
     platform::showModal(list);

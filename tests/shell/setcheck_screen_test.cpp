@@ -2,12 +2,15 @@
 #include "hotkeys/hkeyGlobal.h"
 #include "lookup/LookupState.h"
 #include "platform/MSFlexGrid.h"
+#include "print/PageDocument.h"
+#include "print/frmSMPRNT_PREVIEW.h"
 #include "screens/frmHotKeys.h"
 #include "screens/frmSetCheck.h"
 #include "shell/frmMain.h"
 #include "shell/hkeyDBSM_Interface.h"
 #include "shell/hkeyDBSM_Setup.h"
 #include "support/HkTest.h"
+#include "support/PrintSupport.h"
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -158,4 +161,55 @@ TEST_F(SetCheckScreenTest, CancelStopsTheCheckAndSaysSo)
         EXPECT_LT(list.fgrdItems->Rows() - 1, 4);
     });
     form->cmdCheck->click();
+}
+
+TEST_F(SetCheckScreenTest, TheListPrintsThroughThePreview)
+{
+    plantFaults();
+    load();
+    QStringList printed;
+    modal.drive("frmSetCheck", [](QDialog &f) {
+        QTest::keyClick(static_cast<frmSetCheck &>(f).fgrdItems, Qt::Key_F9);
+    });
+    modal.drive("frmSMPRNT_PREVIEW", [&](QDialog &d) {
+        const print::PageDocument &doc = *static_cast<frmSMPRNT_PREVIEW &>(d).vsvPrinter;
+        EXPECT_EQ(doc.PageCount(), 1);
+        printed = testing_support::pageTexts(doc, 1);
+    });
+    form->cmdCheck->click();
+    EXPECT_TRUE(printed.contains("Check Sets")) << printed.join(" / ").toStdString();
+    EXPECT_TRUE(printed.contains("Sandwiches"));
+    EXPECT_TRUE(printed.contains("sells S/L 0003002.0, which is marked deleted in the inventory"));
+}
+
+TEST_F(SetCheckScreenTest, LayoutPrintsEverySetAsItsPanelOnePerLandscapePage)
+{
+    load();
+    std::vector<QImage> panels;
+    QStringList headers;
+    int orientation = -1;
+    modal.drive("frmSMPRNT_PREVIEW", [&](QDialog &d) {
+        const print::PageDocument &doc = *static_cast<frmSMPRNT_PREVIEW &>(d).vsvPrinter;
+        orientation = doc.Orientation();
+        for (int n = 1; n <= doc.PageCount(); ++n) {
+            ASSERT_EQ(doc.page(n).pictures.size(), 1u);
+            panels.push_back(doc.page(n).pictures[0].image);
+            headers << testing_support::pageTexts(doc, n).filter("Set ").join(" ");
+        }
+    });
+    form->mnuPrintLayout->trigger();
+    ASSERT_EQ(panels.size(), 12u);
+    EXPECT_EQ(orientation, print::orLandscape);
+    EXPECT_EQ(headers[0], "Set 01: Main Menu");
+    EXPECT_EQ(headers[11], "Set 12: Lottery");
+    // Set 01's columns are BLUE, DARK_RED, MAGENTA and GREEN: an empty key of each
+    // shows its column's colour.
+    const QImage &panel = panels[0];
+    auto colourAt = [&panel](int column) {
+        return panel.pixelColor(panel.width() * (2 * column - 1) / 8, panel.height() * 15 / 16);
+    };
+    EXPECT_GT(colourAt(1).blue(), colourAt(1).red() + 60);
+    EXPECT_GT(colourAt(2).red(), colourAt(2).blue() + 60);
+    EXPECT_GT(colourAt(3).red() + colourAt(3).blue(), 2 * colourAt(3).green() + 100);
+    EXPECT_GT(colourAt(4).green(), colourAt(4).red() + 60);
 }
