@@ -16,7 +16,6 @@
 #include "screens/frmSetCheck.h"
 #include "screens/frmSpecialKey_edit.h"
 #include "screens/frmSpecialKeys.h"
-#include "screens/hkeyLayoutPanel.h"
 #include "settings/clsDataPath.h"
 #include "settings/frmSMFILE_PATH.h"
 #include "settings/frmSM_DATAPATH2.h"
@@ -24,7 +23,9 @@
 #include "shell/frmMain.h"
 #include "shell/hkeyDBSM_Interface.h"
 #include "shell/hkeyDBSM_Setup.h"
+#include <QAction>
 #include <QDir>
+#include <QFile>
 #include <QImage>
 #include <QLineEdit>
 #include <QPainter>
@@ -105,6 +106,11 @@ int main(int argc, char **argv)
         save(main, out, "frmMain");
         PreviewSaver previews(out);
         platform::ModalPort::install(&previews);
+        gsHotKeyPicturePath = gDataPath.DataPath() + "/pictures/HotKeys/";
+        main.mnuPrintLayout->trigger(); // its first page kept under a name of its own
+        QFile::remove(QDir(out).filePath("layout-page1.png"));
+        QFile::rename(QDir(out).filePath("report-page1.png"),
+                      QDir(out).filePath("layout-page1.png"));
         main.mnuPrintType_Click(1);
         platform::ModalPort::install(nullptr);
 
@@ -148,15 +154,13 @@ int main(int argc, char **argv)
             }
         }
 
-        // Check Sets on the same database, and the Layout drawing of set 01.
+        // Check Sets on the same database.
         if (gfbDBSM_Open()) {
             frmSetCheck check(frmSetCheck::Mode::Check);
+            check.PrintList = [](frmSetCheck &) {}; // shows the Print button as the set list does
             check.Form_Load();
             save(check, out, "frmSetCheck");
         }
-        gpHotKeySet_clear();
-        gfsHotKeySet_read("01");
-        gfLayout_panelImage(gHotKeyGroups, QSize(1400, 900)).save(out + "/layout-panel.png");
 
         gbSpecialKeys = true;
         frmSpecialKeys special;

@@ -39,6 +39,7 @@ QImage gfLayout_panelImage(const HotKeySet &groups, const QSize &size)
         title->setAlignment(Qt::AlignCenter);
         QFont bold = title->font();
         bold.setBold(true);
+        bold.setPixelSize(std::max(12, size.height() / 40));
         title->setFont(bold);
         grid->addWidget(title, 0, n - 1);
         for (int k = 1; k <= 8; ++k) {
