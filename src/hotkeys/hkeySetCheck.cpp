@@ -51,7 +51,8 @@ void readProblems(SetText &s, const QString &text, const QStringList &skipped)
         s.problems << "the file is empty: the set has no title and no keys";
         return;
     }
-    if (!text.startsWith(QLatin1String("[SET]")))
+    const QList<QStringView> lines = textfile::splitLineViews(text);
+    if (lines.isEmpty() || !lines.first().contains(QLatin1String("[SET]")))
         s.problems << "line 1 is not the title line ([SET]): the set shows no title";
     s.problems << skipped;
     if (hasForeignLineEnds(text))
