@@ -25,7 +25,6 @@
 #include "shell/hkeyDBSM_Setup.h"
 #include <QAction>
 #include <QDir>
-#include <QFile>
 #include <QImage>
 #include <QLineEdit>
 #include <QPainter>
@@ -48,15 +47,16 @@ void save(QWidget &w, const QString &folder, const QString &name)
 class PreviewSaver : public platform::ModalShower {
 public:
     explicit PreviewSaver(QString folder) : m_folder(std::move(folder)) {}
+    QString prefix;
     int show(QDialog &form) override
     {
         auto *preview = qobject_cast<frmSMPRNT_PREVIEW *>(&form);
         if (!preview)
             return QDialog::Rejected;
         preview->resize(1000, 800);
-        save(*preview, m_folder, "frmSMPRNT_PREVIEW-100");
+        save(*preview, m_folder, prefix + "-100");
         preview->vsvPrinter->setZoom(200);
-        save(*preview, m_folder, "frmSMPRNT_PREVIEW-200");
+        save(*preview, m_folder, prefix + "-200");
         const print::Page &page = preview->vsvPrinter->page(1);
         QImage paper((page.size * 150 / 1440).toSize(), QImage::Format_RGB32);
         paper.fill(Qt::white);
@@ -64,7 +64,7 @@ public:
         painter.scale(150.0 / 1440, 150.0 / 1440);
         print::renderPage(painter, *preview->vsvPrinter, 1);
         painter.end();
-        paper.save(QDir(m_folder).filePath("report-page1.png"));
+        paper.save(QDir(m_folder).filePath(prefix + "-page1.png"));
         preview->hide();
         return QDialog::Rejected;
     }
@@ -107,10 +107,11 @@ int main(int argc, char **argv)
         PreviewSaver previews(out);
         platform::ModalPort::install(&previews);
         gsHotKeyPicturePath = gDataPath.DataPath() + "/pictures/HotKeys/";
-        main.mnuPrintLayout->trigger(); // its first page kept under a name of its own
-        QFile::remove(QDir(out).filePath("layout-page1.png"));
-        QFile::rename(QDir(out).filePath("report-page1.png"),
-                      QDir(out).filePath("layout-page1.png"));
+        previews.prefix = "frmSMPRNT_PREVIEW-layout";
+        main.mnuPrintLayout->trigger();
+        previews.prefix = "frmSMPRNT_PREVIEW-summary";
+        main.mnuPrintType_Click(0);
+        previews.prefix = "frmSMPRNT_PREVIEW-detail";
         main.mnuPrintType_Click(1);
         platform::ModalPort::install(nullptr);
 

@@ -61,7 +61,8 @@ class PageDocument : public QObject {
 public:
     explicit PageDocument(QObject *parent = nullptr);
 
-    // Pages collect only while the preview is on; the reports switch it on.
+    // The reports switch the preview on before they start; pages always collect
+    // here, and the preview screen shows them when the document ends.
     bool Preview() const { return m_preview; }
     void setPreview(bool on) { m_preview = on; }
 
@@ -92,7 +93,7 @@ public:
     // Tables: the format "<2200|^1100|>900;" gives per column an alignment
     // ("<" left, "^" centre, ">" right) and a width; the body's rows and cells
     // are split by the two table separators. A tab in a cell moves to the next
-    // half-inch stop. Rows use the current font and colour.
+    // quarter-inch stop. Rows use the current font and colour.
     QString TableSeparators() const { return m_colSep + m_rowSep; }
     void setTableSeparators(const QString &columnThenRow);
     int TableBorder() const { return m_border; }
