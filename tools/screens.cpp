@@ -161,6 +161,12 @@ int main(int argc, char **argv)
             check.PrintList = [](frmSetCheck &) {}; // shows the Print button as the set list does
             check.Form_Load();
             save(check, out, "frmSetCheck");
+            frmSetCheck used(frmSetCheck::Mode::Item);
+            used.PrintList = check.PrintList;
+            used.Form_Load();
+            used.txtItem->setText("0001234.5");
+            used.cmdSearch_Click();
+            save(used, out, "frmSetCheck-where-used");
         }
 
         gbSpecialKeys = true;
