@@ -19,11 +19,11 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
-#include <algorithm>
 #include <QLineEdit>
 #include <QProgressDialog>
 #include <QSqlQuery>
 #include <QTimer>
+#include <algorithm>
 #include <cstdio>
 #include <sys/resource.h>
 
