@@ -143,7 +143,8 @@ setcheck::Result frmSetCheck::mpRun()
 {
     QProgressDialog progress(Heading + "...", "Cancel", 0, 1, this);
     progress.setWindowTitle(Heading);
-    progress.setWindowModality(Qt::WindowModal);
+    // The list may not show yet, so the whole program waits, not only the list.
+    progress.setWindowModality(Qt::ApplicationModal);
     progress.setMinimumDuration(300);
     Progress = &progress;
     const auto step = [&progress](int done, int total) {
