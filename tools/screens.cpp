@@ -16,6 +16,7 @@
 #include "screens/frmHotKey_Define.h"
 #include "screens/frmHotKeys.h"
 #include "screens/frmHotKeys_Trial.h"
+#include "screens/frmSetCheck.h"
 #include "screens/frmSpecialKey_edit.h"
 #include "screens/frmSpecialKeys.h"
 #include "screens/frmVersions.h"
@@ -25,7 +26,9 @@
 #include "settings/frmSM_DATAPATH2.h"
 #include "shell/frmFirstRun.h"
 #include "shell/frmMain.h"
+#include "shell/hkeyDBSM_Interface.h"
 #include "shell/hkeyDBSM_Setup.h"
+#include <QAction>
 #include <QDir>
 #include <QFile>
 #include <QImage>
@@ -163,6 +166,9 @@ int main(int argc, char **argv)
         save(main, out, "frmMain");
         PreviewSaver previews(out);
         platform::ModalPort::install(&previews);
+        gsHotKeyPicturePath = gDataPath.DataPath() + "/pictures/HotKeys/";
+        previews.prefix = "frmSMPRNT_PREVIEW-layout";
+        main.mnuPrintLayout->trigger();
         previews.prefix = "frmSMPRNT_PREVIEW-summary";
         main.mnuPrintType_Click(0);
         previews.prefix = "frmSMPRNT_PREVIEW-detail";
@@ -211,6 +217,20 @@ int main(int argc, char **argv)
                 QApplication::processEvents();
                 save(lookup, out, QString("frm_Lookup-%1").arg(size.width()));
             }
+        }
+
+        // Check Sets on the same database.
+        if (gfbDBSM_Open()) {
+            frmSetCheck check(frmSetCheck::Mode::Check);
+            check.PrintList = [](frmSetCheck &) {}; // shows the Print button as the set list does
+            check.Form_Load();
+            save(check, out, "frmSetCheck");
+            frmSetCheck used(frmSetCheck::Mode::Item);
+            used.PrintList = check.PrintList;
+            used.Form_Load();
+            used.txtItem->setText("0001234.5");
+            used.cmdSearch_Click();
+            save(used, out, "frmSetCheck-where-used");
         }
 
         gbSpecialKeys = true;

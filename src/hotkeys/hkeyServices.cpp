@@ -13,7 +13,7 @@
 #include <QRegularExpression>
 #include <optional>
 
-std::array<HotKeyGroup, 5> gHotKeyGroups;
+HotKeySet gHotKeyGroups;
 
 namespace {
 
@@ -142,7 +142,7 @@ void gpHotKeySet_clear()
     hotKeySetClear(gHotKeyGroups);
 }
 
-void hotKeySetClear(HotKeyGroups &groups)
+void hotKeySetClear(HotKeySet &groups)
 {
     for (HotKeyGroup &g : groups) {
         g.Caption.clear();
@@ -163,22 +163,41 @@ QString gfsHotKeySet_read(const QString &sSetNumber)
     return hotKeySetParse(text, gHotKeyGroups);
 }
 
-QString hotKeySetParse(const QString &text, HotKeyGroups &groups)
+QString hotKeySetParse(const QString &text, HotKeySet &groups, QStringList *skipped)
 {
     const QList<QStringView> lines = textfile::splitLineViews(text);
     if (lines.isEmpty())
         return QString();
     const QString title = gfsTagValue(lines.first().toString(), "[SET]", "[");
-    std::optional<int> group = 0;
+    std::optional<int> group = 0; // lines before the first column line land in group 0
+    bool seenGroup = false;
+    auto skip = [skipped](int i, const QString &why) {
+        if (skipped)
+            *skipped << QString("line %1 %2").arg(i + 1).arg(why);
+    };
     for (int i = 1; i < lines.size(); ++i) {
         const TagScan scan(lines[i]);
         if (scan.has(tGroup)) {
+            seenGroup = true;
             group = numberOf(scan, tGroup, 4);
             if (group)
                 readGroupLine(scan, groups[*group]);
-        } else if (scan.has(tButton) && group) {
-            if (const std::optional<int> key = numberOf(scan, tButton, 8))
+            if (!group || *group == 0)
+                skip(i, "names column \"" + scan.value(tGroup) +
+                            "\", which is not 1 to 4: it and its keys were skipped");
+        } else if (scan.has(tButton)) {
+            if (!group)
+                continue; // told with its column line
+            const std::optional<int> key = numberOf(scan, tButton, 8);
+            if (key)
                 readKeyLine(scan, groups[*group].Buttons[*key]);
+            if (!seenGroup)
+                skip(i, "is a key before the first column line: no column shows it");
+            else if (*group != 0 && (!key || *key == 0))
+                skip(i, "names key \"" + scan.value(tButton) +
+                            "\", which is not 1 to 8: it was skipped");
+        } else if (!conv::Trim(lines[i].toString()).isEmpty()) {
+            skip(i, "is neither a column nor a key line: it was skipped");
         }
     }
     return title;

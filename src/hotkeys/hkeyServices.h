@@ -18,9 +18,9 @@ struct HotKeyGroup {
     std::array<HotKeyButton, 9> Buttons; // 1 to 8, top to bottom; 0 unused
 };
 
-using HotKeyGroups = std::array<HotKeyGroup, 5>;
 // The one set in memory: groups 1 to 4 are the columns, 0 is unused.
-extern HotKeyGroups gHotKeyGroups;
+using HotKeySet = std::array<HotKeyGroup, 5>;
+extern HotKeySet gHotKeyGroups;
 
 // The platform's button face colour, written as "*Default".
 inline constexpr qint32 kButtonFaceColor = static_cast<qint32>(0x8000000F);
@@ -31,12 +31,13 @@ inline constexpr qint32 kSilverColor = 0xC0C0C0;
 QString hotKeySetPath(const QString &sFileNumber);
 
 void gpHotKeySet_clear();
-void hotKeySetClear(HotKeyGroups &groups);
+void hotKeySetClear(HotKeySet &groups);
 // Loads a set on top of the record and returns its title; empty when the file is
 // missing (after saying so) or has no title.
 QString gfsHotKeySet_read(const QString &sSetNumber);
-// Reads a set file's text on top of `groups` and returns its title.
-QString hotKeySetParse(const QString &text, HotKeyGroups &groups);
+// The reading of a set file's text on top of `groups`, as gfsHotKeySet_read does it;
+// each line that the record cannot take is told in `skipped` ("line 5 names ...").
+QString hotKeySetParse(const QString &text, HotKeySet &groups, QStringList *skipped = nullptr);
 // Writes the record as set `sSetNumber`. On failure the user is told what failed
 // and false comes back; the record is untouched either way.
 bool gpHotKeySet_write(const QString &sSetNumber, const QString &sTitle);

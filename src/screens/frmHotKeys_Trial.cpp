@@ -5,9 +5,9 @@
 #include "common/sm_Help_Ops.h"
 #include "common/sm_Text.h"
 #include "common/sm_WindowTop.h"
-#include "common/zelFormats.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "database/zelDBSM_Inventory.h"
+#include "database/zelDBSM_InventoryKey.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyServices.h"
 #include "platform/KeyCodes.h"
@@ -216,25 +216,26 @@ void frmHotKeys_Trial::DrawSet(const QString &file)
         return;
     setWindowTitle("Hot Keys - " + title);
     for (int n = 1; n <= 4; ++n) {
-        for (int k = 1; k <= 8; ++k) {
-            const HotKeyButton &key = gHotKeyGroups[n].Buttons[k];
-            MyButton *control = cmdHkGroup[n][k - 1];
-            if (conv::Trim(key.Caption).isEmpty() && conv::Trim(key.Item).isEmpty()) {
-                control->setCaption("");
-                control->Tag.clear();
-            } else {
-                QFont f = control->font();
-                f.setPointSize(10);
-                control->setFont(f);
-                SetCharKeyCaption(control, key.Caption, letterOf(n, k), true);
-            }
-            const QString picture = gsHotKeyPicturePath + key.Icon;
-            if (!(conv::AboveBlank(key.Icon) && gfbFile_exists(picture) &&
-                  control->setPicture(picture)))
-                control->clearPicture();
-            control->setCaptionalignment(4);
-        }
+        for (int k = 1; k <= 8; ++k)
+            DrawKey(cmdHkGroup[n][k - 1], gHotKeyGroups[n].Buttons[k], n, k);
     }
+}
+
+void frmHotKeys_Trial::DrawKey(MyButton *control, const HotKeyButton &key, int group, int index)
+{
+    if (conv::Trim(key.Caption).isEmpty() && conv::Trim(key.Item).isEmpty()) {
+        control->setCaption("");
+        control->Tag.clear();
+    } else {
+        QFont f = control->font();
+        f.setPointSize(10);
+        control->setFont(f);
+        SetCharKeyCaption(control, key.Caption, letterOf(group, index), true);
+    }
+    const QString picture = gsHotKeyPicturePath + key.Icon;
+    if (!(conv::AboveBlank(key.Icon) && gfbFile_exists(picture) && control->setPicture(picture)))
+        control->clearPicture();
+    control->setCaptionalignment(4);
 }
 
 void frmHotKeys_Trial::PressKey(int group, int index)
@@ -269,14 +270,7 @@ void frmHotKeys_Trial::AddItemToList(const QString &item, const QString &idSelec
     bool found = false;
     if (!counted) {
         const DbAction action; // one box and one bounded wait per key press
-        QString sql;
-        if (idSelect == "No") {
-            gInventoryRecord.setText("SL", gfsSL_toStored(gfsSL_normalize(item)));
-            found = gfbDBSM_Record(1, opEqual, 1, false, false, sql);
-        } else if (idSelect == "Yes") {
-            gInventoryRecord.setText("ItemID", conv::RTrim(item));
-            found = gfbDBSM_Record(1, opEqual, 2, false, false, sql);
-        }
+        found = gfbInventory_ByHotKey(item, idSelect);
     }
     if (found) {
         fgrdItems->AddItem("1\t" + conv::RTrim(gInventoryRecord.text("Description")) + '\t' + item);

@@ -4,6 +4,7 @@
 #include <array>
 
 class MyButton;
+struct HotKeyButton;
 class QLabel;
 namespace platform {
 class MSFlexGrid;
@@ -29,6 +30,8 @@ public:
     void Form_KeyPress(int &KeyAscii) override;
 
     void DrawSet(const QString &file);
+    // One key as the panel shows it: label with its keyboard letter, and picture.
+    static void DrawKey(MyButton *control, const HotKeyButton &key, int group, int index);
     void PressKey(int group, int index);
     void AddItemToList(const QString &item, const QString &idSelect);
     static QString SetFileName(const QString &setNumber);

@@ -142,7 +142,7 @@ void frmVersions::mpVersion_draw()
 {
     const int row = lstVersions->currentRow();
     cmdRestore->setEnabled(row >= 0);
-    HotKeyGroups groups;
+    HotKeySet groups;
     hotKeySetClear(groups);
     QString title;
     if (row >= 0) {

@@ -103,6 +103,7 @@ frmMain::frmMain(QWidget *parent) : KeyPreviewForm(parent)
             [this] { gpHelp_press(QString::number(HelpContextID)); });
     connect(cmdExit, &QPushButton::clicked, this, &QDialog::reject);
     connect(fgrdItems, &QTableWidget::cellDoubleClicked, this, [this] { fgrdItems_DblClick(); });
+    mpCheck_setup();
 }
 
 void frmMain::Form_Load()
@@ -193,9 +194,10 @@ int frmMain::mpSetNumber_next() const
     return j;
 }
 
-bool frmMain::mpEditSet(const QString &setNumber, const QString &fileName, int helpContext)
+bool frmMain::mpEditSet(const QString &setNumber, const QString &fileName, int helpContext,
+                        QWidget *over)
 {
-    frmHotKeys editor(this);
+    frmHotKeys editor(over ? over : this);
     editor.HotKeySet = setNumber;
     editor.fileName = fileName;
     editor.HelpContextID = helpContext;
@@ -317,6 +319,10 @@ void frmMain::cmdVersions_Click()
 
 void frmMain::Form_KeyDown(int &KeyCode, int)
 {
+    if (mpCheck_KeyDown(KeyCode)) {
+        KeyCode = 0;
+        return;
+    }
     QPushButton *target = nullptr;
     switch (KeyCode) {
     case platform::vbKeyF1:

@@ -35,6 +35,13 @@ public:
     MyButton *cmdChangeOrder;
     QMenu *mnuPrint;
     std::array<QAction *, 2> mnuPrintType;
+    // Check Sets and Where Used, also on the list's own menu (right click).
+    QPushButton *cmdCheck;
+    QPushButton *cmdWhereUsed;
+    QMenu *mnuSets;
+    QMenu *mnuWhereUsed;
+    std::array<QAction *, 2> mnuWhereUsedType; // an item, the selected set
+    QAction *mnuPrintLayout;                   // the third report, beside Summary and Detail
 
     int HelpContextID = 0;
     bool bHaveSets = false;
@@ -54,6 +61,10 @@ private:
     // The file name of each data row, in row order, for telling a set from a stray file.
     QStringList msRowFiles;
     QString sReportSetTitle;
+    // The four report headings, "Hot Key Sets" over `subtitle`.
+    static void mpReport_headings(const QString &subtitle);
+    // Every set drawn as its panel, one a page, in frmMain_Layout.cpp.
+    void mpReport_layout();
     // Prints the set in gHotKeyGroups.
     void mpReport_set(print::PageDocument &doc);
     bool mpIsSetRow(int row) const;
@@ -68,5 +79,12 @@ private:
     void fgrdItems_DblClick();
     void cmdVersions_Click();
     // Shows the set editor for a set; true when the user accepted it.
-    bool mpEditSet(const QString &setNumber, const QString &fileName, int helpContext);
+    bool mpEditSet(const QString &setNumber, const QString &fileName, int helpContext,
+                   QWidget *over = nullptr);
+    // Check Sets and Where Used, in frmMain_Check.cpp.
+    void mpCheck_setup();
+    bool mpCheck_KeyDown(int KeyCode);
+    void cmdCheck_Click();
+    void mnuWhereUsedType_Click(int Index);
+    void mpCheck_show(int mode, const QString &setNumber);
 };

@@ -17,15 +17,15 @@ namespace {
 
 const QString kSetFormat = "<2200|<2200|<2200|<2200;";
 
-void mpReport_headings(const QString &subtitle)
+} // namespace
+
+void frmMain::mpReport_headings(const QString &subtitle)
 {
     gsReportTitle = "Hot Key Sets";
     gsReportSubtitle = subtitle;
     gsReportDate = QLocale::system().toString(QDate::currentDate(), QLocale::ShortFormat);
     gsReportCompany = conv::RTrim(gCommonRecord.text("Cname"));
 }
-
-} // namespace
 
 void frmMain::mnuPrintType_Click(int Index)
 {

@@ -164,8 +164,9 @@ TEST_F(MainScreenTest, PrintNeedsAPrinterAndOffersTheTwoReports)
     shell.printers = {"Office"};
     QTest::mouseClick(form->cmdPrint, Qt::LeftButton);
     EXPECT_TRUE(form->mnuPrint->isVisible());
-    EXPECT_EQ(form->mnuPrint->actions().size(), 2);
+    EXPECT_EQ(form->mnuPrint->actions().size(), 3);
     EXPECT_EQ(form->mnuPrint->actions()[1]->text(), "Detail");
+    EXPECT_EQ(form->mnuPrint->actions()[2]->text(), "Layout");
     form->mnuPrint->hide();
 }
 

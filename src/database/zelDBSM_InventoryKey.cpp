@@ -1,0 +1,40 @@
+#include "database/zelDBSM_InventoryKey.h"
+#include "common/Conversions.h"
+#include "common/zelFormats.h"
+#include "database/ZelDBSM_MSDE.h"
+#include "database/zelDBSM_Inventory.h"
+
+bool gfbInventory_ByHotKey(const QString &sItem, const QString &sIdSelect)
+{
+    QString sql;
+    if (sIdSelect == "No") {
+        gInventoryRecord.setText("SL", gfsSL_toStored(gfsSL_normalize(sItem)));
+        return gfbDBSM_Record(1, opEqual, 1, false, false, sql);
+    }
+    if (sIdSelect == "Yes") {
+        gInventoryRecord.setText("ItemID", conv::RTrim(sItem));
+        return gfbDBSM_Record(1, opEqual, 2, false, false, sql);
+    }
+    return false;
+}
+
+bool gfbInventory_Statuses(const QStringList &values, bool bById,
+                           QList<std::pair<QString, QString>> &rows)
+{
+    rows.clear();
+    if (values.isEmpty())
+        return true;
+    QStringList quoted;
+    for (const QString &v : values)
+        quoted << "'" + gfsDBSM_SqlText(bById ? conv::Trim(v) : v, true) + "'";
+    // ltrim(ItemID), as the reads by Item ID compare it.
+    QString sql = "SELECT SL, ItemID, Status FROM " + gTables[1].sTableName + " WHERE " +
+                  (bById ? "ltrim(ItemID)" : "SL") + " IN (" + quoted.join(", ") + ")";
+    if (!gfbDBSM_Select(sql, 1, false))
+        return !gfbDBSM_ActionFailed();
+    Recordset &rs = gRecordsets[1];
+    const int key = rs.fieldIndex(bById ? "ItemID" : "SL"), status = rs.fieldIndex("Status");
+    for (rs.MoveFirst(); !rs.atEOF(); rs.MoveNext())
+        rows << std::pair(rs.value(key).toString(), rs.value(status).toString());
+    return true;
+}

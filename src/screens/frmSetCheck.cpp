@@ -1,0 +1,301 @@
+#include "screens/frmSetCheck.h"
+#include "common/Conversions.h"
+#include "common/sm_FGrid.h"
+#include "common/sm_Text.h"
+#include "common/zelFormats.h"
+#include "database/ZelDBSM_MSDE.h"
+#include "database/zelDBSM_Inventory.h"
+#include "database/zelDBSM_InventoryKey.h"
+#include "lookup/frm_Lookup.h"
+#include "platform/Dialogs.h"
+#include "platform/KeyCodes.h"
+#include "platform/MSFlexGrid.h"
+#include <QCoreApplication>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressDialog>
+#include <QPushButton>
+
+using setcheck::Finding;
+
+namespace {
+
+QString counted(qsizetype n, const QString &one)
+{
+    return QString::number(n) + ' ' + one + (n == 1 ? "" : "s");
+}
+
+// The inventory's word on many items of keys at once.
+std::optional<QHash<QString, setcheck::ItemState>> itemStates(const QStringList &keys, bool byId)
+{
+    QList<std::pair<QString, QString>> rows;
+    if (!gfbInventory_Statuses(keys, byId, rows))
+        return std::nullopt;
+    QHash<QString, setcheck::ItemState> states;
+    for (const auto &[item, status] : rows) {
+        // The S/L comes back stored, as the keys were asked.
+        const QString key = (byId ? conv::Trim(item) : conv::RTrim(item)).toUpper();
+        states[key] = conv::Trim(status).toUpper() == "D" ? setcheck::ItemState::Deleted
+                                                          : setcheck::ItemState::Found;
+    }
+    return states;
+}
+
+QString number(int n)
+{
+    return n > 0 ? QString::number(n) : QString();
+}
+
+} // namespace
+
+frmSetCheck::frmSetCheck(Mode mode, QWidget *parent) : KeyPreviewForm(parent), mMode(mode)
+{
+    fgrdItems = new platform::MSFlexGrid(this);
+    fgrdItems->setObjectName("fgrdItems");
+    fgrdItems->setSelectionMode(QAbstractItemView::SingleSelection);
+    fgrdItems->setSelectionBehavior(QAbstractItemView::SelectRows);
+    lblItem = new QLabel("S/L or Item ID:", this);
+    txtItem = new QLineEdit(this);
+    txtItem->setObjectName("txtItem");
+    const std::pair<QPushButton **, const char *> captions[] = {{&cmdFindItem, "F3 Find &Item"},
+                                                                {&cmdSearch, "Enter Search"},
+                                                                {&cmdPrint, "F9 Print"},
+                                                                {&cmdExit, "Esc Close"}};
+    for (const auto &[b, caption] : captions) {
+        *b = new QPushButton(caption, this);
+        (*b)->setAutoDefault(false);
+        (*b)->setMinimumHeight(34);
+    }
+    lblStatus = new QLabel(this);
+    lblStatus->setObjectName("lblStatus");
+    lblStatus->setWordWrap(true);
+
+    auto *itemRow = new QHBoxLayout;
+    itemRow->addWidget(lblItem);
+    itemRow->addWidget(txtItem, 1);
+    itemRow->addWidget(cmdFindItem);
+    itemRow->addWidget(cmdSearch);
+    auto *buttons = new QHBoxLayout;
+    buttons->addWidget(lblStatus, 1);
+    buttons->addWidget(cmdPrint);
+    buttons->addWidget(cmdExit);
+    auto *grid = new QGridLayout(this);
+    grid->addLayout(itemRow, 0, 0);
+    grid->addWidget(fgrdItems, 1, 0);
+    grid->addLayout(buttons, 2, 0);
+    for (QWidget *w : std::initializer_list<QWidget *>{lblItem, txtItem, cmdFindItem, cmdSearch})
+        w->setVisible(mode == Mode::Item);
+    resize(980, 560);
+
+    connect(cmdFindItem, &QPushButton::clicked, this, [this] { cmdFindItem_Click(); });
+    connect(cmdSearch, &QPushButton::clicked, this, [this] { cmdSearch_Click(); });
+    connect(cmdPrint, &QPushButton::clicked, this, [this] {
+        if (PrintList)
+            PrintList(*this);
+    });
+    connect(cmdExit, &QPushButton::clicked, this, &QDialog::reject);
+    connect(fgrdItems, &QTableWidget::cellDoubleClicked, this, [this] { fgrdItems_DblClick(); });
+}
+
+void frmSetCheck::Form_Load()
+{
+    gpForm_initControls(this);
+    cmdPrint->setVisible(static_cast<bool>(PrintList));
+    mpList_format();
+    switch (mMode) {
+    case Mode::Check:
+        Heading = "Check Sets";
+        break;
+    case Mode::Set:
+        Heading = "Where Used: keys that open set " + SetNumber;
+        break;
+    case Mode::Item:
+        Heading = "Where Used: keys that sell an item";
+        lblStatus->setText("Type an S/L or an Item ID and press Enter, or press F3 to find "
+                           "the item in the inventory.");
+        break;
+    }
+    setWindowTitle(Heading);
+    if (mMode != Mode::Item)
+        mpList_fill();
+}
+
+void frmSetCheck::mpList_format()
+{
+    static const int widths[] = {600, 2200, 800, 600, 6000};
+    static const char *const headings[] = {"Set", "Title", "Column", "Key", "Found"};
+    fgrdItems->Clear();
+    fgrdItems->setFixedRows(1);
+    fgrdItems->setCols(5);
+    fgrdItems->setRows(1);
+    for (int c = 0; c < 5; ++c) {
+        fgrdItems->setTextMatrix(0, c, headings[c]);
+        fgrdItems->setColWidth(c, widths[c]);
+    }
+    for (int c : {0, 2, 3}) fgrdItems->setColAlignment(c, Qt::AlignCenter);
+    fgrdItems->horizontalHeader()->setStretchLastSection(true);
+}
+
+setcheck::Result frmSetCheck::mpRun()
+{
+    QProgressDialog progress(Heading + "...", "Cancel", 0, 1, this);
+    progress.setWindowTitle(Heading);
+    // The list may not show yet, so the whole program waits, not only the list.
+    progress.setWindowModality(Qt::ApplicationModal);
+    progress.setMinimumDuration(300);
+    Progress = &progress;
+    const auto step = [&progress](int done, int total) {
+        progress.setMaximum(total);
+        progress.setValue(done);
+        QCoreApplication::processEvents(); // also before the display shows
+        return !progress.wasCanceled();
+    };
+    setcheck::Result result;
+    if (mMode == Mode::Check) {
+        const DbAction action; // a database fault is told once for the whole check
+        result = setcheck::checkSets(itemStates, step);
+    } else if (mMode == Mode::Set) {
+        result = setcheck::whereSetUsed(SetNumber, step);
+    } else {
+        result = setcheck::whereItemUsed(mItem, step);
+    }
+    Progress = nullptr;
+    return result;
+}
+
+bool frmSetCheck::mpList_fill()
+{
+    const setcheck::Result result = mpRun();
+    mpList_show(result);
+    return !result.canceled;
+}
+
+void frmSetCheck::mpList_show(const setcheck::Result &result)
+{
+    fgrdItems->setUpdatesEnabled(false);
+    mpList_format();
+    Findings = result.findings;
+    QList<QStringList> rows;
+    for (const Finding &f : Findings)
+        rows << QStringList{f.number, f.title, number(f.group), number(f.key), f.text};
+    fgrdItems->AddItems(rows);
+    fgrdItems->setUpdatesEnabled(true);
+    if (!rows.isEmpty())
+        gpGrid_selectRow(fgrdItems, 1);
+    lblStatus->setText(mpStatus(result));
+}
+
+QString frmSetCheck::mpStatus(const setcheck::Result &result) const
+{
+    const QString sets = counted(result.sets, "set");
+    if (result.canceled)
+        return "Canceled after " + sets + ": the list shows only what was found in them.";
+    int faults = 0;
+    for (const Finding &f : Findings) faults += f.information() ? 0 : 1;
+    const int notes = static_cast<int>(Findings.size()) - faults;
+    if (mMode == Mode::Check) {
+        if (Findings.isEmpty())
+            return "Nothing wrong found in " + sets + ".";
+        return counted(faults, "fault") + " found in " + sets +
+               (notes ? QString(", and %1 for information").arg(notes) : QString()) +
+               ". Double click a line to open its set.";
+    }
+    const QString verb = mMode == Mode::Set ? "open" : "sell";
+    const QString target = mMode == Mode::Set ? "set " + SetNumber : mItemText;
+    if (Findings.isEmpty())
+        return "No key of the " + sets + " " + verb + "s " + target + ".";
+    return counted(Findings.size(), "key") + " of the " + sets + " " + verb +
+           (Findings.size() == 1 ? "s " : " ") + target + ".";
+}
+
+// The item's S/L and Item ID as the inventory pairs them, so keys that sell it
+// either way are found; an item the inventory lacks is looked for as typed.
+void frmSetCheck::mpResolveItem(const QString &typed)
+{
+    mItem = {typed, typed};
+    mItemText = "\"" + typed + "\"";
+    const DbAction action;
+    if (gfbInventory_ByHotKey(typed, "No") || gfbInventory_ByHotKey(typed, "Yes")) {
+        mItem.sl = gfsSL_toDisplay(gInventoryRecord.text("SL"));
+        mItem.itemId = conv::Trim(gInventoryRecord.text("ItemID"));
+        mItemText = "S/L " + conv::Trim(mItem.sl) + " or Item ID " + mItem.itemId + " (" +
+                    conv::Trim(gInventoryRecord.text("Description")) + ")";
+    }
+    Heading = "Where Used: keys that sell " + mItemText;
+}
+
+void frmSetCheck::cmdSearch_Click()
+{
+    const QString typed = conv::Trim(txtItem->text());
+    if (typed.isEmpty()) {
+        platform::MsgBox("Type the S/L or the Item ID of the item, or press F3 to find it.",
+                         platform::vbExclamation);
+        txtItem->setFocus();
+        return;
+    }
+    mpResolveItem(typed);
+    setWindowTitle(Heading);
+    mpList_fill();
+}
+
+void frmSetCheck::cmdFindItem_Click()
+{
+    const QString code = gfsInventory_find("");
+    if (code.isEmpty())
+        return;
+    txtItem->setText(conv::Trim(gfsSL_toDisplay(code)));
+    cmdSearch_Click();
+}
+
+void frmSetCheck::fgrdItems_DblClick()
+{
+    const int row = fgrdItems->Row();
+    if (row < 1 || row > Findings.size() || !EditSet)
+        return;
+    const Finding f = Findings[row - 1];
+    const QString setNumber = hotKeySetNumber(f.fileName);
+    if (setNumber.isEmpty()) {
+        if (!f.fileName.isEmpty())
+            platform::MsgBox(f.fileName +
+                                 " is not a hot key set, so it cannot be opened in the editor. "
+                                 "Rename or delete it in the data folder.",
+                             platform::vbExclamation);
+        return;
+    }
+    EditSet(this, setNumber, f.fileName);
+    mpList_fill();
+    if (row < fgrdItems->Rows())
+        gpGrid_selectRow(fgrdItems, row);
+}
+
+void frmSetCheck::Form_KeyDown(int &KeyCode, int)
+{
+    switch (KeyCode) {
+    case platform::vbKeyEscape:
+        KeyCode = 0;
+        cmdExit->click();
+        break;
+    case platform::vbKeyF9:
+        KeyCode = 0;
+        if (cmdPrint->isVisible())
+            cmdPrint->click();
+        break;
+    case platform::vbKeyF3:
+        if (mMode == Mode::Item) {
+            KeyCode = 0;
+            cmdFindItem->click();
+        }
+        break;
+    case platform::vbKeyReturn:
+        if (mMode == Mode::Item) {
+            KeyCode = 0;
+            cmdSearch->click();
+        }
+        break;
+    default:
+        break;
+    }
+}

@@ -1,0 +1,237 @@
+#include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeySetCheck.h"
+#include "support/HkTest.h"
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+
+using namespace setcheck;
+using testing_support::HkTest;
+
+namespace {
+
+QByteArray blankKeys(int from = 1)
+{
+    QByteArray keys;
+    for (int k = from; k <= 8; ++k)
+        keys += "[BUTTON]" + QByteArray::number(k) +
+                "[CAPTION][ITEM][ICON][IDSELECT][LINKSET][ROOT]\r\n";
+    return keys;
+}
+
+QByteArray key(int k, const QByteArray &caption, const QByteArray &item, const QByteArray &idSelect,
+               const QByteArray &link, const QByteArray &icon = "")
+{
+    return "[BUTTON]" + QByteArray::number(k) + "[CAPTION]" + caption + "[ITEM]" + item + "[ICON]" +
+           icon + "[IDSELECT]" + idSelect + "[LINKSET]" + link + "[ROOT]\r\n";
+}
+
+// "03 2/5 text" for each finding, so a whole list compares in one line.
+QStringList lines(const Result &r)
+{
+    QStringList out;
+    for (const Finding &f : r.findings)
+        out << QString("%1 %2/%3 %4").arg(f.number).arg(f.group).arg(f.key).arg(f.text);
+    return out;
+}
+
+class SetCheckTest : public HkTest {
+protected:
+    void SetUp() override
+    {
+        HkTest::SetUp();
+        QDir(dataPath()).mkpath("pictures/HotKeys");
+        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
+        QFile picture(gsHotKeyPicturePath + "coffee.jpg");
+        ASSERT_TRUE(picture.open(QIODevice::WriteOnly));
+    }
+    // A set whose first column holds `keys`; the other columns are blank.
+    void writeSet(int number, const QByteArray &title, const QByteArray &keys,
+                  const QByteArray &column = "[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n")
+    {
+        QByteArray text = "[SET]" + title + "\r\n" + column + keys;
+        for (int g = 2; g <= 4; ++g)
+            text +=
+                "[GROUP]" + QByteArray::number(g) + "[CAPTION][COLOR]*Default\r\n" + blankKeys();
+        writeDataFile(QString("HKSET%1.SDF").arg(number, 2, 10, QChar('0')), text);
+    }
+    Result check()
+    {
+        return checkSets([this](const QStringList &keys, bool byId) {
+            QHash<QString, ItemState> known;
+            for (const QString &key : keys) {
+                asked << (byId ? "I " : "S ") + key;
+                if (inventory.contains(key))
+                    known[key] = inventory[key];
+            }
+            return std::optional(known);
+        });
+    }
+    // Every file of the data folder with its bytes.
+    QMap<QString, QByteArray> folder() const
+    {
+        QMap<QString, QByteArray> files;
+        for (QDirIterator it(dataPath(), QDir::Files, QDirIterator::Subdirectories);
+             it.hasNext();) {
+            QFile f(it.next());
+            files[f.fileName()] = f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("?");
+        }
+        return files;
+    }
+    QHash<QString, ItemState> inventory{{"00012345", ItemState::Found},
+                                        {"CAKE-1", ItemState::Found},
+                                        {"00099990", ItemState::Deleted}};
+    QStringList asked;
+};
+
+} // namespace
+
+TEST_F(SetCheckTest, FindsEachPlantedFaultAndNothingElse)
+{
+    writeSet(1, "Main",
+             key(1, "Coffee", "0001234.5", "No", "", "coffee.jpg") +
+                 key(2, "Cake", "cake-1", "Yes", "") + key(3, "Lunch", "", "No", "2") +
+                 key(4, "Gone", "", "No", "7") + key(5, "Again", "", "No", "01") +
+                 key(6, "Old Tea", "0009999.0", "No", "") + key(7, "Ghost", "0005555.0", "No", "") +
+                 key(8, "", "", "", "", "tea.jpg"));
+    writeSet(2, "Lunch",
+             key(1, "Back", "", "No", "1") + key(2, "Cake", "CAKE-1", "Yes", "") +
+                 key(3, "Mystery", "X-1", "", "") + blankKeys(4));
+    writeSet(3, "Hidden", blankKeys(), "[GROUP]1[CAPTION][COLOR]RED\r\n");
+    const QMap<QString, QByteArray> before = folder();
+
+    const Result r = check();
+
+    EXPECT_FALSE(r.canceled);
+    EXPECT_EQ(r.sets, 3);
+    EXPECT_EQ(
+        lines(r),
+        QStringList({"01 1/4 opens set 07, which is no longer in the data folder: the key "
+                     "leads nowhere",
+                     "01 1/5 opens its own set, so it does nothing useful",
+                     "01 1/6 sells S/L 0009999.0, which is marked deleted in the inventory",
+                     "01 1/7 sells S/L 0005555.0, which is not in the inventory",
+                     "01 1/8 shows the picture \"tea.jpg\", which is not in the pictures folder",
+                     "01 1/8 has a picture but no label, item or link: a left-over that "
+                     "does nothing",
+                     "02 1/3 sells \"X-1\" but does not say whether it is an S/L or an Item "
+                     "ID, so it sells nothing: open the key and choose one",
+                     "03 0/0 no key of another set opens this set (for information: the "
+                     "sales screen may open it from elsewhere)",
+                     "03 1/0 has the colour RED but no title and no keys: a left-over"}))
+        << lines(r).join("\n").toStdString();
+    EXPECT_EQ(r.findings[7].kind, Kind::NotOpened);
+    EXPECT_TRUE(r.findings[7].information());
+    EXPECT_EQ(r.findings.first().title, "Main");
+    // One question per item, whatever form the keys give it in.
+    EXPECT_EQ(asked.size(), 4) << asked.join(", ").toStdString();
+    EXPECT_EQ(folder(), before);
+}
+
+TEST_F(SetCheckTest, AnInventoryThatCannotBeReadIsToldOnceAndNoItemIsBlamed)
+{
+    writeSet(1, "Main",
+             key(1, "Coffee", "0001234.5", "No", "") + key(2, "Tea", "7", "No", "") + blankKeys(3));
+    const Result r = checkSets([](const QStringList &, bool) { return std::nullopt; });
+    ASSERT_EQ(r.findings.size(), 2);
+    EXPECT_EQ(r.findings[0].kind, Kind::InventoryFault);
+    EXPECT_TRUE(r.findings[0].fileName.isEmpty());
+    EXPECT_EQ(r.findings[1].kind, Kind::NotOpened);
+}
+
+TEST_F(SetCheckTest, HandEditedFilesAreReportedAsWhatTheyAre)
+{
+    writeDataFile("HKSET01.SDF", "[SET]Bad numbers\r\n[GROUP]7[CAPTION]Far[COLOR]RED\r\n"
+                                 "[BUTTON]1[CAPTION]Lost\r\n[GROUP]1[CAPTION]Ok[COLOR]\r\n"
+                                 "[BUTTON]x[CAPTION]What\r\n[BUTTON]9[CAPTION]Nine\r\n");
+    writeDataFile("HKSET02.SDF", QByteArray("[SET]Junk\r\n\x01\xff\xfe\x00junk\r\n", 21) +
+                                     key(1, "Go", "", "No", "1"));
+    writeDataFile("HKSET03.SDF",
+                  "[SET]Unix\n[GROUP]1[CAPTION]A[COLOR]\n" + key(1, "Go", "", "No", "1"));
+    writeDataFile("HKSET04.SDF", "");
+    writeDataFile("HKSET05.SDF",
+                  "[BUTTON]1[CAPTION]Early[ITEM][ICON][IDSELECT][LINKSET]1[ROOT]\r\n");
+    writeDataFile("HKSET01-old.SDF", "[SET]Copy\r\n");
+    const QMap<QString, QByteArray> before = folder();
+
+    const Result r = check();
+
+    QStringList said;
+    for (const Finding &f : r.findings)
+        if (f.kind != Kind::NotOpened)
+            said << f.fileName + ": " + f.text;
+    EXPECT_EQ(said,
+              QStringList(
+                  {"HKSET01.SDF: line 2 names column \"7\", which is not 1 to 4: it and its keys "
+                   "were skipped",
+                   "HKSET01.SDF: line 5 names key \"x\", which is not 1 to 8: it was skipped",
+                   "HKSET01.SDF: line 6 names key \"9\", which is not 1 to 8: it was skipped",
+                   "HKSET02.SDF: line 2 is neither a column nor a key line: it was skipped",
+                   "HKSET02.SDF: line 3 is a key before the first column line: no column shows it",
+                   "HKSET03.SDF: its lines do not all end in CR LF, as this program writes them "
+                   "(a hand edit?): a sales station may read the set differently",
+                   "HKSET04.SDF: the file is empty: the set has no title and no keys",
+                   "HKSET05.SDF: line 1 is not the title line ([SET]): the set shows no title",
+                   "HKSET01-old.SDF: is not named as a set (HKSET, a number of two digits or "
+                   "more, .SDF), so no key can open it: rename or remove HKSET01-old.SDF"}))
+        << said.join("\n").toStdString();
+    EXPECT_EQ(folder(), before);
+}
+
+TEST_F(SetCheckTest, AFileThatVanishesDuringTheCheckIsToldAndTheRestIsChecked)
+{
+    for (int n = 1; n <= 3; ++n) writeSet(n, "Set", key(1, "Go", "", "No", n == 3 ? "1" : "3"));
+    const Result r = checkSets(
+        [](const QStringList &, bool) { return std::optional(QHash<QString, ItemState>()); },
+        [this](int done, int) {
+            if (done == 1)
+                QFile::remove(dataPath() + "/HKSET02.SDF");
+            return true;
+        });
+    EXPECT_EQ(r.sets, 3);
+    const QStringList said = lines(r);
+    EXPECT_TRUE(said.contains("02 0/0 was removed while the check ran"))
+        << said.join("\n").toStdString();
+    EXPECT_FALSE(said.contains("01 0/0 no key of another set opens this set (for information: the "
+                               "sales screen may open it from elsewhere)"));
+}
+
+TEST_F(SetCheckTest, CancelStopsAtOnceAndKeepsWhatWasFound)
+{
+    for (int n = 1; n <= 5; ++n) writeSet(n, "Set", key(1, "Gone", "", "No", "9"));
+    const Result r = checkSets(
+        [](const QStringList &, bool) { return std::optional(QHash<QString, ItemState>()); },
+        [](int done, int total) {
+            EXPECT_EQ(total, 5);
+            return done < 2;
+        });
+    EXPECT_TRUE(r.canceled);
+    EXPECT_EQ(r.sets, 2);
+    EXPECT_EQ(r.findings.size(), 2); // the two missing links, no word yet on unopened sets
+}
+
+TEST_F(SetCheckTest, WhereUsedFindsAnItemInEveryFormAndASetByEveryFormOfItsNumber)
+{
+    writeSet(1, "Main",
+             key(1, "Coffee", "0001234.5", "No", "") + key(2, "Coffee 2", "1234.5", "No", "") +
+                 key(3, "By Id", "cafe-9", "Yes", "") + key(4, "Link", "0001234.5", "No", "2") +
+                 key(5, "Other", "0001234.6", "No", "") + blankKeys(6));
+    writeSet(2, "Lunch",
+             key(1, "Back", "", "No", "1") + key(2, "Back 2", "", "No", "01") +
+                 key(3, "Far", "", "No", "10") + blankKeys(4));
+
+    QStringList said = lines(whereItemUsed({"0001234.5", "CAFE-9"}));
+    EXPECT_EQ(said, QStringList({"01 1/1 \"Coffee\" sells S/L 0001234.5",
+                                 "01 1/3 \"By Id\" sells Item ID cafe-9"}))
+        << said.join("\n").toStdString();
+    // "1234.5" is another S/L than "0001234.5", for the inventory as for the sales screen.
+    said = lines(whereItemUsed({"1234.5", ""}));
+    EXPECT_EQ(said, QStringList({"01 1/2 \"Coffee 2\" sells S/L 1234.5"}));
+    EXPECT_TRUE(whereItemUsed({"", "0001234.5"}).findings.isEmpty()); // an Item ID is no S/L
+
+    said = lines(whereSetUsed("01"));
+    EXPECT_EQ(said,
+              QStringList({"02 1/1 \"Back\" opens set 01", "02 1/2 \"Back 2\" opens set 01"}));
+    EXPECT_EQ(whereSetUsed("2").findings.size(), 1);
+}

@@ -1,0 +1,215 @@
+#include "database/ZelDBSM_MSDE.h"
+#include "hotkeys/hkeyGlobal.h"
+#include "lookup/LookupState.h"
+#include "platform/MSFlexGrid.h"
+#include "print/PageDocument.h"
+#include "print/frmSMPRNT_PREVIEW.h"
+#include "screens/frmHotKeys.h"
+#include "screens/frmSetCheck.h"
+#include "shell/frmMain.h"
+#include "shell/hkeyDBSM_Interface.h"
+#include "shell/hkeyDBSM_Setup.h"
+#include "support/HkTest.h"
+#include "support/PrintSupport.h"
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QProcess>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+using testing_support::HkTest;
+
+namespace {
+
+// The demo store with three faults planted by hand: set 12 removed, the BLT
+// deleted from the inventory, the bread picture gone.
+class SetCheckScreenTest : public HkTest {
+protected:
+    void SetUp() override
+    {
+        HkTest::SetUp();
+        QProcess seeder;
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert("XDG_CONFIG_HOME", temp.filePath("settings"));
+        env.insert("QT_QPA_PLATFORM", "offscreen");
+        seeder.setProcessEnvironment(env);
+        seeder.setProcessChannelMode(QProcess::MergedChannels);
+        seeder.start(HK_DEMO_SEED, {dataPath(), "--items", "0"});
+        ASSERT_TRUE(seeder.waitForFinished(60000));
+        ASSERT_EQ(seeder.exitCode(), 0) << seeder.readAll().toStdString();
+        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
+        ASSERT_TRUE(gfbDBSM_Setup());
+        ASSERT_TRUE(gfbDBSM_Open());
+    }
+    void TearDown() override
+    {
+        gpDBSM_Disconnect();
+        HkTest::TearDown();
+    }
+    void plantFaults()
+    {
+        ASSERT_TRUE(QFile::remove(dataPath() + "/HKSET12.SDF"));
+        ASSERT_TRUE(QFile::remove(gsHotKeyPicturePath + "bread.jpg"));
+        ASSERT_EQ(glDBSM_Execute("UPDATE invt1 SET Status = 'D' WHERE SL = '00030020'"), 1);
+    }
+    static QStringList rows(QDialog &form)
+    {
+        const auto &list = static_cast<frmSetCheck &>(form);
+        QStringList out;
+        for (int r = 1; r < list.fgrdItems->Rows(); ++r) {
+            QStringList cells;
+            for (int c = 0; c < 5; ++c) cells << list.fgrdItems->TextMatrix(r, c);
+            out << cells.join(" | ");
+        }
+        return out;
+    }
+    void load()
+    {
+        form = std::make_unique<frmMain>();
+        form->Form_Load();
+        form->show();
+    }
+    std::unique_ptr<frmMain> form;
+};
+
+const QString kPicture =
+    "01 | Main Menu | 2 | 3 | shows the picture \"bread.jpg\", which is not in the pictures folder";
+const QString kLink = "01 | Main Menu | 4 | 4 | opens set 12, which is no longer in the data "
+                      "folder: the key leads nowhere";
+const QString kDeleted =
+    "04 | Sandwiches | 1 | 2 | sells S/L 0003002.0, which is marked deleted in the inventory";
+const QString kPicture2 =
+    "06 | Bakery | 1 | 1 | shows the picture \"bread.jpg\", which is not in the pictures folder";
+
+} // namespace
+
+TEST_F(SetCheckScreenTest, CheckSetsFindsThePlantedFaultsAndADoubleClickEditsAndRefreshes)
+{
+    load();
+    modal.drive("frmSetCheck", [](QDialog &f) { EXPECT_EQ(rows(f), QStringList()); });
+    form->cmdCheck->click(); // the demo as it is seeded has nothing wrong
+
+    plantFaults();
+    QStringList before, after;
+    modal.drive("frmSetCheck", [&](QDialog &f) {
+        auto &list = static_cast<frmSetCheck &>(f);
+        before = rows(f);
+        EXPECT_EQ(list.lblStatus->text(),
+                  "4 faults found in 11 sets. Double click a line to open its set.");
+        list.fgrdItems->setRow(3);
+        emit list.fgrdItems->cellDoubleClicked(2, 0);
+        after = rows(f);
+    });
+    modal.drive("frmHotKeys", [this](QDialog &f) {
+        EXPECT_EQ(static_cast<frmHotKeys &>(f).HotKeySet, "04");
+        // Mended while the editor is open: the list shows it when the editor closes.
+        EXPECT_TRUE(
+            QFile::copy(gsHotKeyPicturePath + "coffee.jpg", gsHotKeyPicturePath + "bread.jpg"));
+    });
+    QTest::keyClick(form->fgrdItems, Qt::Key_F7);
+    EXPECT_EQ(before, QStringList({kPicture, kLink, kDeleted, kPicture2}));
+    EXPECT_EQ(after, QStringList({kLink, kDeleted}));
+    EXPECT_EQ(modal.shown, QStringList({"frmSetCheck", "frmSetCheck", "frmHotKeys"}));
+}
+
+TEST_F(SetCheckScreenTest, WhereUsedListsTheKeysOfAnItemTypedOrPickedAndOfTheSelectedSet)
+{
+    plantFaults(); // a deleted item is still found where it is used
+    load();
+    modal.drive("frmSetCheck", [](QDialog &f) {
+        auto &list = static_cast<frmSetCheck &>(f);
+        EXPECT_TRUE(list.txtItem->isVisible());
+        list.txtItem->setText("0003002.0");
+        QTest::keyClick(list.txtItem, Qt::Key_Return);
+        EXPECT_EQ(rows(f), QStringList({"04 | Sandwiches | 1 | 2 | \"BLT\" sells S/L 0003002.0"}));
+        EXPECT_EQ(list.lblStatus->text(),
+                  "1 key of the 11 sets sells S/L 0003002.0 or Item ID DEMO-15 (BLT).");
+        QTest::keyClick(list.txtItem, Qt::Key_F3); // the lookup picks another item
+        EXPECT_EQ(rows(f), QStringList({"02 | Hot Drinks | 1 | 1 | \"Coffee Small\" sells S/L "
+                                        "0001234.5"}));
+        list.txtItem->setText("ESPRESSO"); // an Item ID, typed
+        list.cmdSearch->click();
+        EXPECT_EQ(rows(f), QStringList({"02 | Hot Drinks | 1 | 3 | \"Espresso\" sells Item ID "
+                                        "ESPRESSO"}));
+    });
+    modal.drive("frm_Lookup", [](QDialog &) { gsLookupCode = "00012345"; });
+    form->mnuWhereUsedType[0]->trigger();
+
+    form->fgrdItems->setRow(2); // set 02
+    modal.drive("frmSetCheck", [](QDialog &f) {
+        EXPECT_EQ(rows(f), QStringList({"01 | Main Menu | 1 | 1 | \"Hot Drinks\" opens set 02",
+                                        "03 | Cold Drinks | 4 | 2 | \"Hot Drinks\" opens set 02"}));
+    });
+    form->mnuWhereUsedType[1]->trigger();
+    EXPECT_EQ(modal.shown, QStringList({"frmSetCheck", "frm_Lookup", "frmSetCheck"}));
+}
+
+TEST_F(SetCheckScreenTest, CancelStopsTheCheckAndSaysSo)
+{
+    plantFaults();
+    load();
+    modal.drive("frmSetCheck", [](QDialog &f) {
+        auto &list = static_cast<frmSetCheck &>(f);
+        QTimer::singleShot(0, &list, [&list] { list.Progress->cancel(); });
+        EXPECT_FALSE(list.mpList_fill());
+        EXPECT_TRUE(list.lblStatus->text().startsWith("Canceled after "))
+            << list.lblStatus->text().toStdString();
+        EXPECT_LT(list.fgrdItems->Rows() - 1, 4);
+    });
+    form->cmdCheck->click();
+}
+
+TEST_F(SetCheckScreenTest, TheListPrintsThroughThePreview)
+{
+    plantFaults();
+    load();
+    QStringList printed;
+    modal.drive("frmSetCheck", [](QDialog &f) {
+        QTest::keyClick(static_cast<frmSetCheck &>(f).fgrdItems, Qt::Key_F9);
+    });
+    modal.drive("frmSMPRNT_PREVIEW", [&](QDialog &d) {
+        const print::PageDocument &doc = *static_cast<frmSMPRNT_PREVIEW &>(d).vsvPrinter;
+        EXPECT_EQ(doc.PageCount(), 1);
+        printed = testing_support::pageTexts(doc, 1);
+    });
+    form->cmdCheck->click();
+    EXPECT_TRUE(printed.contains("Check Sets")) << printed.join(" / ").toStdString();
+    EXPECT_TRUE(printed.contains("Sandwiches"));
+    EXPECT_TRUE(printed.contains("sells S/L 0003002.0, which is marked deleted in the inventory"));
+}
+
+TEST_F(SetCheckScreenTest, LayoutPrintsEverySetAsItsPanelOnePerLandscapePage)
+{
+    load();
+    std::vector<QImage> panels;
+    QStringList headers;
+    int orientation = -1;
+    modal.drive("frmSMPRNT_PREVIEW", [&](QDialog &d) {
+        const print::PageDocument &doc = *static_cast<frmSMPRNT_PREVIEW &>(d).vsvPrinter;
+        orientation = doc.Orientation();
+        for (int n = 1; n <= doc.PageCount(); ++n) {
+            ASSERT_EQ(doc.page(n).pictures.size(), 1u);
+            panels.push_back(doc.page(n).pictures[0].image);
+            headers << testing_support::pageTexts(doc, n).filter("Set ").join(" ");
+        }
+    });
+    form->mnuPrintLayout->trigger();
+    ASSERT_EQ(panels.size(), 12u);
+    EXPECT_EQ(orientation, print::orLandscape);
+    EXPECT_EQ(headers[0], "Set 01: Main Menu");
+    EXPECT_EQ(headers[11], "Set 12: Lottery");
+    // Set 01's columns are BLUE, DARK_RED, MAGENTA and GREEN: an empty key of each
+    // shows its column's colour.
+    const QImage &panel = panels[0];
+    auto colourAt = [&panel](int column) {
+        return panel.pixelColor(panel.width() * (2 * column - 1) / 8, panel.height() * 15 / 16);
+    };
+    EXPECT_GT(colourAt(1).blue(), colourAt(1).red() + 60);
+    EXPECT_GT(colourAt(2).red(), colourAt(2).blue() + 60);
+    EXPECT_GT(colourAt(3).red() + colourAt(3).blue(), 2 * colourAt(3).green() + 100);
+    EXPECT_GT(colourAt(4).green(), colourAt(4).red() + 60);
+}
