@@ -4,6 +4,7 @@
 #include "hotkeys/hkeyGlobal.h"
 #include "lookup/GridSetUpBackOffice.h"
 #include "lookup/frm_Lookup.h"
+#include "mail/frmSendMail.h"
 #include "platform/KeyPreviewForm.h"
 #include "screens/frmButtonSet_Find.h"
 #include "screens/frmHotKey_Define.h"
@@ -18,7 +19,9 @@
 #include "shell/frmMain.h"
 #include "shell/hkeyDBSM_Setup.h"
 #include <QDir>
+#include <QGroupBox>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QTimer>
 #include <cstdio>
@@ -49,6 +52,18 @@ int main(int argc, char **argv)
     frmSM_DATAPATH2 datapath;
     datapath.Form_Load();
     save(datapath, out, "frmSM_DATAPATH2");
+
+    frmSendMail mail;
+    mail.Form_Load();
+    mail.txtTo->setText("office@example.com");
+    mail.txtFrom->setText("store12@example.com");
+    mail.TxtSubject->setText("Price report");
+    mail.TxtBody->setPlainText("Here is this week's report.");
+    mail.txtAttach->setText(QDir::toNativeSeparators(QDir::home().filePath("QR/Doc1.pdf")));
+    mail.FraKeyBoard->setTitle("Message");
+    save(mail, out, "frmSendMail");
+    mail.CmdShowKB_Click();
+    save(mail, out, "frmSendMail-keyboard-hidden");
 
     if (argc > 2)
         gDataPath.setDataPath(QString::fromLocal8Bit(argv[2]));

@@ -101,6 +101,7 @@ frmSendMail::frmSendMail(QWidget *parent) : KeyPreviewForm(parent)
     Command1 = fingerButton(QString(), "Command1", this);
     Command1->setIcon(style()->standardIcon(QStyle::SP_DirOpenIcon));
     Command1->setToolTip("Choose an attachment");
+    Command1->setIconSize(QSize(28, 28));
     Command1->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     cmdSend = fingerButton("Send", "cmdSend", this);
     cmdCancel = fingerButton("Esc Cancel", "cmdCancel", this);
@@ -115,7 +116,8 @@ frmSendMail::frmSendMail(QWidget *parent) : KeyPreviewForm(parent)
     for (int i = 0; i < boxes.size(); ++i) {
         QWidget *box = boxes[i].second;
         box->setObjectName(names[i]);
-        fields->addWidget(new QLabel(boxes[i].first, this), i, 0, Qt::AlignTop);
+        fields->addWidget(new QLabel(boxes[i].first, this), i, 0,
+                          box == TxtBody ? Qt::AlignTop : Qt::AlignVCenter);
         fields->addWidget(box, i, 1, 1, i == 5 ? 1 : 2);
         // The Bcc box takes no keys from the keyboard.
         if (!targets[i].isEmpty()) {
@@ -245,10 +247,12 @@ void frmSendMail::CmdShowKB_Click()
     if (CmdShowKB->text() == "Show Keyboard") {
         FraKeyBoard->show();
         CmdShowKB->setText("Hide Keyboard");
+        layout()->activate(); // the minimum height follows the keyboard now, not later
         resize(width(), static_cast<int>(std::lround(was * 1.5)));
     } else {
         FraKeyBoard->hide();
         CmdShowKB->setText("Show Keyboard");
+        layout()->activate();
         resize(width(), static_cast<int>(std::lround(was * 2.0 / 3.0)));
     }
 }
