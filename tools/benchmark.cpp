@@ -1,6 +1,7 @@
 // Measures the set catalogue on a large data folder: hk_benchmark [SETS]
 // Fills the list of 999 sets against reading the same files raw, and removes a
 // set that every other set links to.
+#include "BenchSets.h"
 #include "hotkeys/hkeyServices.h"
 #include "platform/KeyPreviewForm.h"
 #include "settings/clsDataPath.h"
@@ -13,25 +14,6 @@
 #include <cstdio>
 
 namespace {
-
-void seed(int sets)
-{
-    for (int n = 1; n <= sets; ++n) {
-        gpHotKeySet_clear();
-        for (int g = 1; g <= 4; ++g) {
-            gHotKeyGroups[g].Caption = QString("Column %1").arg(g);
-            for (int k = 1; k <= 8; ++k) {
-                HotKeyButton &b = gHotKeyGroups[g].Buttons[k];
-                b.Caption = QString("Key %1-%2").arg(g).arg(k);
-                b.Item = QString("%1").arg(n * 100 + k, 7, 10, QChar('0')) + ".0";
-                b.IdSelect = "No";
-            }
-        }
-        if (n != 1)
-            gHotKeyGroups[4].Buttons[8] = {"To set 1", "", "1", "", "No", ""};
-        gpHotKeySet_write(QString("%1").arg(n, 2, 10, QChar('0')), QString("Set %1").arg(n));
-    }
-}
 
 double rawRead()
 {
@@ -63,7 +45,7 @@ int main(int argc, char **argv)
     const int sets = argc > 1 ? std::atoi(argv[1]) : 999;
     QTemporaryDir dir;
     gDataPath.setDataPath(dir.path());
-    seed(sets);
+    seedBenchSets(sets);
 
     const double raw = best(5, rawRead);
     frmMain form;

@@ -6,6 +6,10 @@
 #include "lookup/frm_Lookup.h"
 #include "mail/frmSendMail.h"
 #include "platform/KeyPreviewForm.h"
+#include "platform/Modal.h"
+#include "print/PageDocument.h"
+#include "print/PageRenderer.h"
+#include "print/frmSMPRNT_PREVIEW.h"
 #include "screens/frmButtonSet_Find.h"
 #include "screens/frmHotKey_Define.h"
 #include "screens/frmHotKeys.h"
@@ -20,7 +24,9 @@
 #include "shell/hkeyDBSM_Setup.h"
 #include <QDir>
 #include <QGroupBox>
+#include <QImage>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QTimer>
@@ -36,6 +42,35 @@ void save(QWidget &w, const QString &folder, const QString &name)
     w.grab().save(path);
     std::printf("%s\n", qPrintable(path));
 }
+
+// Saves the preview of a report at 100% and 200%, and its first page as paper shows it.
+class PreviewSaver : public platform::ModalShower {
+public:
+    explicit PreviewSaver(QString folder) : m_folder(std::move(folder)) {}
+    int show(QDialog &form) override
+    {
+        auto *preview = qobject_cast<frmSMPRNT_PREVIEW *>(&form);
+        if (!preview)
+            return QDialog::Rejected;
+        preview->resize(1000, 800);
+        save(*preview, m_folder, "frmSMPRNT_PREVIEW-100");
+        preview->vsvPrinter->setZoom(200);
+        save(*preview, m_folder, "frmSMPRNT_PREVIEW-200");
+        const print::Page &page = preview->vsvPrinter->page(1);
+        QImage paper((page.size * 150 / 1440).toSize(), QImage::Format_RGB32);
+        paper.fill(Qt::white);
+        QPainter painter(&paper);
+        painter.scale(150.0 / 1440, 150.0 / 1440);
+        print::renderPage(painter, *preview->vsvPrinter, 1);
+        painter.end();
+        paper.save(QDir(m_folder).filePath("report-page1.png"));
+        preview->hide();
+        return QDialog::Rejected;
+    }
+
+private:
+    QString m_folder;
+};
 
 } // namespace
 
@@ -80,6 +115,10 @@ int main(int argc, char **argv)
         frmMain main;
         main.Form_Load();
         save(main, out, "frmMain");
+        PreviewSaver previews(out);
+        platform::ModalPort::install(&previews);
+        main.mnuPrintType_Click(1);
+        platform::ModalPort::install(nullptr);
 
         gsHotKeyPicturePath = gDataPath.DataPath() + "/pictures/HotKeys/";
         frmHotKeys editor;

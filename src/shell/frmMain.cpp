@@ -92,6 +92,8 @@ frmMain::frmMain(QWidget *parent) : KeyPreviewForm(parent)
     connect(cmdSpecial, &QPushButton::clicked, this, [this] { cmdSpecial_Click(false); });
     connect(CmdCoupon, &QPushButton::clicked, this, [this] { cmdSpecial_Click(true); });
     connect(cmdPrint, &QPushButton::clicked, this, [this] { cmdPrint_Click(); });
+    for (int i = 0; i < 2; ++i)
+        connect(mnuPrintType[i], &QAction::triggered, this, [this, i] { mnuPrintType_Click(i); });
     connect(cmdHelp, &QPushButton::clicked, this,
             [this] { gpHelp_press(QString::number(HelpContextID)); });
     connect(cmdExit, &QPushButton::clicked, this, &QDialog::reject);

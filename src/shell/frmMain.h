@@ -10,6 +10,9 @@ class QPushButton;
 namespace platform {
 class MSFlexGrid;
 }
+namespace print {
+class PageDocument;
+}
 
 // The main screen: every hot key set of the data folder with its title and column titles.
 class frmMain : public platform::KeyPreviewForm {
@@ -39,12 +42,19 @@ public:
     int mpSetNumber_next() const;
     void mpSetList_fill();
 
+    // The reports: 0 "Summary", 1 "Detail".
+    void mnuPrintType_Click(int Index);
+    void mpReport_detail();
+
 protected:
     bool event(QEvent *e) override;
 
 private:
     // The file name of each data row, in row order, for telling a set from a stray file.
     QStringList msRowFiles;
+    QString sReportSetTitle;
+    // Prints the set in gHotKeyGroups.
+    void mpReport_set(print::PageDocument &doc);
     bool mpIsSetRow(int row) const;
     // Tells the user when the row is a stray file and not a set.
     bool mpRowIsSet(int row, const QString &nothingDone) const;

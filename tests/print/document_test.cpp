@@ -1,0 +1,193 @@
+#include "print/PageDocument.h"
+#include "print/PageRenderer.h"
+#include "print/sm_Print.h"
+#include "support/PrintSupport.h"
+#include <QFontMetricsF>
+#include <QImage>
+#include <QPainter>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+using namespace print;
+using testing_support::pageTexts;
+
+namespace {
+
+// A document with the reports' set-up: header, footer, no borders.
+struct Doc : PageDocument {
+    Doc()
+    {
+        setPreview(true);
+        setHeader("Left|Middle|Right");
+        setFooter("Store|Page %d");
+        setTableSeparators("|;");
+        setTableBorder(tbNone);
+        StartDoc();
+    }
+};
+
+qreal bottomOfContent(const Page &page)
+{
+    qreal bottom = 0;
+    for (const TextRun &r : page.texts)
+        if (!r.text.startsWith("Store") && !r.text.startsWith("Page"))
+            bottom = std::max(bottom, r.rect.bottom());
+    for (const Picture &p : page.pictures) bottom = std::max(bottom, p.rect.bottom());
+    return bottom;
+}
+
+} // namespace
+
+TEST(PrintHeadings, HeaderLeavesOutBlankPartsAndFooterNumbersPages)
+{
+    gsReportTitle = "Hot Key Sets";
+    gsReportSubtitle = "";
+    gsReportDate = "11/18/2026";
+    gsReportCompany = "Corner Shop";
+    EXPECT_EQ(gfsPrint_Header(), "Hot Key Sets||11/18/2026");
+    gsReportSubtitle = "Stock Numbers & Description";
+    gsReportDate = "  ";
+    EXPECT_EQ(gfsPrint_Header(), "Hot Key Sets|Stock Numbers & Description");
+    EXPECT_EQ(gfsPrint_Footer(), "Corner Shop|Page %d");
+    PageDocument doc;
+    EXPECT_EQ(gflPrint_PageWidth(doc), 12240 - 2 * 1440);
+    doc.setOrientation(orLandscape);
+    EXPECT_EQ(gflPrint_PageWidth(doc), 15840 - 2 * 1440);
+}
+
+TEST(PageDocument, RowsAreNeverCutAndEveryPageGetsItsNumber)
+{
+    Doc doc;
+    doc.setFontSize(12);
+    QStringList rows;
+    for (int i = 1; i <= 120; ++i) rows << QString("row %1|two\nlines").arg(i);
+    doc.AddTable("<2200|>2200;", rows.join(';'));
+    doc.EndDoc();
+    ASSERT_GE(doc.PageCount(), 3);
+    int seen = 0;
+    for (int p = 1; p <= doc.PageCount(); ++p) {
+        const Page &page = doc.page(p);
+        EXPECT_LE(bottomOfContent(page), page.size.height() - doc.MarginBottom()) << "page " << p;
+        const QStringList texts = pageTexts(doc, p);
+        EXPECT_EQ(texts.first(), "Left");
+        EXPECT_TRUE(texts.contains(QString("Page %1").arg(p)));
+        // Each row with its two-line cell stays whole on one page.
+        for (const QString &t : texts)
+            if (t.startsWith("row "))
+                ++seen;
+        EXPECT_EQ(texts.count("two"), texts.count("lines"));
+    }
+    EXPECT_EQ(seen, 120);
+}
+
+TEST(PageDocument, TableCellsAlignAndTabsMoveToTheNextStop)
+{
+    Doc doc;
+    doc.AddTable("<2200|^2200|>2200;", "left|mid|right;A\tB|x|y");
+    const Page &page = doc.page(1);
+    auto run = [&](const QString &t) {
+        for (const TextRun &r : page.texts)
+            if (r.text == t)
+                return r.rect;
+        ADD_FAILURE() << "no run " << t.toStdString();
+        return QRectF();
+    };
+    const qreal left = doc.MarginLeft();
+    EXPECT_LT(run("left").left(), left + 200);
+    EXPECT_NEAR(run("mid").center().x(), left + 2200 + 1100, 2);
+    EXPECT_NEAR(run("right").right(), left + 6600 - 60, 2);
+    EXPECT_NEAR(run("B").left() - run("A").left(), 720, 1);
+    EXPECT_GT(run("A").top(), run("left").top());
+}
+
+TEST(PageDocument, LongCellTextWrapsInsideItsColumn)
+{
+    Doc doc;
+    doc.setFontSize(8);
+    doc.AddTable("<2200|<2200;", "0001234.5\tCoffee Small Extra Hot|Lemonadeeeeeeeeeeeeeeeeeeeeee");
+    for (const TextRun &r : doc.page(1).texts) {
+        if (r.rect.top() < doc.MarginTop() || r.text.startsWith("Page"))
+            continue;
+        const qreal column = r.rect.left() < doc.MarginLeft() + 2200 ? 0 : 2200;
+        EXPECT_LE(r.rect.right(), doc.MarginLeft() + column + 2200) << r.text.toStdString();
+    }
+}
+
+TEST(PageDocument, PicturesFlowAndBreakLikeRows)
+{
+    Doc doc;
+    doc.setTextAlign(taCenter);
+    QImage image(40, 20, QImage::Format_RGB32);
+    image.fill(Qt::blue);
+    doc.Paragraph("Panel");
+    doc.DrawPicture(image, 8000, 6500);
+    doc.DrawPicture(image, 8000, 6500); // no room left below the first
+    doc.EndDoc();
+    ASSERT_EQ(doc.PageCount(), 2);
+    const Picture &first = doc.page(1).pictures.at(0);
+    EXPECT_NEAR(first.rect.center().x(), doc.PageWidth() / 2, 1);
+    EXPECT_GT(first.rect.top(), doc.MarginTop());
+    EXPECT_EQ(doc.page(2).pictures.at(0).rect.top(), doc.MarginTop());
+
+    // One picture to a landscape page, as the layout report asks.
+    PageDocument wide;
+    wide.setOrientation(orLandscape);
+    wide.StartDoc();
+    wide.DrawPicture(image, 12000, 8000);
+    wide.NewPage();
+    wide.DrawPicture(image, 12000, 8000);
+    wide.EndDoc();
+    ASSERT_EQ(wide.PageCount(), 2);
+    EXPECT_GT(wide.page(2).size.width(), wide.page(2).size.height());
+}
+
+TEST(PageDocument, FindGoesOnFromTheLastHitAndReportsTheEnd)
+{
+    Doc doc;
+    doc.Paragraph("apple one");
+    doc.NewPage();
+    doc.Paragraph("nothing");
+    doc.Paragraph("an Apple two");
+    doc.EndDoc();
+    int page = doc.FindText("apple", 0, 0);
+    EXPECT_EQ(page, 1);
+    QRectF hit = doc.FindRect();
+    EXPECT_EQ(hit.left(), doc.MarginLeft());
+    page = doc.FindText("apple", page, hit.bottom());
+    EXPECT_EQ(page, 2);
+    hit = doc.FindRect();
+    EXPECT_NEAR(hit.left() - doc.MarginLeft(),
+                QFontMetricsF(doc.fonts().back()).horizontalAdvance("an "), 1);
+    EXPECT_LE(doc.FindText("apple", page, hit.bottom()), 0);
+    EXPECT_EQ(doc.FindText("nowhere", 0, 0), 0);
+}
+
+TEST(PageDocument, TextRendersWithARealFont)
+{
+    // Without a font every text renders as the same empty boxes.
+    Doc doc;
+    doc.Paragraph("AAAA");
+    doc.Paragraph("BBBB");
+    doc.EndDoc();
+    EXPECT_TRUE(QFontMetricsF(doc.fonts().back()).inFont('A'));
+    QImage image(1275, 1650, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    painter.scale(150.0 / 1440, 150.0 / 1440);
+    renderPage(painter, doc, 1);
+    painter.end();
+    const auto &texts = doc.page(1).texts;
+    const TextRun &a = texts.at(texts.size() - 2);
+    const TextRun &b = texts.back();
+    auto crop = [&](const QRectF &r) {
+        return image.copy(QRectF(r.topLeft() * 150 / 1440, r.size() * 150 / 1440).toRect());
+    };
+    ASSERT_EQ(a.text, "AAAA");
+    const QImage blank = [&] {
+        QImage i = crop(a.rect);
+        i.fill(Qt::white);
+        return i;
+    }();
+    EXPECT_TRUE(crop(a.rect) != crop(QRectF(b.rect.topLeft(), a.rect.size())));
+    EXPECT_TRUE(crop(a.rect) != blank);
+}

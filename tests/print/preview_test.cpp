@@ -1,0 +1,316 @@
+#include "platform/KeyCodes.h"
+#include "platform/Twips.h"
+#include "print/PageDocument.h"
+#include "print/PageView.h"
+#include "print/frmSMPRNT_PREVIEW.h"
+#include "support/HkTest.h"
+#include "support/PrintSupport.h"
+#include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <csignal>
+#include <sys/resource.h>
+
+using namespace platform;
+using testing_support::HkTest;
+
+namespace {
+
+class PreviewTest : public HkTest {
+protected:
+    // Writes a document of `pages` pages, each with its number in words, and
+    // shows the preview; `driver` acts on it while it is up.
+    void preview(int pages, std::function<void(frmSMPRNT_PREVIEW &)> driver)
+    {
+        modal.drive("frmSMPRNT_PREVIEW", [&](QDialog &d) {
+            auto &f = static_cast<frmSMPRNT_PREVIEW &>(d);
+            QApplication::setActiveWindow(&f);
+            driver(f);
+        });
+        frmSMPRNT_PREVIEW frm;
+        frm.ModalMode = 1;
+        frm.vsvPrinter->setPreview(true);
+        frm.vsvPrinter->setFooter("|Page %d");
+        frm.vsvPrinter->StartDoc();
+        for (int p = 1; p <= pages; ++p) {
+            if (p > 1)
+                frm.vsvPrinter->NewPage();
+            frm.vsvPrinter->Paragraph(QString("sheet %1 apple").arg(p));
+        }
+        frm.vsvPrinter->EndDoc();
+        EXPECT_EQ(modal.shown.count("frmSMPRNT_PREVIEW"), 1);
+    }
+    static void key(frmSMPRNT_PREVIEW &f, Qt::Key k)
+    {
+        QTest::keyClick(f.focusWidget() ? f.focusWidget() : &f, k);
+    }
+    static void typeZoom(frmSMPRNT_PREVIEW &f, const QString &text)
+    {
+        f.cboZoom->setFocus();
+        f.cboZoom->lineEdit()->selectAll();
+        QTest::keyClicks(f.cboZoom->lineEdit(), text);
+        QTest::keyClick(f.cboZoom->lineEdit(), Qt::Key_Return);
+    }
+    QString file(const QString &name) const { return QDir(dataPath()).filePath(name); }
+};
+
+// A disk that is full after a few kilobytes, for as long as it lives.
+struct FullDisk {
+    rlimit old{};
+    FullDisk()
+    {
+        std::signal(SIGXFSZ, SIG_IGN);
+        getrlimit(RLIMIT_FSIZE, &old);
+        rlimit tiny = old;
+        tiny.rlim_cur = 4096;
+        setrlimit(RLIMIT_FSIZE, &tiny);
+    }
+    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &old); }
+};
+
+} // namespace
+
+TEST_F(PreviewTest, ControlsAndCaptionsOnLoad)
+{
+    preview(1, [](frmSMPRNT_PREVIEW &f) {
+        EXPECT_EQ(f.windowTitle(), "Print Preview");
+        EXPECT_EQ(f.cboZoom->currentText(), "100%");
+        EXPECT_EQ(f.cboZoom->count(), 8);
+        EXPECT_EQ(f.cboZoom->itemText(0), " 25%");
+        EXPECT_EQ(f.cmdPrint->text(), "F9 &Print");
+        EXPECT_EQ(f.cmdSave->text(), "F7 &Save");
+        EXPECT_EQ(f.cmdSendMail->text(), "F8 Email");
+        EXPECT_EQ(f.cmdClose->text(), "Esc Cancel");
+        EXPECT_FALSE(f.cmdFind[0]->isEnabled());
+        EXPECT_FALSE(f.cmdFind[2]->isVisible());
+        EXPECT_EQ(f.vsvPrinter->TableBorder(), print::tbAll);
+        // The buttons keep to the right edge, 100 twips apart, Close last.
+        f.resize(1100, 700);
+        QApplication::processEvents();
+        const int gap = platform::twipsToPixels(100);
+        EXPECT_EQ(f.cmdClose->geometry().right() + 1, f.cmdClose->parentWidget()->width() - gap);
+        EXPECT_EQ(f.cmdSendMail->geometry().right() + 1 + gap, f.cmdClose->geometry().left());
+        EXPECT_EQ(f.cmdSave->geometry().right() + 1 + gap, f.cmdSendMail->geometry().left());
+        EXPECT_EQ(f.cmdPrint->geometry().right() + 1 + gap, f.cmdSave->geometry().left());
+        f.cmdClose_Click();
+    });
+}
+
+TEST_F(PreviewTest, OnePageDocumentHasNoPageMoves)
+{
+    preview(1, [](frmSMPRNT_PREVIEW &f) {
+        EXPECT_EQ(f.lblPageOf->text(), "Page 1 of 1");
+        for (QPushButton *b : f.cmdMove) EXPECT_FALSE(b->isEnabled());
+        for (Qt::Key k : {Qt::Key_End, Qt::Key_PageDown, Qt::Key_Home, Qt::Key_PageUp}) key(f, k);
+        EXPECT_EQ(f.vsvPrinter->PreviewPage(), 1);
+        f.cmdClose_Click();
+    });
+}
+
+TEST_F(PreviewTest, PageMovesByButtonAndKey)
+{
+    preview(3, [](frmSMPRNT_PREVIEW &f) {
+        EXPECT_EQ(f.lblPageOf->text(), "Page 1 of 3");
+        EXPECT_TRUE(f.cmdMove[1]->isEnabled());
+        f.cmdMove[1]->click();
+        EXPECT_EQ(f.lblPageOf->text(), "Page 2 of 3");
+        key(f, Qt::Key_End);
+        EXPECT_EQ(f.lblPageOf->text(), "Page 3 of 3");
+        key(f, Qt::Key_PageDown); // nothing past the last
+        EXPECT_EQ(f.vsvPrinter->PreviewPage(), 3);
+        key(f, Qt::Key_PageUp);
+        EXPECT_EQ(f.vsvPrinter->PreviewPage(), 2);
+        key(f, Qt::Key_Home);
+        EXPECT_EQ(f.lblPageOf->text(), "Page 1 of 3");
+        f.cmdMove[3]->click();
+        f.cmdMove[2]->click();
+        EXPECT_EQ(f.vsvPrinter->PreviewPage(), 2);
+        f.cmdClose_Click();
+    });
+}
+
+TEST_F(PreviewTest, ZoomBoxReadsBackWithinItsLimits)
+{
+    preview(1, [this](frmSMPRNT_PREVIEW &f) {
+        typeZoom(f, "400");
+        EXPECT_EQ(f.cboZoom->currentText(), "300%");
+        EXPECT_EQ(f.vsvPrinter->Zoom(), 300);
+        typeZoom(f, "5");
+        EXPECT_EQ(f.cboZoom->currentText(), " 10%");
+        EXPECT_EQ(f.vsvPrinter->Zoom(), 10);
+        // Letters are dropped; a digit after the "%" starts the box afresh.
+        f.cboZoom->lineEdit()->setCursorPosition(4);
+        QTest::keyClicks(f.cboZoom->lineEdit(), "x7");
+        EXPECT_EQ(f.cboZoom->currentText(), "7");
+        QTest::keyClicks(f.cboZoom->lineEdit(), "5");
+        f.cboZoom_LostFocus();
+        EXPECT_EQ(f.cboZoom->currentText(), " 75%");
+        // Text that ends in "%" is left as it is.
+        f.cboZoom->setEditText("100%");
+        f.cboZoom_LostFocus();
+        EXPECT_EQ(f.vsvPrinter->Zoom(), 75);
+        f.cboZoom->setCurrentIndex(7);
+        emit f.cboZoom->activated(7);
+        EXPECT_EQ(f.vsvPrinter->Zoom(), 200);
+        // The view zooms on its own (Ctrl and the wheel): the box follows.
+        f.vsvPrinter->setZoom(150);
+        EXPECT_EQ(f.cboZoom->currentText(), "150%");
+        EXPECT_NEAR(f.vsvView->widget()->width(), 12240 * f.vsvView->scale(), 1);
+        f.cmdClose_Click();
+        EXPECT_TRUE(boxes().isEmpty());
+    });
+}
+
+TEST_F(PreviewTest, FindMarksEachHitThenSaysNotFoundThenStartsOver)
+{
+    preview(3, [this](frmSMPRNT_PREVIEW &f) {
+        f.cmdFind_Click(0);
+        auto b = boxes();
+        ASSERT_EQ(b.size(), 1);
+        EXPECT_EQ(b[0].title, "Search for ???");
+        EXPECT_EQ(b[0].text, "Please enter value for which to search");
+
+        f.txtFind->setText("apple");
+        EXPECT_TRUE(f.cmdFind[1]->isEnabled());
+        f.cmdFind[0]->click();
+        EXPECT_EQ(f.vsvPrinter->PreviewPage(), 1);
+        ASSERT_EQ(f.vsvPrinter->page(1).overlays.size(), 1u);
+        EXPECT_EQ(f.vsvPrinter->page(1).overlays[0].rect, f.vsvPrinter->FindRect());
+        EXPECT_EQ(f.vsvPrinter->page(1).overlays[0].penWidth, 25);
+        EXPECT_EQ(QColor(f.vsvPrinter->page(1).overlays[0].pen), QColor(200, 0, 0));
+        key(f, Qt::Key_F3);
+        key(f, Qt::Key_F3);
+        EXPECT_EQ(f.lblPageOf->text(), "Page 3 of 3");
+        EXPECT_TRUE(f.vsvPrinter->page(1).overlays.empty());
+        key(f, Qt::Key_F3); // after the last hit
+        b = boxes();
+        ASSERT_EQ(b.size(), 1);
+        EXPECT_EQ(b[0].title, "Not Found");
+        EXPECT_EQ(b[0].text, "Cannot find the string 'apple'\rThe document has been searched.");
+        key(f, Qt::Key_F3); // starts over
+        EXPECT_EQ(f.vsvPrinter->PreviewPage(), 1);
+        EXPECT_TRUE(boxes().isEmpty());
+        f.cmdClose_Click();
+    });
+}
+
+TEST_F(PreviewTest, EscClosesOnceAndCancelsTheDocument)
+{
+    int finished = 0;
+    preview(2, [&](frmSMPRNT_PREVIEW &f) {
+        QObject::connect(&f, &QDialog::finished, [&] { ++finished; });
+        int esc = vbKeyEscape;
+        f.Form_KeyDown(esc, 0);
+        EXPECT_EQ(esc, 0);
+        EXPECT_FALSE(f.isVisible());
+        EXPECT_EQ(f.vsvPrinter->PageCount(), 0);
+        esc = vbKeyEscape;
+        f.Form_KeyDown(esc, 0); // swallowed: it must not reach the screen below
+        EXPECT_EQ(esc, 0);
+    });
+    EXPECT_EQ(finished, 1);
+}
+
+TEST_F(PreviewTest, PrintWithoutPrintersSaysSoAndStaysOpen)
+{
+    preview(1, [this](frmSMPRNT_PREVIEW &f) {
+        key(f, Qt::Key_F9);
+        EXPECT_EQ(boxTexts(),
+                  QStringList{"No Windows Printers setup you must setup a Printer to Print"});
+        EXPECT_TRUE(f.isVisible());
+        EXPECT_TRUE(f.cmdPrint->isEnabled());
+        f.cmdClose_Click();
+    });
+}
+
+TEST_F(PreviewTest, SaveWritesThePdfAndNamesTheFileThatCannotBeWritten)
+{
+    const QString pdf = file("report.pdf");
+    dialogs.answerText(file("report"));
+    dialogs.answerText(file("not-a-folder/report.pdf"));
+    writeDataFile("not-a-folder", "x");
+    preview(2, [&](frmSMPRNT_PREVIEW &f) {
+        key(f, Qt::Key_F7);
+        EXPECT_TRUE(boxes().value(0).kind == "save");
+        EXPECT_EQ(testing_support::pdfInfo(pdf, "Pages"), "2");
+        EXPECT_TRUE(testing_support::pdfText(pdf).contains("sheet 2 apple"));
+        f.cmdSave_Click();
+        const auto b = boxes();
+        ASSERT_EQ(b.size(), 2);
+        EXPECT_TRUE(b[1].text.contains(QDir::toNativeSeparators(file("not-a-folder/report.pdf"))))
+            << b[1].text.toStdString();
+        EXPECT_TRUE(f.isVisible());
+
+        dialogs.answerText(file("full.pdf"));
+        {
+            FullDisk full;
+            f.cmdSave_Click();
+        }
+        const auto more = boxes();
+        ASSERT_EQ(more.size(), 2);
+        EXPECT_TRUE(more[1].text.startsWith(QDir::toNativeSeparators(file("full.pdf")) +
+                                            " could not be written: "))
+            << more[1].text.toStdString();
+        EXPECT_FALSE(QFile::exists(file("full.pdf")));
+        EXPECT_TRUE(f.isVisible());
+        f.cmdClose_Click();
+    });
+}
+
+TEST_F(PreviewTest, PriceLevelWorkFileIsRenamedOrDropped)
+{
+    writeDataFile("priceLevel.tmp", "a,b\r\n");
+    writeDataFile("priceLevel.csv", "old");
+    dialogs.answer(vbYes);                      // save as csv
+    dialogs.answerText(file("priceLevel.csv")); // the name offered
+    dialogs.answer(vbNo);                       // do not overwrite: ask again
+    dialogs.answerText(file("prices.csv"));
+    preview(1, [this](frmSMPRNT_PREVIEW &f) {
+        f.cmdSave_Click();
+        const auto b = boxes();
+        ASSERT_EQ(b.size(), 4);
+        EXPECT_EQ(b[0].title, "Save Option");
+        EXPECT_EQ(b[0].text, "Save as csv file for import into Excel");
+        EXPECT_EQ(b[1].title, "Save as");
+        EXPECT_EQ(b[1].text, "Save file as:");
+        EXPECT_EQ(b[2].title, "File save error");
+        EXPECT_EQ(b[2].text, file("priceLevel.csv") + " already exists. Overwrite?");
+        EXPECT_EQ(readDataFile("prices.csv"), "a,b\r\n");
+        EXPECT_EQ(readDataFile("priceLevel.csv"), "old");
+        EXPECT_FALSE(QFile::exists(file("priceLevel.tmp")));
+
+        writeDataFile("priceLevel.tmp", "x");
+        dialogs.answer(vbNo);
+        dialogs.answerText(QString()); // the save dialog cancelled
+        f.cmdSave_Click();
+        EXPECT_EQ(boxes().size(), 2);
+        EXPECT_FALSE(QFile::exists(file("priceLevel.tmp")));
+        f.cmdClose_Click();
+    });
+}
+
+TEST_F(PreviewTest, MailGoesThroughTheRegisteredOpenerWithDoc1)
+{
+    preview(1, [this](frmSMPRNT_PREVIEW &f) {
+        key(f, Qt::Key_F8);
+        EXPECT_EQ(boxes().value(0).text.left(26), "Mail is not available in t");
+        EXPECT_FALSE(QFile::exists(file("Doc1.pdf")));
+
+        QWidget *parent = nullptr;
+        QString pages;
+        setPreviewMailOpener([&](QWidget *p) {
+            parent = p;
+            pages = testing_support::pdfInfo(file("Doc1.pdf"), "Pages");
+        });
+        f.cmdSendMail->click();
+        setPreviewMailOpener(nullptr);
+        EXPECT_EQ(parent, &f);
+        EXPECT_EQ(pages, "1");
+        EXPECT_FALSE(QFile::exists(file("Doc1.pdf")));
+        f.cmdClose_Click();
+    });
+}

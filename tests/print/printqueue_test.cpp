@@ -1,0 +1,93 @@
+#include "print/PageDocument.h"
+#include "print/frmSMPRNT_PREVIEW.h"
+#include "shell/frmMain.h"
+#include "support/HkTest.h"
+#include "support/PrintSupport.h"
+#include <QAction>
+#include <QDir>
+#include <QPrinterInfo>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTest>
+
+using namespace testing_support;
+
+namespace {
+
+// Prints through a real CUPS queue whose printer writes PDF files.
+class PrintQueueTest : public HkTest {
+protected:
+    void SetUp() override
+    {
+        HkTest::SetUp();
+        const QString why = ensurePdfQueue();
+        if (!why.isEmpty())
+            GTEST_SKIP() << "no print queue: " << why.toStdString();
+        ASSERT_TRUE(QPrinterInfo::availablePrinterNames().contains("PDF"));
+        shell.printers = {"PDF"};
+        QDir().mkpath(pdfQueueOutput());
+        for (int n = 1; n <= 14; ++n)
+            writeDataFile(QString("HKSET%1.SDF").arg(n, 2, 10, QChar('0')),
+                          QString("[SET]Menu number %1\r\n"
+                                  "[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n"
+                                  "[BUTTON]1[CAPTION]Coffee[ITEM]SL-%1-9[ICON][IDSELECT]No"
+                                  "[LINKSET][ROOT]\r\n"
+                                  "[GROUP]3[CAPTION]Cakes[COLOR]RED\r\n"
+                                  "[BUTTON]2[CAPTION]Cake[ITEM]CAKE-%1[ICON][IDSELECT]Yes"
+                                  "[LINKSET][ROOT]\r\n")
+                              .arg(n, 2, 10, QChar('0'))
+                              .toLatin1());
+    }
+    // Runs "Detail" from the set list; `act` prints from the preview.
+    int detail(std::function<void(frmSMPRNT_PREVIEW &)> act)
+    {
+        int pages = 0;
+        modal.drive("frmSMPRNT_PREVIEW", [&](QDialog &d) {
+            auto &f = static_cast<frmSMPRNT_PREVIEW &>(d);
+            pages = f.vsvPrinter->PageCount();
+            act(f);
+            f.cmdClose_Click();
+        });
+        frmMain form;
+        form.Form_Load();
+        form.mnuPrintType[1]->trigger();
+        return pages;
+    }
+};
+
+} // namespace
+
+// One test, so that no other test of this queue prints between its two jobs.
+TEST_F(PrintQueueTest, DetailReachesThePrinterWholeOrThePageShown)
+{
+    const QString out = pdfQueueOutput();
+    QStringList before = QDir(out).entryList({"*.pdf"}, QDir::Files);
+    const int pages = detail([](frmSMPRNT_PREVIEW &f) { QTest::keyClick(&f, Qt::Key_F9); });
+    EXPECT_TRUE(boxes().isEmpty());
+    QString pdf = waitForNewPdf(out, before);
+    ASSERT_FALSE(pdf.isEmpty()) << "nothing landed in " << out.toStdString();
+    EXPECT_EQ(pdfInfo(pdf, "Pages").toInt(), pages);
+    EXPECT_GT(pages, 1);
+    QString text = pdfText(pdf);
+    for (int n = 1; n <= 14; ++n) {
+        const QString nn = QString("%1").arg(n, 2, 10, QChar('0'));
+        EXPECT_TRUE(text.contains(QRegularExpression("Set:\\s+Menu number " + nn)))
+            << nn.toStdString();
+        EXPECT_TRUE(text.contains("SL-" + nn + "-9")) << nn.toStdString();
+        EXPECT_TRUE(text.contains("CAKE-" + nn)) << nn.toStdString();
+    }
+    QFile::remove(pdf);
+
+    before = QDir(out).entryList({"*.pdf"}, QDir::Files);
+    detail([](frmSMPRNT_PREVIEW &f) {
+        f.cmdMove[3]->click();
+        f.mnuPrint_item[1]->trigger();
+    });
+    pdf = waitForNewPdf(out, before);
+    ASSERT_FALSE(pdf.isEmpty());
+    EXPECT_EQ(pdfInfo(pdf, "Pages"), "1");
+    text = pdfText(pdf);
+    EXPECT_TRUE(text.contains("Menu number 14"));
+    EXPECT_FALSE(text.contains("Menu number 01"));
+    QFile::remove(pdf);
+}

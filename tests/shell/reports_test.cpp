@@ -1,0 +1,254 @@
+#include "database/zelDBSM_Common.h"
+#include "hotkeys/hkeyServices.h"
+#include "platform/MSFlexGrid.h"
+#include "print/PageDocument.h"
+#include "print/frmSMPRNT_PREVIEW.h"
+#include "print/sm_Print.h"
+#include "print/sm_Print_FlexGrid.h"
+#include "shell/frmMain.h"
+#include "support/HkTest.h"
+#include "support/PrintSupport.h"
+#include <QAction>
+#include <QHeaderView>
+#include <QMenu>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QTimer>
+
+using testing_support::HkTest;
+using testing_support::pageTexts;
+
+namespace {
+
+const QByteArray kLunchMenu = "[SET]Lunch Menu\r\n"
+                              "[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n"
+                              "[BUTTON]1[CAPTION]Coffee[ITEM]0001234.5[ICON]coffee.jpg"
+                              "[IDSELECT]No[LINKSET][ROOT]\r\n"
+                              "[BUTTON]2[CAPTION]More Drinks[ITEM][ICON][IDSELECT]No"
+                              "[LINKSET]7[ROOT]\r\n"
+                              "[GROUP]2[CAPTION]Desserts[COLOR]DARK_RED\r\n"
+                              "[BUTTON]1[CAPTION]Cake[ITEM]CAKE-1[ICON][IDSELECT]Yes"
+                              "[LINKSET][ROOT]\r\n"
+                              "[BUTTON]3[CAPTION][ITEM]PIE-2[ICON][IDSELECT]Yes[LINKSET][ROOT]\r\n";
+
+// What a report put in its preview, read while the preview is up.
+struct Printed {
+    int pages = 0;
+    int orientation = -1;
+    QStringList page1;
+    QStringList all; // every page's texts
+    std::vector<print::TextRun> runs;
+    std::vector<QFont> fonts;
+    std::vector<print::Rule> rules;
+    QString header;
+};
+
+class ReportTest : public HkTest {
+protected:
+    void SetUp() override
+    {
+        HkTest::SetUp();
+        shell.printers = {"Office"};
+        gCommonRecord.clear();
+        gCommonRecord.setText("Cname", "Corner Shop");
+    }
+    void load()
+    {
+        form = std::make_unique<frmMain>();
+        form->Form_Load();
+    }
+    // Runs a report from its menu item and keeps what reached the preview.
+    Printed report(int index)
+    {
+        Printed out;
+        modal.drive("frmSMPRNT_PREVIEW", [&](QDialog &d) {
+            auto &f = static_cast<frmSMPRNT_PREVIEW &>(d);
+            const print::PageDocument &doc = *f.vsvPrinter;
+            out.pages = doc.PageCount();
+            out.orientation = doc.Orientation();
+            out.header = doc.Header();
+            if (out.pages > 0) {
+                out.page1 = pageTexts(doc, 1);
+                out.runs = doc.page(1).texts;
+                out.rules = doc.page(1).rules;
+            }
+            for (int n = 1; n <= out.pages; ++n) out.all << pageTexts(doc, n);
+            out.fonts = doc.fonts();
+            f.cmdClose_Click();
+        });
+        form->mnuPrintType[index]->trigger();
+        return out;
+    }
+    std::unique_ptr<frmMain> form;
+};
+
+const print::TextRun *runOf(const Printed &p, const QString &text)
+{
+    for (const auto &r : p.runs)
+        if (r.text == text)
+            return &r;
+    ADD_FAILURE() << "not printed: " << text.toStdString();
+    return nullptr;
+}
+
+} // namespace
+
+TEST_F(ReportTest, DetailPrintsTheWorkedExample)
+{
+    writeDataFile("HKSET03.SDF", kLunchMenu);
+    load();
+    const Printed p = report(1);
+    EXPECT_EQ(p.pages, 1);
+    EXPECT_EQ(p.orientation, print::orPortrait);
+    EXPECT_TRUE(p.header.startsWith("Hot Key Sets|Stock Numbers & Description|"));
+    EXPECT_EQ(gsReportCompany, "Corner Shop");
+    // Headings, title, the column row, then the keys row by row; the footer last.
+    EXPECT_EQ(p.page1.mid(0, 2), QStringList({"Hot Key Sets", "Stock Numbers & Description"}));
+    EXPECT_EQ(p.page1.mid(3), QStringList({" Set:   Lunch Menu", "   Drinks", "   Desserts", "   ",
+                                           "   ", "0001234.5", "Coffee", "CAKE-1", "Cake",
+                                           "More Drinks", "PIE-2", "Corner Shop", "Page 1"}));
+    const print::TextRun *title = runOf(p, " Set:   Lunch Menu");
+    const print::TextRun *column = runOf(p, "   Drinks");
+    const print::TextRun *item = runOf(p, "0001234.5");
+    const print::TextRun *label = runOf(p, "Coffee");
+    ASSERT_TRUE(title && column && item && label);
+    EXPECT_EQ(QColor(title->color), QColor(Qt::red));
+    EXPECT_TRUE(p.fonts[size_t(title->font)].bold());
+    EXPECT_EQ(p.fonts[size_t(title->font)].pixelSize(), 12 * 20);
+    EXPECT_EQ(QColor(column->color), QColor(Qt::blue));
+    EXPECT_TRUE(p.fonts[size_t(column->font)].bold());
+    EXPECT_EQ(QColor(item->color), QColor(Qt::black));
+    EXPECT_FALSE(p.fonts[size_t(item->font)].bold());
+    EXPECT_EQ(p.fonts[size_t(item->font)].pixelSize(), 8 * 20);
+    // The tab puts the label at a stop of its own, in the same 2200-twip column.
+    EXPECT_GT(label->rect.left(), item->rect.right());
+    EXPECT_LT(label->rect.right(), item->rect.left() + 2200);
+    EXPECT_NEAR(runOf(p, "CAKE-1")->rect.left() - item->rect.left(), 2200, 1);
+    EXPECT_TRUE(p.rules.empty()); // border 0
+    // Ten rows below the title: the header row and eight key rows.
+    EXPECT_GT(runOf(p, "Corner Shop")->rect.top(), runOf(p, "PIE-2")->rect.top() + 5 * 150);
+    // The report leaves the last set it read in memory.
+    EXPECT_EQ(gHotKeyGroups[2].Buttons[1].Item, "CAKE-1");
+}
+
+TEST_F(ReportTest, DetailGoesOnPastAnUnreadableSetAndFlowsOverPages)
+{
+    for (int n = 1; n <= 12; ++n)
+        writeDataFile(QString("HKSET%1.SDF").arg(n, 2, 10, QChar('0')), kLunchMenu);
+    writeDataFile("HKSET40-old.SDF", "[SET]Never read\r\n"); // read as set 40, which is missing
+    load();
+    EXPECT_EQ(boxes().size(), 1); // the list reads it too
+    const Printed p = report(1);
+    const QStringList missing = boxTexts();
+    ASSERT_EQ(missing.size(), 1) << missing.join("\n").toStdString();
+    EXPECT_TRUE(missing[0].contains("HKSET40.SDF")) << missing[0].toStdString();
+    EXPECT_GT(p.pages, 1);
+    EXPECT_GE(p.page1.count(" Set:   Lunch Menu"), 4); // no forced break: a page holds several
+    EXPECT_EQ(p.all.count(" Set:   Lunch Menu"), 12);
+    EXPECT_EQ(p.all.count(" Set:   "), 1); // the unreadable one: empty title, blank keys
+    EXPECT_EQ(p.all.count("Coffee"), 12);
+}
+
+TEST_F(ReportTest, DetailWithNoSetsIsAnEmptyDocument)
+{
+    load();
+    const Printed p = report(1);
+    EXPECT_EQ(p.pages, 1);
+    EXPECT_EQ(p.page1.filter("Set:").size(), 0);
+}
+
+TEST_F(ReportTest, SummaryPrintsTheListInPortraitWithABoldHeading)
+{
+    writeDataFile("HKSET03.SDF", kLunchMenu);
+    load();
+    const Printed p = report(0);
+    EXPECT_EQ(p.orientation, print::orPortrait); // 7200 twips fit
+    EXPECT_TRUE(p.header.startsWith("Hot Key Sets||"));
+    EXPECT_EQ(p.page1.mid(2, 8), QStringList({"Set", "Title", "Column 1", "Column 2", "Column 3",
+                                              "Column 4", "03", "Lunch Menu"}));
+    EXPECT_TRUE(p.fonts[size_t(runOf(p, "Set")->font)].bold());
+    EXPECT_FALSE(p.fonts[size_t(runOf(p, "Lunch Menu")->font)].bold());
+    EXPECT_EQ(p.fonts[size_t(runOf(p, "Set")->font)].pixelSize(), 10 * 20);
+    EXPECT_FALSE(p.rules.empty()); // border 7
+    // Column 0 keeps its 600 twips; the others share the rest of the width.
+    const qreal left = 1440 + 60; // margin and cell padding
+    EXPECT_NEAR(runOf(p, "Title")->rect.left() - left, 600, 1);
+    EXPECT_NEAR(runOf(p, "Column 1")->rect.left() - runOf(p, "Title")->rect.left(),
+                2200.0 * 9360 / 7200, 1);
+}
+
+TEST_F(ReportTest, SummaryOfAnEmptyListPrintsTheHeadingAndOneBlankRow)
+{
+    load();
+    const Printed p = report(0);
+    EXPECT_EQ(p.page1.mid(2, 6),
+              QStringList({"Set", "Title", "Column 1", "Column 2", "Column 3", "Column 4"}));
+    // Two rows of six cells: four rules across and seven lines down each row.
+    int across = 0;
+    for (const auto &r : p.rules) across += r.line.dy() == 0;
+    EXPECT_EQ(across, 4);
+}
+
+TEST_F(ReportTest, GridPrintLeavesOutHiddenRowsAndColumnsAndTurnsWideGridsLandscape)
+{
+    platform::MSFlexGrid grid;
+    grid.setCols(4);
+    grid.setRows(4);
+    const int widths[] = {1000, 3000, 0, 9000};
+    for (int c = 0; c < 4; ++c) {
+        grid.setColWidth(c, widths[c]);
+        grid.setTextMatrix(0, c, QString("H%1 ").arg(c));
+        for (int r = 1; r < 4; ++r) grid.setTextMatrix(r, c, QString(" r%1c%2").arg(r).arg(c));
+    }
+    grid.setRowHidden(1, true); // grid row 2
+    Printed p;
+    modal.drive("frmSMPRNT_PREVIEW", [&](QDialog &d) {
+        auto &f = static_cast<frmSMPRNT_PREVIEW &>(d);
+        p.orientation = f.vsvPrinter->Orientation();
+        p.page1 = pageTexts(*f.vsvPrinter, 1);
+        p.runs = f.vsvPrinter->page(1).texts;
+        f.cmdClose_Click();
+    });
+    gsReportDate.clear();
+    gpPrint_FlexGrid(grid);
+    EXPECT_EQ(p.orientation, print::orLandscape); // 13000 twips do not fit 9360
+    EXPECT_EQ(p.page1.mid(1, 9),
+              QStringList({"H0", "H1", "H3", "r1c0", "r1c1", "r1c3", "r3c0", "r3c1", "r3c3"}));
+    // Shrunk to the landscape width, shared by the visible widths only.
+    const qreal width = 15840 - 2 * 1440;
+    EXPECT_NEAR(runOf(p, "H3")->rect.left() - runOf(p, "H1")->rect.left(), 3000 * width / 13000, 1);
+}
+
+TEST_F(ReportTest, PrintMenuOnlyWithAPrinter)
+{
+    shell.printers.clear();
+    load();
+    form->cmdPrint->click();
+    const auto b = boxes();
+    ASSERT_EQ(b.size(), 1);
+    EXPECT_EQ(b[0].title, "Error");
+    EXPECT_EQ(b[0].text, "You must have a windows printer installed ");
+    EXPECT_FALSE(form->mnuPrint->isVisible());
+}
+
+TEST_F(ReportTest, DetailOfManySetsShowsProgressAndLetsTheScreenRun)
+{
+    for (int n = 1; n <= 999; ++n)
+        writeDataFile(QString("HKSET%1.SDF").arg(n, 2, 10, QChar('0')), kLunchMenu);
+    load();
+    bool ranDuring = false;
+    QProgressDialog *progress = nullptr;
+    modal.drive("frmSMPRNT_PREVIEW", [&](QDialog &d) {
+        progress = form->findChild<QProgressDialog *>();
+        ASSERT_TRUE(progress);
+        EXPECT_EQ(progress->maximum(), 999);
+        EXPECT_EQ(progress->value(), -1); // done, and closed before the preview shows
+        EXPECT_FALSE(progress->isVisible());
+        static_cast<frmSMPRNT_PREVIEW &>(d).cmdClose_Click();
+    });
+    // An event posted before the report runs while the report is still building.
+    QTimer::singleShot(0, form.get(), [&] { ranDuring = modal.shown.isEmpty(); });
+    form->mnuPrintType[1]->trigger();
+    EXPECT_TRUE(ranDuring);
+    EXPECT_TRUE(progress);
+}
