@@ -22,31 +22,6 @@ protected:
         form->show();
         return form;
     }
-    static void touch(QWidget *box)
-    {
-        auto *body = qobject_cast<QPlainTextEdit *>(box);
-        QTest::mouseClick(body ? body->viewport() : box, Qt::LeftButton);
-    }
-    static void keys(frmSendMail &f, const QString &letters)
-    {
-        for (QChar c : letters) {
-            const int index = c == ' ' ? 39 : c.isDigit() ? c.digitValue() : 12 + c.unicode() - 'A';
-            QTest::mouseClick(f.cmdKeyPad[index], Qt::LeftButton);
-        }
-    }
-    static void type(frmSendMail &f, QWidget *box, const QString &text)
-    {
-        touch(box);
-        for (QChar c : text) {
-            QPushButton *key = nullptr;
-            for (QPushButton *k : f.cmdKeyPad)
-                if (k->property("Tag").toString() == c.toUpper() ||
-                    (c == ' ' && k->text() == "Space"))
-                    key = k;
-            ASSERT_TRUE(key) << "no key for " << QString(c).toStdString();
-            QTest::mouseClick(key, Qt::LeftButton);
-        }
-    }
 };
 
 } // namespace
