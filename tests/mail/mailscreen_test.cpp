@@ -1,5 +1,6 @@
 #include "mail/MailFixture.h"
 #include "mail/frmSendMail.h"
+#include <QFile>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -150,8 +151,11 @@ TEST_F(MailScreenTest, AMessageTypedOnTheScreenReachesTheMailbox)
     type(*f, f->TxtSubject, "PRICES");
     type(*f, f->TxtBody, "SEE ATTACHED");
     dialogs.answerText(file("Doc1.pdf", "%PDF-1.4 report"));
+    dialogs.answerText(file("gone.txt", "x"));
+    QTest::mouseClick(f->Command1, Qt::LeftButton);
     QTest::mouseClick(f->Command1, Qt::LeftButton);
     boxes();
+    QFile::remove(QDir(dataPath()).filePath("gone.txt")); // vanishes before the send
     QTest::mouseClick(f->cmdSend, Qt::LeftButton);
     EXPECT_EQ(f->result(), QDialog::Accepted);
     EXPECT_FALSE(f->isVisible()) << "the screen closes once the message went";

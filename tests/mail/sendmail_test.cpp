@@ -168,11 +168,16 @@ TEST_F(MailTest, TransferFailuresComeBackWithNumberAndAdvice)
         {SmtpPeer::Secure, "No", SmtpPeer::kPassword, "", CURLE_SEND_ERROR, "\"Use TLS\""},
         {SmtpPeer::Plain, "Yes", SmtpPeer::kPassword, "", CURLE_USE_SSL_FAILED, "\"Use TLS\""},
         {SmtpPeer::Plain, "No", SmtpPeer::kPassword, down, CURLE_COULDNT_CONNECT, "running"},
+        // A certificate nobody vouches for.
+        {SmtpPeer::Secure, "Yes", SmtpPeer::kPassword, "", CURLE_PEER_FAILED_VERIFICATION,
+         "secure connection"},
     };
     for (const Case &c : cases) {
         SmtpPeer *p = server(c.kind);
         settings("127.0.0.1", c.port.isEmpty() ? QString::number(p->port()) : c.port, c.tls,
                  c.password);
+        if (c.number == CURLE_PEER_FAILED_VERIFICATION)
+            mail::transferTuning().caFile.clear();
         const MailResult result = gpSendMail("s", "b", "to@example.com", "", "me@example.com", "");
         EXPECT_FALSE(result.Sent);
         EXPECT_EQ(result.Error.Number, c.number) << result.Error.Description.toStdString();
