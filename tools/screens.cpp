@@ -47,15 +47,16 @@ void save(QWidget &w, const QString &folder, const QString &name)
 class PreviewSaver : public platform::ModalShower {
 public:
     explicit PreviewSaver(QString folder) : m_folder(std::move(folder)) {}
+    QString prefix;
     int show(QDialog &form) override
     {
         auto *preview = qobject_cast<frmSMPRNT_PREVIEW *>(&form);
         if (!preview)
             return QDialog::Rejected;
         preview->resize(1000, 800);
-        save(*preview, m_folder, "frmSMPRNT_PREVIEW-100");
+        save(*preview, m_folder, prefix + "-100");
         preview->vsvPrinter->setZoom(200);
-        save(*preview, m_folder, "frmSMPRNT_PREVIEW-200");
+        save(*preview, m_folder, prefix + "-200");
         const print::Page &page = preview->vsvPrinter->page(1);
         QImage paper((page.size * 150 / 1440).toSize(), QImage::Format_RGB32);
         paper.fill(Qt::white);
@@ -63,7 +64,7 @@ public:
         painter.scale(150.0 / 1440, 150.0 / 1440);
         print::renderPage(painter, *preview->vsvPrinter, 1);
         painter.end();
-        paper.save(QDir(m_folder).filePath("report-page1.png"));
+        paper.save(QDir(m_folder).filePath(prefix + "-page1.png"));
         preview->hide();
         return QDialog::Rejected;
     }
@@ -117,6 +118,9 @@ int main(int argc, char **argv)
         save(main, out, "frmMain");
         PreviewSaver previews(out);
         platform::ModalPort::install(&previews);
+        previews.prefix = "frmSMPRNT_PREVIEW-summary";
+        main.mnuPrintType_Click(0);
+        previews.prefix = "frmSMPRNT_PREVIEW-detail";
         main.mnuPrintType_Click(1);
         platform::ModalPort::install(nullptr);
 

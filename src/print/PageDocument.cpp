@@ -8,7 +8,7 @@ namespace print {
 
 namespace {
 
-constexpr qreal kTabStop = 720;
+constexpr qreal kTabStop = 360;
 constexpr qreal kCellPad = 60;
 const QSizeF kLetter(12240, 15840);
 

@@ -92,7 +92,7 @@ public:
     // Tables: the format "<2200|^1100|>900;" gives per column an alignment
     // ("<" left, "^" centre, ">" right) and a width; the body's rows and cells
     // are split by the two table separators. A tab in a cell moves to the next
-    // half-inch stop. Rows use the current font and colour.
+    // quarter-inch stop. Rows use the current font and colour.
     QString TableSeparators() const { return m_colSep + m_rowSep; }
     void setTableSeparators(const QString &columnThenRow);
     int TableBorder() const { return m_border; }

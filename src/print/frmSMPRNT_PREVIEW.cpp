@@ -84,6 +84,7 @@ frmSMPRNT_PREVIEW::frmSMPRNT_PREVIEW(QWidget *parent) : KeyPreviewForm(parent)
     cboZoom->setObjectName("cboZoom");
     cboZoom->setEditable(true);
     cboZoom->setInsertPolicy(QComboBox::NoInsert);
+    cboZoom->setCompleter(nullptr); // a typed digit must not complete to an item
     cboZoom->addItems({" 25%", " 50%", " 75%", "100%", "125%", "150%", "175%", "200%"});
     txtFind = new QLineEdit(this);
     txtFind->setObjectName("txtFind");

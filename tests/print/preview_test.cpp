@@ -142,6 +142,8 @@ TEST_F(PreviewTest, ZoomBoxReadsBackWithinItsLimits)
         typeZoom(f, "5");
         EXPECT_EQ(f.cboZoom->currentText(), " 10%");
         EXPECT_EQ(f.vsvPrinter->Zoom(), 10);
+        typeZoom(f, "200"); // what an item starts with is not completed to it
+        EXPECT_EQ(f.vsvPrinter->Zoom(), 200);
         // Letters are dropped; a digit after the "%" starts the box afresh.
         f.cboZoom->lineEdit()->setCursorPosition(4);
         QTest::keyClicks(f.cboZoom->lineEdit(), "x7");

@@ -209,6 +209,8 @@ TEST_F(ReportTest, GridPrintLeavesOutHiddenRowsAndColumnsAndTurnsWideGridsLandsc
         p.runs = f.vsvPrinter->page(1).texts;
         f.cmdClose_Click();
     });
+    gsReportTitle = "Grid";
+    gsReportSubtitle.clear();
     gsReportDate.clear();
     gpPrint_FlexGrid(grid);
     EXPECT_EQ(p.orientation, print::orLandscape); // 13000 twips do not fit 9360
