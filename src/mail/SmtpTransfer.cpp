@@ -144,7 +144,7 @@ void setServer(CURL *curl, const Server &server)
     curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
 }
 
-QString advice(CURLcode code, const QByteArray &refusal)
+QString advice(CURLcode code, const QByteArray &refusal, const char *errorText)
 {
     const QString settings = " in Configuration(Station Settings).";
     switch (code) {
@@ -174,6 +174,10 @@ QString advice(CURLcode code, const QByteArray &refusal)
         return "The mail server wants a secure connection or a login first. Check \"Use "
                "TLS\", the user and the password" +
                settings;
+    if (qstrncmp(errorText, "RCPT", 4) == 0)
+        return "The mail server refused a recipient. Check the addresses; nothing was sent.";
+    if (qstrncmp(errorText, "MAIL", 4) == 0)
+        return "The mail server refused the sender. Check the address in From; nothing was sent.";
     if (!refusal.isEmpty())
         return "The mail server refused the message. Nothing was sent.";
     return QString::fromLatin1(curl_easy_strerror(code)) + '.';
@@ -181,7 +185,7 @@ QString advice(CURLcode code, const QByteArray &refusal)
 
 Outcome failure(CURLcode code, const Transcript &transcript)
 {
-    QString description = advice(code, transcript.lastRefusal);
+    QString description = advice(code, transcript.lastRefusal, transcript.errorText);
     if (!transcript.lastRefusal.isEmpty())
         description += " The server said: " + QString::fromUtf8(transcript.lastRefusal);
     else if (transcript.errorText[0])

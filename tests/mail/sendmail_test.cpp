@@ -161,6 +161,7 @@ TEST_F(MailTest, TransferFailuresComeBackWithNumberAndAdvice)
         QString tls, password, port;
         long number;
         QString mentions;
+        QString to = "to@example.com";
     };
     const QString down = QString::number(SmtpPeer::freePort());
     const QList<Case> cases{
@@ -168,6 +169,10 @@ TEST_F(MailTest, TransferFailuresComeBackWithNumberAndAdvice)
         {SmtpPeer::Secure, "No", SmtpPeer::kPassword, "", CURLE_SEND_ERROR, "\"Use TLS\""},
         {SmtpPeer::Plain, "Yes", SmtpPeer::kPassword, "", CURLE_USE_SSL_FAILED, "\"Use TLS\""},
         {SmtpPeer::Plain, "No", SmtpPeer::kPassword, down, CURLE_COULDNT_CONNECT, "running"},
+        {SmtpPeer::Secure, "Yes", SmtpPeer::kPassword, "", CURLE_SEND_ERROR,
+         "refused a recipient. Check the addresses; nothing was sent. The server said: 550 5.1.1 "
+         "No such user here",
+         "nobody@example.com"},
         // A certificate nobody vouches for.
         {SmtpPeer::Secure, "Yes", SmtpPeer::kPassword, "", CURLE_PEER_FAILED_VERIFICATION,
          "secure connection"},
@@ -178,7 +183,7 @@ TEST_F(MailTest, TransferFailuresComeBackWithNumberAndAdvice)
                  c.password);
         if (c.number == CURLE_PEER_FAILED_VERIFICATION)
             mail::transferTuning().caFile.clear();
-        const MailResult result = gpSendMail("s", "b", "to@example.com", "", "me@example.com", "");
+        const MailResult result = gpSendMail("s", "b", c.to, "", "me@example.com", "");
         EXPECT_FALSE(result.Sent);
         EXPECT_EQ(result.Error.Number, c.number) << result.Error.Description.toStdString();
         EXPECT_TRUE(result.Error.Description.contains(c.mentions))

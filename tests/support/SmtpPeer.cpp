@@ -30,9 +30,15 @@ def check(server, session, envelope, mechanism, data):
           and data.password.decode() == password)
     return AuthResult(success=ok, handled=False)
 # Over smtps the whole connection is secure, but the server only counts STARTTLS.
+class Refusing(Mailbox):
+    async def handle_RCPT(self, server, session, envelope, address, options):
+        if address.startswith('nobody@'):
+            return '550 5.1.1 No such user here'
+        envelope.rcpt_tos.append(address)
+        return '250 OK'
 tls = ({'ssl_context': context, 'auth_require_tls': False} if mode == 'smtps'
        else {'tls_context': context, 'require_starttls': True})
-Controller(Mailbox(maildir), hostname='127.0.0.1', port=int(port), auth_required=True,
+Controller(Refusing(maildir), hostname='127.0.0.1', port=int(port), auth_required=True,
            authenticator=check, **tls).start()
 threading.Event().wait()
 )";

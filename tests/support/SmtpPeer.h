@@ -10,7 +10,8 @@ namespace testing_support {
 
 // A real SMTP server on a free loopback port: Debian's aiosmtpd, writing what
 // arrives into a maildir. Secure: AUTH and STARTTLS required; Implicit: AUTH
-// over TLS from the first byte (smtps). Both with a certificate made for the test.
+// over TLS from the first byte (smtps). Both with a certificate made for the test,
+// and both refuse every recipient "nobody@...".
 class SmtpPeer {
 public:
     enum Kind { Plain, Secure, Implicit };
