@@ -25,7 +25,7 @@ namespace {
 // Keys a finger can hit: about a centimetre square.
 constexpr int kKeyHeightTwips = 600;
 constexpr int kFormWidthTwips = 12600;
-constexpr int kFormHeightTwips = 11250;
+constexpr int kFormHeightTwips = 10950; // with its title bar within a 1024 x 768 screen
 
 const char *const kTargetProperty = "mailTarget";
 
