@@ -1,6 +1,5 @@
 #include "mail/MailFixture.h"
 #include "mail/frmSendMail.h"
-#include <QFile>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -140,35 +139,6 @@ TEST_F(MailScreenTest, AttachmentsChosenTwiceAreJoinedByAComma)
                                  "|All Files (*.*)|*.*|Text Files (*.txt)|*.txt|Batch Files "
                                  "(*.bat)|*.bat");
     EXPECT_EQ(shown[0].selectedFilter, 2);
-}
-
-TEST_F(MailScreenTest, AMessageTypedOnTheScreenReachesTheMailbox)
-{
-    SmtpPeer *p = server(SmtpPeer::Secure);
-    auto f = open();
-    type(*f, f->txtFrom, "SHOP@EXAMPLE.COM");
-    QTest::keyClicks(f->txtTo, "boss@example.com");
-    type(*f, f->TxtSubject, "PRICES");
-    type(*f, f->TxtBody, "SEE ATTACHED");
-    dialogs.answerText(file("Doc1.pdf", "%PDF-1.4 report"));
-    dialogs.answerText(file("gone.txt", "x"));
-    QTest::mouseClick(f->Command1, Qt::LeftButton);
-    QTest::mouseClick(f->Command1, Qt::LeftButton);
-    boxes();
-    QFile::remove(QDir(dataPath()).filePath("gone.txt")); // vanishes before the send
-    QTest::mouseClick(f->cmdSend, Qt::LeftButton);
-    EXPECT_EQ(f->result(), QDialog::Accepted);
-    EXPECT_FALSE(f->isVisible()) << "the screen closes once the message went";
-
-    const QJsonObject m = onlyMessage(p);
-    EXPECT_EQ(m["mailfrom"].toString(), "shop@example.com");
-    EXPECT_EQ(rcpt(m), QStringList{"boss@example.com"});
-    EXPECT_EQ(header(m, "Subject"), "prices");
-    EXPECT_EQ(m["body"].toString(), "see attached");
-    const QJsonArray files = m["attachments"].toArray();
-    ASSERT_EQ(files.size(), 1);
-    EXPECT_EQ(files[0]["filename"].toString(), "Doc1.pdf");
-    EXPECT_EQ(QByteArray::fromBase64(files[0]["data"].toString().toLatin1()), "%PDF-1.4 report");
 }
 
 TEST_F(MailScreenTest, AFailedSendShowsServerPortAndUserAndKeepsTheScreen)
