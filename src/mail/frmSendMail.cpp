@@ -92,21 +92,21 @@ frmSendMail::frmSendMail(QWidget *parent) : KeyPreviewForm(parent)
     bigger.setPointSize(12);
     setFont(bigger);
 
+    auto *form = new QVBoxLayout(this);
+    form->addLayout(mpFields(), 2);
+    form->addLayout(mpButtons());
+    form->addWidget(mpKeyboard(), 1);
+    resize(platform::twipsToPixels(kFormWidthTwips), platform::twipsToPixels(kFormHeightTwips));
+}
+
+QLayout *frmSendMail::mpFields()
+{
     txtTo = new QLineEdit(this);
     TxtCC = new QLineEdit(this);
     txtFrom = new QLineEdit(this);
     TxtSubject = new QLineEdit(this);
     TxtBody = new QPlainTextEdit(this);
     txtAttach = new QLineEdit(this);
-    Command1 = fingerButton(QString(), "Command1", this);
-    Command1->setIcon(style()->standardIcon(QStyle::SP_DirOpenIcon));
-    Command1->setToolTip("Choose an attachment");
-    Command1->setIconSize(QSize(28, 28));
-    Command1->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    cmdSend = fingerButton("Send", "cmdSend", this);
-    cmdCancel = fingerButton("Esc Cancel", "cmdCancel", this);
-    CmdShowKB = fingerButton("Hide Keyboard", "CmdShowKB", this);
-
     const QList<QPair<QString, QWidget *>> boxes{{"To", txtTo},        {"Bcc", TxtCC},
                                                  {"From", txtFrom},    {"Subject", TxtSubject},
                                                  {"Message", TxtBody}, {"Attachment", txtAttach}};
@@ -125,10 +125,22 @@ frmSendMail::frmSendMail(QWidget *parent) : KeyPreviewForm(parent)
             (box == TxtBody ? TxtBody->viewport() : box)->installEventFilter(this);
         }
     }
-    fields->addWidget(Command1, 5, 2);
     fields->setRowStretch(4, 1);
+    Command1 = fingerButton(QString(), "Command1", this);
+    Command1->setIcon(style()->standardIcon(QStyle::SP_DirOpenIcon));
+    Command1->setIconSize(QSize(28, 28));
+    Command1->setToolTip("Choose an attachment");
     Command1->setFixedSize(Command1->minimumHeight(), Command1->minimumHeight());
+    fields->addWidget(Command1, 5, 2);
+    connect(Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
+    return fields;
+}
 
+QLayout *frmSendMail::mpButtons()
+{
+    CmdShowKB = fingerButton("Hide Keyboard", "CmdShowKB", this);
+    cmdSend = fingerButton("Send", "cmdSend", this);
+    cmdCancel = fingerButton("Esc Cancel", "cmdCancel", this);
     auto *buttons = new QHBoxLayout;
     buttons->addWidget(CmdShowKB);
     buttons->addStretch(1);
@@ -136,17 +148,10 @@ frmSendMail::frmSendMail(QWidget *parent) : KeyPreviewForm(parent)
     buttons->addWidget(cmdCancel);
     for (QPushButton *b : {CmdShowKB, cmdSend, cmdCancel})
         b->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
-
-    auto *form = new QVBoxLayout(this);
-    form->addLayout(fields, 2);
-    form->addLayout(buttons);
-    form->addWidget(mpKeyboard(), 1);
-
-    connect(Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
+    connect(CmdShowKB, &QPushButton::clicked, this, [this] { CmdShowKB_Click(); });
     connect(cmdSend, &QPushButton::clicked, this, [this] { cmdSend_Click(); });
     connect(cmdCancel, &QPushButton::clicked, this, [this] { cmdCancel_Click(); });
-    connect(CmdShowKB, &QPushButton::clicked, this, [this] { CmdShowKB_Click(); });
-    resize(platform::twipsToPixels(kFormWidthTwips), platform::twipsToPixels(kFormHeightTwips));
+    return buttons;
 }
 
 QWidget *frmSendMail::mpKeyboard()

@@ -3,6 +3,7 @@
 #include <array>
 
 class QGroupBox;
+class QLayout;
 class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
@@ -45,9 +46,11 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    QLayout *mpFields();
+    QLayout *mpButtons();
+    QWidget *mpKeyboard();
     QWidget *mpTarget() const;
     void mpSetTargetText(QWidget *box, const QString &text);
-    QWidget *mpKeyboard();
     void mpShowError(long number, const QString &description);
 
     bool mbSending = false;
