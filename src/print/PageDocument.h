@@ -61,7 +61,8 @@ class PageDocument : public QObject {
 public:
     explicit PageDocument(QObject *parent = nullptr);
 
-    // Pages collect only while the preview is on; the reports switch it on.
+    // The reports switch the preview on before they start; pages always collect
+    // here, and the preview screen shows them when the document ends.
     bool Preview() const { return m_preview; }
     void setPreview(bool on) { m_preview = on; }
 

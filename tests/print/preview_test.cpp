@@ -74,20 +74,9 @@ struct FullDisk {
 
 } // namespace
 
-TEST_F(PreviewTest, ControlsAndCaptionsOnLoad)
+TEST_F(PreviewTest, ButtonsKeepToTheRightEdgeOnResize)
 {
     preview(1, [](frmSMPRNT_PREVIEW &f) {
-        EXPECT_EQ(f.windowTitle(), "Print Preview");
-        EXPECT_EQ(f.cboZoom->currentText(), "100%");
-        EXPECT_EQ(f.cboZoom->count(), 8);
-        EXPECT_EQ(f.cboZoom->itemText(0), " 25%");
-        EXPECT_EQ(f.cmdPrint->text(), "F9 &Print");
-        EXPECT_EQ(f.cmdSave->text(), "F7 &Save");
-        EXPECT_EQ(f.cmdSendMail->text(), "F8 Email");
-        EXPECT_EQ(f.cmdClose->text(), "Esc Cancel");
-        EXPECT_FALSE(f.cmdFind[0]->isEnabled());
-        EXPECT_FALSE(f.cmdFind[2]->isVisible());
-        EXPECT_EQ(f.vsvPrinter->TableBorder(), print::tbAll);
         // The buttons keep to the right edge, 100 twips apart, Close last.
         f.resize(1100, 700);
         QApplication::processEvents();

@@ -9,10 +9,13 @@
 #include "support/HkTest.h"
 #include "support/PrintSupport.h"
 #include <QAction>
+#include <QDir>
 #include <QHeaderView>
 #include <QMenu>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <QTest>
 #include <QTimer>
 
 using testing_support::HkTest;
@@ -253,4 +256,25 @@ TEST_F(ReportTest, DetailOfManySetsShowsProgressAndLetsTheScreenRun)
     form->mnuPrintType[1]->trigger();
     EXPECT_TRUE(ranDuring);
     EXPECT_TRUE(progress);
+}
+
+TEST_F(ReportTest, SummaryReachesAPdfFromThePreview)
+{
+    writeDataFile("HKSET03.SDF", kLunchMenu);
+    load();
+    const QString pdf = QDir(dataPath()).filePath("summary.pdf");
+    dialogs.answerText(pdf);
+    modal.drive("frmSMPRNT_PREVIEW", [&](QDialog &d) {
+        auto &f = static_cast<frmSMPRNT_PREVIEW &>(d);
+        QTest::keyClick(&f, Qt::Key_F7);
+        QTest::keyClick(&f, Qt::Key_Escape);
+    });
+    form->mnuPrintType[0]->trigger();
+    EXPECT_EQ(boxes().size(), 1); // the save dialog
+    EXPECT_EQ(testing_support::pdfInfo(pdf, "Pages"), "1");
+    EXPECT_TRUE(testing_support::pdfInfo(pdf, "Page size").startsWith("612 x 792"));
+    const QString text = testing_support::pdfText(pdf);
+    EXPECT_TRUE(text.contains(QRegularExpression("03\\s+Lunch Menu\\s+Drinks\\s+Desserts")))
+        << text.toStdString();
+    EXPECT_TRUE(text.contains("Corner Shop"));
 }
