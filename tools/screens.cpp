@@ -7,6 +7,7 @@
 #include "hotkeys/hkeyVersions.h"
 #include "lookup/GridSetUpBackOffice.h"
 #include "lookup/frm_Lookup.h"
+#include "mail/frmSendMail.h"
 #include "platform/KeyPreviewForm.h"
 #include "platform/Modal.h"
 #include "print/PageDocument.h"
@@ -31,10 +32,12 @@
 #include <QAction>
 #include <QDir>
 #include <QFile>
+#include <QGroupBox>
 #include <QImage>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -148,6 +151,18 @@ int main(int argc, char **argv)
     frmSM_DATAPATH2 datapath;
     datapath.Form_Load();
     save(datapath, out, "frmSM_DATAPATH2");
+
+    frmSendMail mail;
+    mail.Form_Load();
+    mail.txtTo->setText("office@example.com");
+    mail.txtFrom->setText("store12@example.com");
+    mail.TxtSubject->setText("Price report");
+    mail.TxtBody->setPlainText("Here is this week's report.");
+    mail.txtAttach->setText(QDir::toNativeSeparators(QDir::home().filePath("QR/Doc1.pdf")));
+    mail.FraKeyBoard->setTitle("Message");
+    save(mail, out, "frmSendMail");
+    mail.CmdShowKB_Click();
+    save(mail, out, "frmSendMail-keyboard-hidden");
 
     if (argc > 2)
         gDataPath.setDataPath(QString::fromLocal8Bit(argv[2]));

@@ -116,6 +116,15 @@ QString QtDialogs::openFileName(const QString &title, const QString &folder, con
                                         qtFilter(filter));
 }
 
+QString QtDialogs::openFileNameFilter(const QString &title, const QString &folder,
+                                      const QString &filter, int selectedFilter)
+{
+    const QString filters = qtFilter(filter);
+    QString selected = filters.split(QLatin1String(";;")).value(selectedFilter - 1);
+    return QFileDialog::getOpenFileName(QApplication::activeWindow(), title, folder, filters,
+                                        &selected);
+}
+
 QString QtDialogs::saveFileName(const QString &title, const QString &path, const QString &filter)
 {
     return QFileDialog::getSaveFileName(QApplication::activeWindow(), title, path,

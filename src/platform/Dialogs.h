@@ -39,6 +39,12 @@ public:
     // `filter` in the legacy form "Picture (*.jpg)|*.jpg"; empty when cancelled.
     virtual QString openFileName(const QString &title, const QString &folder,
                                  const QString &filter) = 0;
+    // As openFileName, with filter `selectedFilter` (counted from 1) chosen at the start.
+    virtual QString openFileNameFilter(const QString &title, const QString &folder,
+                                       const QString &filter, int /*selectedFilter*/)
+    {
+        return openFileName(title, folder, filter);
+    }
     virtual QString saveFileName(const QString &title, const QString &path,
                                  const QString &filter) = 0;
     virtual QString folderName(const QString &title, const QString &start) = 0;
@@ -51,6 +57,8 @@ public:
                      const QString &defaultText) override;
     QString openFileName(const QString &title, const QString &folder,
                          const QString &filter) override;
+    QString openFileNameFilter(const QString &title, const QString &folder, const QString &filter,
+                               int selectedFilter) override;
     QString saveFileName(const QString &title, const QString &path, const QString &filter) override;
     QString folderName(const QString &title, const QString &start) override;
 };

@@ -227,7 +227,7 @@ void frmHotKeys::Redo()
 }
 
 // Goes back (or forth) one step; the set as it stands becomes a step the other way.
-void frmHotKeys::mpStep_move(std::vector<HotKeySet> &from, std::vector<HotKeySet> &to)
+void frmHotKeys::mpStep_move(std::vector<::HotKeySet> &from, std::vector<::HotKeySet> &to)
 {
     if (from.empty())
         return;

@@ -69,11 +69,11 @@ private:
     // Every change to the keys and column titles is a step; each holds the set as it was.
     void mpStep_begin();
     void mpSteps_show();
-    void mpStep_move(std::vector<HotKeySet> &from, std::vector<HotKeySet> &to);
+    void mpStep_move(std::vector<::HotKeySet> &from, std::vector<::HotKeySet> &to);
     // Undo, redo and drags draw `exact`ly: a key that lost its picture shows none.
     void mpKeys_draw(bool exact);
-    std::vector<HotKeySet> UndoSteps;
-    std::vector<HotKeySet> RedoSteps;
+    std::vector<::HotKeySet> UndoSteps;
+    std::vector<::HotKeySet> RedoSteps;
     // The file as it was read, to tell on Accept whether another station saved it meanwhile.
     versions::FileStamp ReadStamp;
     bool SetLoaded = false;

@@ -2,11 +2,13 @@
 #include "common/sm_Files.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "hotkeys/hkeyGlobal.h"
+#include "mail/frmSendMail.h"
 #include "platform/AppInfo.h"
 #include "platform/Dialogs.h"
 #include "platform/Instance.h"
 #include "platform/Modal.h"
 #include "platform/Shell.h"
+#include "print/frmSMPRNT_PREVIEW.h"
 #include "settings/clsDataPath.h"
 #include "settings/clsINI_Services.h"
 #include "settings/zelDataPath_Ops.h"
@@ -43,9 +45,15 @@ bool mpFirstRun()
 
 } // namespace
 
+void gpPreviewMail_register()
+{
+    setPreviewMailOpener(gpSendMail_show);
+}
+
 void Main()
 {
     using namespace platform;
+    gpPreviewMail_register();
     if (Instance::otherIsRunning()) {
         MsgBox(appTitle() + "is already running.\rThis Program Can Only Be Runing Once On This "
                             "Machine",

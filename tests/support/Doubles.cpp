@@ -41,6 +41,12 @@ QString ScriptedDialogs::openFileName(const QString &title, const QString &folde
     return next({"open", 0, title, folder + '|' + filter}, true, QString());
 }
 
+QString ScriptedDialogs::openFileNameFilter(const QString &title, const QString &folder,
+                                            const QString &filter, int selectedFilter)
+{
+    return next({"open", 0, title, folder + '|' + filter, selectedFilter}, true, QString());
+}
+
 QString ScriptedDialogs::saveFileName(const QString &title, const QString &path,
                                       const QString &filter)
 {

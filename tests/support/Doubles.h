@@ -17,6 +17,7 @@ struct Box {
     int style = 0;
     QString title;
     QString text;
+    int selectedFilter = 0; // of an "open" box that chose one
 };
 
 // Records every box and answers from a script. A box that needs an answer and
@@ -42,6 +43,8 @@ public:
                      const QString &defaultText) override;
     QString openFileName(const QString &title, const QString &folder,
                          const QString &filter) override;
+    QString openFileNameFilter(const QString &title, const QString &folder, const QString &filter,
+                               int selectedFilter) override;
     QString saveFileName(const QString &title, const QString &path, const QString &filter) override;
     QString folderName(const QString &title, const QString &start) override;
 
