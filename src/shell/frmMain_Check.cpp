@@ -5,7 +5,6 @@
 #include "print/sm_Print_FlexGrid.h"
 #include "screens/frmSetCheck.h"
 #include "shell/frmMain.h"
-#include <QCursor>
 #include <QGridLayout>
 #include <QMenu>
 #include <QPushButton>
@@ -39,8 +38,9 @@ void frmMain::mpCheck_setup()
         connect(mnuWhereUsedType[i], &QAction::triggered, this,
                 [this, i] { mnuWhereUsedType_Click(i); });
     connect(cmdCheck, &QPushButton::clicked, this, [this] { cmdCheck_Click(); });
-    connect(cmdWhereUsed, &QPushButton::clicked, this,
-            [this] { mnuWhereUsed->popup(QCursor::pos()); });
+    connect(cmdWhereUsed, &QPushButton::clicked, this, [this] {
+        mnuWhereUsed->popup(cmdWhereUsed->mapToGlobal(QPoint(0, cmdWhereUsed->height())));
+    });
     fgrdItems->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(fgrdItems, &QWidget::customContextMenuRequested, this,
             [this](const QPoint &at) { mnuSets->popup(fgrdItems->viewport()->mapToGlobal(at)); });
