@@ -66,6 +66,8 @@ void mpServerStep()
     log52("set Server ");
     engine() = makeDbEngine(setting("Engine"), gDataPath.DataPath());
     log52("Server set ");
+    if (const QString note = engine()->serverNote(gsServer); !note.isEmpty())
+        log52(note);
     log52("Connect now " + gsServer + ' ' + gsDBUser + ' ' + gsDBPassword);
     DbError error;
     const int status = engine()->connectServer(gsServer, gsDBUser, gsDBPassword, error);
@@ -75,12 +77,11 @@ void mpServerStep()
         showDmoError(error);
         return;
     }
-    const int slash = gsServer.indexOf('\\');
-    if (slash < 0) { // the machine name cannot be cut from the server name
+    const QString machine = engine()->machineOf(gsServer);
+    if (machine.isEmpty()) { // the machine name cannot be cut from the server name
         showDmoError({5, "Invalid procedure call or argument", "ZEL MSDE"});
         return;
     }
-    const QString machine = gsServer.left(slash);
     log52("Server Name = " + machine);
     // Setting the clock from the server is the platform's own business here.
     log52("Time verified");

@@ -112,7 +112,7 @@ bool openRows(const QString &statement, const QString &table, Recordset &rs, DbE
         return false;
     const QSqlRecord record = q.record();
     QStringList names;
-    for (int i = 0; i < record.count(); ++i) names << record.fieldName(i);
+    for (int i = 0; i < record.count(); ++i) names << e->columnName(record.fieldName(i));
     QVector<QVector<QVariant>> rows;
     while (q.next() && (maxRows <= 0 || rows.size() <= maxRows)) {
         QVector<QVariant> row(record.count());

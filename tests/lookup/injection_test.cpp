@@ -120,6 +120,8 @@ protected:
     void SetUp() override
     {
         StoreDbTest::SetUp();
+        if (IsSkipped() || HasFatalFailure())
+            return; // no cluster to run on
         openStore();
         addSampleItems();
         for (const auto &[sl, upc, uid] :

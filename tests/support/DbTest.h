@@ -21,9 +21,17 @@ struct ItemRecord {
 };
 extern ItemRecord gItem;
 
-// A fresh embedded database in the test's data folder with the test table as
-// file 0: key 1 SL, key 2 ItemID, key 3 Description + SL.
+// The engine the database tests run on: "PostgreSQL" in HK_DB_ENGINE for the
+// test run's cluster, the embedded engine otherwise.
+bool testOnPostgres();
+
+// A fresh database (embedded, or on the test run's cluster) with the test table
+// as file 0: key 1 SL, key 2 ItemID, key 3 Description + SL.
 class DbTest : public HkTest {
+public:
+    // The database's name on the cluster: one per test process, as tests run side by side.
+    static QString serverDatabase();
+
 protected:
     void SetUp() override;
     void TearDown() override;

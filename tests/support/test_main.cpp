@@ -1,4 +1,5 @@
 #include "platform/KeyPreviewForm.h"
+#include "support/PgCluster.h"
 #include <QDir>
 #include <QStandardPaths>
 #include <cstdlib>
@@ -16,5 +17,7 @@ int main(int argc, char **argv)
         qputenv("XDG_RUNTIME_DIR", runtime.toLocal8Bit());
     }
     platform::Application app(argc, argv);
-    return RUN_ALL_TESTS();
+    const int result = RUN_ALL_TESTS();
+    testing_support::stopOwnPgCluster();
+    return result;
 }
