@@ -56,6 +56,11 @@ QString DbEngine::translate(const QString &statement) const
     return statement;
 }
 
+DbError DbEngine::notOpenError() const
+{
+    return {kErrProvider, "The connection to the database is not open.", "ZEL"};
+}
+
 QString DbEngine::likeContains(const QString &value) const
 {
     const QString specials = likeSpecials() + '\\';

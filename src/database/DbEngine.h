@@ -9,9 +9,10 @@
 #include <memory>
 #include <vector>
 
-// What a store user is told about a failure: another station holds the data, or
-// the database itself is damaged; anything else is a plain failure.
-enum class DbFault { None, Busy, Damaged };
+// What a store user is told about a failure: another station holds the data,
+// the database itself is damaged, or its server cannot be reached; anything else
+// is a plain failure.
+enum class DbFault { None, Busy, Damaged, Offline };
 
 // An error as the suite's code sees it: the provider's number and text.
 struct DbError {
@@ -71,6 +72,9 @@ public:
                                  const QVector<QVariant> &original) const = 0;
     virtual QString deleteOneRow(const QString &table, const QStringList &allColumns,
                                  const QVector<QVariant> &original) const = 0;
+
+    // What a statement meets when the data connection is not open.
+    virtual DbError notOpenError() const;
 
     // A column's name as the table was made with it; engines that fold names
     // to one case give them back as declared.
@@ -206,6 +210,7 @@ public:
     QString machineOf(const QString &server) const override;
     QString serverNote(const QString &server) const override;
     QString columnName(const QString &fieldName) const override;
+    DbError notOpenError() const override;
 
     // The host and port of a server's name: host[:port], an instance part left out.
     static std::pair<QString, int> hostAndPort(const QString &server);
@@ -235,6 +240,7 @@ private:
     void loadColumnNames();
     mutable QHash<QString, QString> m_columnNames; // lower case -> as declared
     mutable bool m_lost = false; // the server dropped the connection: open it again
+    DbError m_reopenError;       // why it could not be opened again
 };
 
 // An engine the program has, as the settings store names it. dbEngineKinds() is

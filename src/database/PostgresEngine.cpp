@@ -137,7 +137,13 @@ bool PostgresEngine::openConnection(const QString &database, DbError &error)
 
 bool PostgresEngine::open(const QString &database, DbError &error)
 {
-    if (!openConnection(database, error))
+    // The settings name a database as SQL Server does, without case; the server's names have one.
+    QString name = database.trimmed();
+    for (const QString &known : m_admin.isOpen() ? databaseNames() : QStringList()) {
+        if (!known.compare(name, Qt::CaseInsensitive))
+            name = known;
+    }
+    if (!openConnection(name, error))
         return false;
     QSqlQuery setup(m_db);
     // Only the database's owner may make the collation: the demo seeder does it
@@ -154,9 +160,18 @@ void PostgresEngine::resetLockWait()
     DbEngine::resetLockWait();
     if (!m_lost || m_database.isEmpty())
         return;
-    // The server went away in an earlier action: this one starts on a new connection.
-    DbError ignored;
-    open(m_database, ignored);
+    // The server went away in an earlier action: this one starts on a new
+    // connection, or fails at once while the server is still away.
+    m_reopenError = DbError();
+    if (!open(m_database, m_reopenError)) {
+        m_reopenError.fault = DbFault::Offline;
+        m_lost = true;
+    }
+}
+
+DbError PostgresEngine::notOpenError() const
+{
+    return m_lost && m_reopenError.isError() ? m_reopenError : DbEngine::notOpenError();
 }
 
 QStringList PostgresEngine::databaseNames()
@@ -288,8 +303,10 @@ DbError PostgresEngine::errorOf(const QSqlError &error) const
     } else if (state == "42501" || error.type() == QSqlError::ConnectionError ||
                isConnectionState(state)) {
         e.number = kErrProvider;
-        if (state.isEmpty() || state.startsWith("08") || state.startsWith("57P"))
+        if (state.isEmpty() || state.startsWith("08") || state.startsWith("57P")) {
+            e.fault = DbFault::Offline;
             m_lost = true;
+        }
     }
     return e;
 }

@@ -253,6 +253,11 @@ void tellUser(const DbError &e)
                          "details are in PVSW.log in the data folder.",
                          platform::vbCritical);
         break;
+    case DbFault::Offline:
+        platform::MsgBox("The database server cannot be reached. Check that it is running and "
+                         "that this station is on the network, then try again.",
+                         platform::vbExclamation);
+        break;
     case DbFault::None:
         platform::MsgBox(
             "An error occurred in executing SQL. View PVSW.log in datapath for details.");
@@ -264,7 +269,7 @@ void tellUser(const DbError &e)
 bool execute(const QString &statement, DbError &error, qint32 *affected = nullptr)
 {
     if (!connectionOpen()) {
-        error = {kErrProvider, "The connection to the database is not open.", "ZEL"};
+        error = mpDBSM_NotOpen();
         return false;
     }
     const QString sql = engine()->translate(statement);
@@ -330,6 +335,11 @@ bool mpDBSM_Run(QSqlQuery &query, const QString *sql, DbError &error)
         return true;
     error = engine()->errorOf(query.lastError());
     return false;
+}
+
+DbError mpDBSM_NotOpen()
+{
+    return engine() ? engine()->notOpenError() : SqliteEngine(QString()).notOpenError();
 }
 
 DbError mpDBSM_LastCreateError()

@@ -12,5 +12,7 @@ bool mpDBSM_Run(QSqlQuery &query, const QString *sql, DbError &error);
 // A failure that is no refused statement: two lines in PVSW.log, and the box that
 // tells the user, once per action.
 void mpDBSM_Fault(const QString &statement, const DbError &error);
+// What a statement meets when there is no open data connection.
+DbError mpDBSM_NotOpen();
 // The error that the last failed table creation left pending.
 DbError mpDBSM_LastCreateError();

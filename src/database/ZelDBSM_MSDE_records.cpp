@@ -102,7 +102,7 @@ bool openRows(const QString &statement, const QString &table, Recordset &rs, DbE
 {
     DbEngine *e = gpDBSM_Engine();
     if (!e || !e->isOpen()) {
-        error = {kErrProvider, "The connection to the database is not open.", "ZEL"};
+        error = mpDBSM_NotOpen();
         return false;
     }
     QSqlQuery q(e->db());
@@ -263,7 +263,7 @@ bool insertRow(qint16 iFile, QString &sSQL)
     DbEngine *e = gpDBSM_Engine();
     QSqlQuery q(e->db());
     const QString sql = e->translate(sSQL);
-    DbError error{kErrProvider, "The connection is not open.", ""};
+    DbError error = mpDBSM_NotOpen();
     if (e->isOpen() && mpDBSM_Run(q, &sql, error)) {
         gsInsertError.clear();
         return true;

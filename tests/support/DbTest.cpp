@@ -112,7 +112,14 @@ void DbTest::SetUp()
         return;
     }
     QString error;
-    const PgCluster *cluster = sharedPgCluster(&error);
+    const PgCluster *cluster = nullptr;
+    if (m_ownServer) {
+        m_server = std::make_unique<PgCluster>();
+        if (m_server->start(temp.filePath("cluster"), &error))
+            cluster = m_server.get();
+    } else {
+        cluster = sharedPgCluster(&error);
+    }
     if (!cluster && !qEnvironmentVariableIsEmpty("CI"))
         FAIL() << "no PostgreSQL cluster: " << error.toStdString();
     if (!cluster)
@@ -129,7 +136,9 @@ void DbTest::TearDown()
 {
     gpDBSM_Disconnect();
     QString error;
-    if (const PgCluster *cluster = testOnPostgres() ? sharedPgCluster(&error) : nullptr)
+    if (m_server)
+        m_server->stop();
+    else if (const PgCluster *cluster = testOnPostgres() ? sharedPgCluster(&error) : nullptr)
         freshServerDatabase(*cluster, false, &error);
     platform::setApplicationFolder(QString());
     HkTest::TearDown();

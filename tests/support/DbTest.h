@@ -2,6 +2,7 @@
 #include "database/DbEngine.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "support/HkTest.h"
+#include "support/PgCluster.h"
 #include <memory>
 
 namespace testing_support {
@@ -49,6 +50,11 @@ protected:
     void release(SqliteEngine &station);
     // Overwrites the database file in place with bytes that are no database.
     void damageDatabase();
+
+    // Set before SetUp: on PostgreSQL the test runs on a cluster of its own,
+    // which it may stop and start, rather than on the test run's.
+    bool m_ownServer = false;
+    std::unique_ptr<PgCluster> m_server;
 };
 
 } // namespace testing_support

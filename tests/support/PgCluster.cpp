@@ -2,6 +2,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QHostAddress>
 #include <QProcess>
 #include <QSqlDatabase>
@@ -67,6 +68,11 @@ bool PgCluster::start(const QString &folder, QString *error)
             *error = "cannot write the cluster's folder " + m_folder;
         return false;
     }
+    // The server's user must reach the folder through a private parent, as a
+    // temporary folder is.
+    const QString parent = QFileInfo(m_folder).absolutePath();
+    if (asRoot())
+        QFile::setPermissions(parent, QFile::permissions(parent) | QFile::ExeOther);
     if (asRoot() && QProcess::execute("chown", {"-R", "postgres", m_folder}) != 0) {
         if (error)
             *error = "cannot give " + m_folder + " to the postgres user";
@@ -154,10 +160,6 @@ PgCluster *sharedPgCluster(QString *error)
             s.cluster = std::move(cluster);
         } else {
             s.own = std::make_unique<QTemporaryDir>(QDir::temp().filePath("hk-pg-XXXXXX"));
-            // The server's user must reach the cluster's folder inside it.
-            QFile::setPermissions(s.own->path(), QFile::ReadOwner | QFile::WriteOwner |
-                                                     QFile::ExeOwner | QFile::ExeGroup |
-                                                     QFile::ExeOther);
             if (s.own->isValid() && cluster->start(s.own->filePath("cluster"), &s.error))
                 s.cluster = std::move(cluster);
             else if (s.error.isEmpty())
