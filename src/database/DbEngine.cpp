@@ -44,7 +44,80 @@ QStringList sqlStatements(const QString &text)
     return statements;
 }
 
+std::pair<QString, QStringList> sqlParameters(const QString &statement)
+{
+    QString shape;
+    QStringList values;
+    const qsizetype n = statement.size();
+    for (qsizetype i = 0; i < n;) {
+        if (statement[i] == '?')
+            return {statement, {}}; // a placeholder of its own: not ours to number
+        if (statement[i] != '\'') {
+            shape += statement[i++];
+            continue;
+        }
+        QString value;
+        qsizetype j = i + 1;
+        bool closed = false;
+        while (j < n && !closed) {
+            if (statement[j] != '\'')
+                value += statement[j++];
+            else if (j + 1 < n && statement[j + 1] == '\'')
+                value += '\'', j += 2;
+            else
+                closed = true, ++j;
+        }
+        if (!closed)
+            return {statement, {}};
+        if (shape.trimmed().endsWith("ESCAPE", Qt::CaseInsensitive)) {
+            shape += statement.mid(i, j - i);
+        } else {
+            shape += '?';
+            values << value;
+        }
+        i = j;
+    }
+    return {shape, values};
+}
+
 DbEngine::~DbEngine() = default;
+
+QSqlQuery *DbEngine::runRead(const QString &statement, QSqlError &error)
+{
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        QSqlQuery *q = preparedRead(statement, error);
+        if (!q)
+            return nullptr;
+        if (q->exec())
+            return q;
+        error = q->lastError();
+        if (!isStalePlan(error))
+            return nullptr;
+        forgetPrepared(); // another program changed the table: prepare it again
+    }
+    return nullptr;
+}
+
+QSqlQuery *DbEngine::preparedRead(const QString &statement, QSqlError &error)
+{
+    const auto [shape, values] = sqlParameters(statement);
+    std::shared_ptr<QSqlQuery> &q = m_prepared[shape];
+    if (!q) {
+        if (m_prepared.size() > 500) { // statements with numbers in their text, one per number
+            m_prepared.clear();
+            return preparedRead(statement, error);
+        }
+        q = std::make_shared<QSqlQuery>(m_db);
+        q->setForwardOnly(true);
+        if (!q->prepare(translate(shape))) {
+            error = q->lastError();
+            m_prepared.remove(shape);
+            return nullptr;
+        }
+    }
+    for (int i = 0; i < values.size(); ++i) q->bindValue(i, values[i]);
+    return q.get();
+}
 
 bool DbEngine::isOpen() const
 {
@@ -210,6 +283,7 @@ SqliteEngine::SqliteEngine(QString folder) : m_folder(std::move(folder)) {}
 
 SqliteEngine::~SqliteEngine()
 {
+    forgetPrepared();
     m_db = QSqlDatabase();
     if (!m_connection.isEmpty())
         QSqlDatabase::removeDatabase(m_connection);
@@ -263,6 +337,7 @@ bool SqliteEngine::open(const QString &database, DbError &error)
                  name()};
         return false;
     }
+    forgetPrepared();
     m_db = QSqlDatabase();
     if (!m_connection.isEmpty())
         QSqlDatabase::removeDatabase(m_connection);
@@ -374,6 +449,7 @@ SqlServerEngine::SqlServerEngine() = default;
 
 SqlServerEngine::~SqlServerEngine()
 {
+    forgetPrepared();
     m_db = QSqlDatabase();
     if (!m_connection.isEmpty())
         QSqlDatabase::removeDatabase(m_connection);
@@ -421,6 +497,7 @@ QStringList SqlServerEngine::databaseNames()
 
 bool SqlServerEngine::open(const QString &database, DbError &error)
 {
+    forgetPrepared();
     m_db = QSqlDatabase();
     if (!m_connection.isEmpty())
         QSqlDatabase::removeDatabase(m_connection);

@@ -38,6 +38,9 @@ QString sqlOutsideLiterals(const QString &statement,
                            const std::function<QString(const QString &)> &change);
 // The statements of a translated text: split at the line feeds outside values.
 QStringList sqlStatements(const QString &text);
+// A statement with each quoted value made a "?" (an ESCAPE character left as it
+// is), and the values in order; unchanged and no values when it cannot be split.
+std::pair<QString, QStringList> sqlParameters(const QString &statement);
 
 // One database engine: how to reach the server and its databases, and how the
 // Transact-SQL that the engine layer builds runs on it. SQL Server takes the
@@ -73,6 +76,13 @@ public:
     virtual QString deleteOneRow(const QString &table, const QStringList &allColumns,
                                  const QVector<QVariant> &original) const = 0;
 
+    // Runs a read, prepared once per connection for its shape: its quoted values
+    // are bound as parameters, so every value of a key reuses one prepared
+    // statement. The query with its rows, or null with `error` set.
+    QSqlQuery *runRead(const QString &statement, QSqlError &error);
+    // Prepared statements end with their connection, and with a change of a table.
+    void forgetPrepared() { m_prepared.clear(); }
+
     // What a statement meets when the data connection is not open.
     virtual DbError notOpenError() const;
 
@@ -93,6 +103,9 @@ public:
     virtual QString serverNote(const QString &) const { return QString(); }
 
 protected:
+    // A prepared statement that a change of its table made unusable.
+    virtual bool isStalePlan(const QSqlError &) const { return false; }
+    QSqlQuery *preparedRead(const QString &statement, QSqlError &error);
     // The characters that the engine's LIKE takes for patterns.
     virtual QString likeSpecials() const { return "%_"; }
 
@@ -117,6 +130,9 @@ protected:
 
     QSqlDatabase m_db;
     int m_lockWaitLeftMs = kLockWaitMs;
+
+private:
+    QHash<QString, std::shared_ptr<QSqlQuery>> m_prepared; // by the statement's shape
 };
 
 // The embedded engine: one SQLite file per database in the data folder.
@@ -223,6 +239,7 @@ public:
                        const QString &database, QString *error);
 
 protected:
+    bool isStalePlan(const QSqlError &error) const override;
     QString caseBlind(const QString &expression) const override;
     QString leftOf() const override { return "(LEFT(\\1,\\2)::bpchar COLLATE ZELCI)"; }
     QString alterColumn(const QString &table, const QString &column,

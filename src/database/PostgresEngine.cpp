@@ -51,6 +51,7 @@ PostgresEngine::PostgresEngine() = default;
 
 PostgresEngine::~PostgresEngine()
 {
+    forgetPrepared();
     m_db = QSqlDatabase();
     m_admin = QSqlDatabase();
     for (const QString &name : {m_connection, m_adminConnection}) {
@@ -121,6 +122,7 @@ QSqlDatabase PostgresEngine::connection(const QString &name, const QString &data
 
 bool PostgresEngine::openConnection(const QString &database, DbError &error)
 {
+    forgetPrepared();
     m_db = QSqlDatabase();
     if (!m_connection.isEmpty())
         QSqlDatabase::removeDatabase(m_connection);
@@ -190,6 +192,12 @@ QStringList PostgresEngine::userTables()
     if (q.exec(kTablesQuery))
         while (q.next()) tables << q.value(0).toString();
     return tables;
+}
+
+bool PostgresEngine::isStalePlan(const QSqlError &error) const
+{
+    return error.nativeErrorCode() == "0A000" &&
+           error.databaseText().contains("cached plan must not change result type");
 }
 
 QString PostgresEngine::caseBlind(const QString &expression) const

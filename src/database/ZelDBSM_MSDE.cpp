@@ -272,6 +272,10 @@ bool execute(const QString &statement, DbError &error, qint32 *affected = nullpt
         error = mpDBSM_NotOpen();
         return false;
     }
+    static const QStringList changes{"INSERT", "UPDATE", "DELETE"};
+    const QString verb = statement.trimmed().section(' ', 0, 0).toUpper();
+    if (!changes.contains(verb))
+        engine()->forgetPrepared(); // a table may change: reads are prepared anew
     const QString sql = engine()->translate(statement);
     if (sql.isEmpty())
         return true; // nothing to do on this engine
@@ -282,8 +286,6 @@ bool execute(const QString &statement, DbError &error, qint32 *affected = nullpt
     }
     if (affected) {
         // As the suite's provider reports it: rows for a change of data, -1 for anything else.
-        static const QStringList changes{"INSERT", "UPDATE", "DELETE"};
-        const QString verb = statement.trimmed().section(' ', 0, 0).toUpper();
         *affected = changes.contains(verb) ? q.numRowsAffected() : -1;
     }
     return true;
@@ -322,7 +324,7 @@ bool gfbDBSM_ActionFailed()
     return action().failed;
 }
 
-bool mpDBSM_Run(QSqlQuery &query, const QString *sql, DbError &error)
+bool mpDBSM_MayRun(DbError &error)
 {
     const ActionState &a = action();
     if (a.failed) {
@@ -331,6 +333,13 @@ bool mpDBSM_Run(QSqlQuery &query, const QString *sql, DbError &error)
     }
     if (a.depth == 0)
         engine()->resetLockWait();
+    return true;
+}
+
+bool mpDBSM_Run(QSqlQuery &query, const QString *sql, DbError &error)
+{
+    if (!mpDBSM_MayRun(error))
+        return false;
     if (sql ? query.exec(*sql) : query.exec())
         return true;
     error = engine()->errorOf(query.lastError());

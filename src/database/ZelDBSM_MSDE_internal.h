@@ -5,6 +5,9 @@ class QSqlQuery;
 
 // Shared by the engine's own source files only.
 
+// Whether a statement may go to the database now: false with `error` set after
+// a fault of the current action.
+bool mpDBSM_MayRun(DbError &error);
 // Runs one statement on the data connection (a prepared one when `sql` is null);
 // false with `error` set when it fails. After a fault of the current action it
 // fails at once, without asking the database.

@@ -105,20 +105,24 @@ bool openRows(const QString &statement, const QString &table, Recordset &rs, DbE
         error = mpDBSM_NotOpen();
         return false;
     }
-    QSqlQuery q(e->db());
-    q.setForwardOnly(true);
-    const QString sql = e->translate(statement);
-    if (!mpDBSM_Run(q, &sql, error))
+    if (!mpDBSM_MayRun(error))
         return false;
-    const QSqlRecord record = q.record();
+    QSqlError failure;
+    QSqlQuery *q = e->runRead(statement, failure);
+    if (!q) {
+        error = e->errorOf(failure);
+        return false;
+    }
+    const QSqlRecord record = q->record();
     QStringList names;
     for (int i = 0; i < record.count(); ++i) names << e->columnName(record.fieldName(i));
     QVector<QVector<QVariant>> rows;
-    while (q.next() && (maxRows <= 0 || rows.size() <= maxRows)) {
+    while (q->next() && (maxRows <= 0 || rows.size() <= maxRows)) {
         QVector<QVariant> row(record.count());
-        for (int i = 0; i < record.count(); ++i) row[i] = q.value(i);
+        for (int i = 0; i < record.count(); ++i) row[i] = q->value(i);
         rows << row;
     }
+    q->finish(); // a read left open would hold the other stations' writes
     rs.reset(statement, table, names, std::move(rows));
     return true;
 }

@@ -268,3 +268,16 @@ TEST(Statements, GetNextAndPreviousWordForWord)
     EXPECT_EQ(dbsm::trimItemId("SELECT * FROM T WHERE ItemID='ItemID' ORDER BY ItemID,ItemIDX"),
               "SELECT * FROM T WHERE ltrim(ItemID)='ItemID' ORDER BY ltrim(ItemID),ItemIDX");
 }
+
+TEST(Statements, QuotedValuesBecomeParametersAndTheShapeKeepsTheRest)
+{
+    using Split = std::pair<QString, QStringList>;
+    EXPECT_EQ(sqlParameters("SELECT TOP 1 * FROM t WHERE a='O''NEIL' AND b>'' ORDER BY a"),
+              Split("SELECT TOP 1 * FROM t WHERE a=? AND b>? ORDER BY a", {"O'NEIL", ""}));
+    EXPECT_EQ(sqlParameters("SELECT * FROM t WHERE x like '%a\\%''%' ESCAPE '\\'"),
+              Split("SELECT * FROM t WHERE x like ? ESCAPE '\\'", {"%a\\%'%"}));
+    EXPECT_EQ(sqlParameters("SELECT * FROM t WHERE a='b"), Split("SELECT * FROM t WHERE a='b", {}))
+        << "an open quote is left to the database to refuse";
+    EXPECT_EQ(sqlParameters("SELECT * FROM t WHERE a=? AND b='c'"),
+              Split("SELECT * FROM t WHERE a=? AND b='c'", {}));
+}
