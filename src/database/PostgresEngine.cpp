@@ -37,7 +37,8 @@ QString serverText(const QString &text)
     if (lines.size() > 1 && text.contains("\nLINE "))
         lines = lines.mid(0, 1);
     for (QString &line : lines) line = line.trimmed().remove(severity);
-    return lines.join(' ').remove(QRegularExpression("\\s*\\(\\d+\\)$")).trimmed();
+    static const QRegularExpression state("\\s*\\([0-9A-Z]{5}\\)$"); // the driver's SQLSTATE
+    return lines.join(' ').remove(state).trimmed();
 }
 
 QString quotedName(const QString &name)
