@@ -25,6 +25,7 @@
 #include <QMap>
 #include <QRandomGenerator>
 #include <QSettings>
+#include <QSqlError>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <cstdio>
@@ -59,10 +60,12 @@ void fill(int rows)
         // The same rows as below, made by the server: a million round trips would take minutes.
         q.exec(QString("INSERT INTO invt1 (SL, ItemID, Description, SubDescription, VendorCode, "
                        "DeptCode, Price, RecordNum, Status, LocFront, LocBack, Poll) SELECT "
-                       "(10000000 + n)::text, (500000000 + n)::text, 'ITEM ' || lpad((n %% 997)::"
+                       "(10000000 + n)::text, (500000000 + n)::text, 'ITEM ' || lpad((n % 997)::"
                        "text, 3, '0') || ' ' || lpad(n::text, 7, '0'), '', 'ACME', 'DEPT', 1.5, "
                        "n, ' ', ' ', ' ', ' ' FROM generate_series(1, %1) n")
                    .arg(rows));
+        if (q.lastError().isValid())
+            std::printf("  the rows could not be made: %s\n", qPrintable(q.lastError().text()));
         q.exec("ANALYZE");
         return;
     }

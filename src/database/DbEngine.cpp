@@ -100,7 +100,12 @@ QSqlQuery *DbEngine::runRead(const QString &statement, QSqlError &error)
 
 QSqlQuery *DbEngine::preparedRead(const QString &statement, QSqlError &error)
 {
-    const auto [shape, values] = sqlParameters(statement);
+    auto [shape, values] = sqlParameters(statement);
+    // A planner that sees no values walks a whole index for the OR of a
+    // several-segment Get Next near the end of a table: those keep their values.
+    static const QRegularExpression either("\\bOR\\b", QRegularExpression::CaseInsensitiveOption);
+    if (!values.isEmpty() && shape.contains(either))
+        shape = statement, values.clear();
     std::shared_ptr<QSqlQuery> &q = m_prepared[shape];
     if (!q) {
         if (m_prepared.size() > 500) { // statements with numbers in their text, one per number
