@@ -67,6 +67,9 @@ TEST(PostgresEngine, TheServersStatesBecomeTheProvidersNumbers)
     DbError missing = error("ERROR:  relation \"invt9\" does not exist\nLINE 1: SELECT", "42P01");
     EXPECT_EQ(missing.number, kErrCommand);
     EXPECT_EQ(missing.text, "Invalid object name 'invt9'.");
+    EXPECT_EQ(error("ERROR:  relation \"invt1\" already exists\n(42P07)", "42P07").text,
+              "relation \"invt1\" already exists")
+        << "one line for PVSW.log, without the driver's SQLSTATE";
     EXPECT_TRUE(error("ERROR:  duplicate key value violates unique constraint", "23505")
                     .text.startsWith("Cannot insert duplicate key row. duplicate key value"));
     EXPECT_EQ(error("ERROR:  column \"spare\" of relation \"t\" already exists", "42701").number,
