@@ -167,6 +167,16 @@ QString DbEngine::translateTransactSql(const QString &statement) const
     QString s = statement;
     // Reads come by the thousand: they take the cheap path.
     if (s.startsWith("SELECT", Qt::CaseInsensitive)) {
+        // Get Next on a two-segment key says "the rest of this value, or the next
+        // value" as an OR that no index serves in order; as a comparison of the
+        // pair it is one index seek, and means the same.
+        static const QRegularExpression nextOfTwo(
+            "^SELECT\\s+TOP 1 \\* FROM (\\w+) WHERE \\(SELECT COUNT\\(\\*\\) FROM \\1 WHERE "
+            "(\\w+)=('(?:[^']|'')*')\\) > 1 AND \\2=\\3 AND (\\w+)([<>])('(?:[^']|'')*') OR "
+            "\\2\\5\\3 ORDER BY \\2((?: DESC)?),\\4\\7$");
+        if (s.contains("(SELECT COUNT(*)"))
+            s.replace(nextOfTwo, "SELECT TOP 1 * FROM \\1 WHERE (\\2,\\4)\\5(\\3,\\6) ORDER BY "
+                                 "\\2\\7,\\4\\7");
         static const QRegularExpression top("^(SELECT\\s+)TOP 1 ",
                                             QRegularExpression::CaseInsensitiveOption);
         if (s.contains("TOP 1 ", Qt::CaseInsensitive) && top.match(s).hasMatch()) {

@@ -1,4 +1,5 @@
 #include "database/DbEngine.h"
+#include "database/ZelDBSM_MSDE.h"
 #include "platform/SettingsStore.h"
 #include "support/DbTest.h"
 #include <QSqlError>
@@ -13,6 +14,10 @@ TEST(PostgresEngine, TranslatesTheStatementsItCannotRunAsBuilt)
     PostgresEngine e;
     EXPECT_EQ(e.translate("SELECT  TOP 1 * FROM T WHERE K1>'a' ORDER BY K1"),
               "SELECT  * FROM T WHERE K1>'a' ORDER BY K1 LIMIT 1");
+    EXPECT_EQ(e.translate(dbsm::getNext("items", {"Description", "SL"}, {"O''NE", "1"}, true)),
+              "SELECT * FROM items WHERE (Description,SL)<('O''NE','1') ORDER BY Description "
+              "DESC,SL DESC LIMIT 1")
+        << "the next of a two-segment key is one comparison of the pair";
     EXPECT_EQ(e.translate("SELECT TOP 1 * FROM T WHERE ltrim(ItemID)>='A' ORDER BY ltrim(ItemID)"),
               "SELECT * FROM T WHERE (ltrim(ItemID)::bpchar COLLATE ZELCI)>='A' ORDER BY "
               "(ltrim(ItemID)::bpchar COLLATE ZELCI) LIMIT 1");
