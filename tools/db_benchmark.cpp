@@ -1,7 +1,8 @@
-// Times the keyed record operations on the embedded engine:
-// hk_db_benchmark [ROWS...]   (default 100000 1000000)
-// For each size: Get Equal, Get Next over 10,000 rows, Get Previous on a
-// two-segment key over 10,000 rows, and the query plan of the Get Next step.
+// Times the keyed record operations on the embedded engine and on PostgreSQL:
+// hk_db_benchmark [--engine SQLite|PostgreSQL]... [ROWS...]   (default 100000 1000000)
+// For each engine and size: Get Equal, Get Next over 10,000 rows, Get Previous
+// on a two-segment key over 10,000 rows, and the query plan of the Get Next step;
+// then the engines' figures side by side.
 #include "BenchDatabase.h"
 #include "database/DbEngine.h"
 #include "database/ZelDBSM_MSDE.h"
@@ -10,6 +11,7 @@
 #include "settings/clsDataPath.h"
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QMap>
 #include <QRandomGenerator>
 #include <QSettings>
 #include <QSqlQuery>
@@ -53,17 +55,28 @@ void fill(int rows)
     QSqlDatabase &db = gpDBSM_Engine()->db();
     QSqlQuery q(db);
     q.exec("DROP TABLE IF EXISTS items");
-    q.exec(gpDBSM_Engine()->translate("CREATE TABLE items (Description CHAR(30), SL CHAR(8), "
-                                      "Qty INT)"));
-    db.transaction();
-    q.prepare("INSERT INTO items VALUES(?,?,?)");
-    for (int n = 0; n < rows; ++n) {
-        q.addBindValue(desc(n)); // three rows share each description
-        q.addBindValue(sl(n));
-        q.addBindValue(n);
-        q.exec();
+    gpDBSM_Engine()->forgetPrepared();
+    for (const QString &part : gpDBSM_Engine()
+                                   ->translate("CREATE TABLE items (Description CHAR(30), SL "
+                                               "CHAR(8), Qty INT)")
+                                   .split('\n'))
+        q.exec(part);
+    if (gpDBSM_Engine()->name() == "PostgreSQL") {
+        // The same rows as below, made by the server: a million round trips would take minutes.
+        q.exec(QString("INSERT INTO items SELECT rpad('ITEM ' || lpad((n / 3)::text, 7, '0'), 30), "
+                       "lpad(n::text, 8, '0'), n FROM generate_series(0, %1) n")
+                   .arg(rows - 1));
+    } else {
+        db.transaction();
+        q.prepare("INSERT INTO items VALUES(?,?,?)");
+        for (int n = 0; n < rows; ++n) {
+            q.addBindValue(desc(n)); // three rows share each description
+            q.addBindValue(sl(n));
+            q.addBindValue(n);
+            q.exec();
+        }
+        db.commit();
     }
-    db.commit();
     for (const char *index :
          {"CREATE UNIQUE INDEX key1 ON items (SL)", "CREATE INDEX key2 ON items (Description,SL)"})
         q.exec(gpDBSM_Engine()->translate(index));
@@ -86,9 +99,53 @@ double perStep(int steps, qint16 op, qint16 key)
 
 void plan(const QString &statement)
 {
+    const bool server = gpDBSM_Engine()->name() == "PostgreSQL";
     QSqlQuery q(gpDBSM_Engine()->db());
-    q.exec("EXPLAIN QUERY PLAN " + gpDBSM_Engine()->translate(statement));
-    while (q.next()) std::printf("    plan: %s\n", qPrintable(q.value(3).toString()));
+    q.exec((server ? "EXPLAIN " : "EXPLAIN QUERY PLAN ") + gpDBSM_Engine()->translate(statement));
+    while (q.next()) std::printf("    plan: %s\n", qPrintable(q.value(server ? 0 : 3).toString()));
+}
+
+// The figures of one engine and size: Get Equal, then Get Next on key 1.
+struct Figures {
+    double equal = 0, next = 0;
+};
+
+Figures measure(int rows)
+{
+    fill(rows);
+    gfbDBSM_OpenTable(0, false);
+    std::printf("%s, %d rows\n", qPrintable(gpDBSM_Engine()->name()), rows);
+    Figures f;
+    QElapsedTimer t;
+    t.start();
+    const int lookups = 2000;
+    for (int i = 0; i < lookups; ++i) {
+        gSL = sl(QRandomGenerator::global()->bounded(rows));
+        QString sql;
+        gfbDBSM_Record(0, opEqual, 1, false, false, sql);
+    }
+    f.equal = t.nsecsElapsed() / 1e3 / lookups;
+    std::printf("  Get Equal on key 1: %.1f us per read\n", f.equal);
+
+    gSL = sl(rows / 2);
+    QString sql;
+    gfbDBSM_Record(0, opEqual, 1, false, false, sql);
+    f.next = perStep(10000, opNext, 1);
+    std::printf("  Get Next on key 1 from the middle, 10,000 steps: %.1f us per step\n", f.next);
+    gSL = sl(rows - 20000);
+    gfbDBSM_Record(0, opEqual, 1, false, false, sql);
+    std::printf("  Get Next on the two-segment key near the end, 10,000 steps: %.1f us per "
+                "step\n",
+                perStep(10000, opNext, 2));
+    gSL = sl(rows - 1);
+    gfbDBSM_Record(0, opEqual, 1, false, false, sql);
+    std::printf("  Get Previous on the two-segment key from the end, 10,000 steps: %.1f us "
+                "per step\n",
+                perStep(10000, opPrevious, 2));
+    keyValues(0, 2);
+    plan(dbsm::getNext("items", {"Description", "SL"},
+                       {gvKeyValue[1].toString(), gvKeyValue[2].toString()}, false));
+    return f;
 }
 
 } // namespace
@@ -96,53 +153,39 @@ void plan(const QString &statement)
 int main(int argc, char **argv)
 {
     QCoreApplication app(argc, argv);
-    QTemporaryDir dir;
-    useBenchDatabase(dir);
-    giFileCount = 1;
-    if (!gfbDBSM_Connect())
-        return 1;
-    gpDBSM_OpenConnection("");
-    gTables[0].sTableName = "items";
-    gpDBSM_RegisterDispatch({keyValues, rowToRecord, nullptr, nullptr});
-
+    QStringList args = app.arguments().mid(1);
+    const QStringList engines = benchEngines(args);
     QList<int> sizes;
-    for (int i = 1; i < argc; ++i) sizes << QString(argv[i]).toInt();
+    for (const QString &a : args) sizes << a.toInt();
     if (sizes.isEmpty())
         sizes = {100000, 1000000};
-    for (int rows : sizes) {
-        fill(rows);
-        gfbDBSM_OpenTable(0, false);
-        std::printf("%d rows\n", rows);
 
-        QElapsedTimer t;
-        t.start();
-        const int lookups = 2000;
-        for (int i = 0; i < lookups; ++i) {
-            gSL = sl(QRandomGenerator::global()->bounded(rows));
-            QString sql;
-            gfbDBSM_Record(0, opEqual, 1, false, false, sql);
-        }
-        std::printf("  Get Equal on key 1: %.1f us per read\n", t.nsecsElapsed() / 1e3 / lookups);
-
-        gSL = sl(rows / 2);
-        QString sql;
-        gfbDBSM_Record(0, opEqual, 1, false, false, sql);
-        std::printf("  Get Next on key 1 from the middle, 10,000 steps: %.1f us per step\n",
-                    perStep(10000, opNext, 1));
-        gSL = sl(rows - 20000);
-        gfbDBSM_Record(0, opEqual, 1, false, false, sql);
-        std::printf("  Get Next on the two-segment key near the end, 10,000 steps: %.1f us per "
-                    "step\n",
-                    perStep(10000, opNext, 2));
-        gSL = sl(rows - 1);
-        gfbDBSM_Record(0, opEqual, 1, false, false, sql);
-        std::printf("  Get Previous on the two-segment key from the end, 10,000 steps: %.1f us "
-                    "per step\n",
-                    perStep(10000, opPrevious, 2));
-        keyValues(0, 2);
-        plan(dbsm::getNext("items", {"Description", "SL"},
-                           {gvKeyValue[1].toString(), gvKeyValue[2].toString()}, false));
+    QMap<QString, QList<Figures>> figures;
+    for (const QString &engine : engines) {
+        QTemporaryDir dir;
+        std::unique_ptr<PgCluster, void (*)(PgCluster *)> cluster(nullptr, nullptr);
+        if (!useBenchDatabase(dir, engine, cluster))
+            return 1;
+        giFileCount = 1;
+        if (!gfbDBSM_Connect())
+            return 1;
+        gpDBSM_OpenConnection("");
+        gTables[0].sTableName = "items";
+        gpDBSM_RegisterDispatch({keyValues, rowToRecord, nullptr, nullptr});
+        for (int rows : sizes) figures[engine] << measure(rows);
+        gpDBSM_Disconnect();
     }
-    gpDBSM_Disconnect();
+    std::printf("Ratios (medians of a shared machine vary; compare within one run)\n");
+    for (int i = 0; i < sizes.size(); ++i) {
+        if (figures.size() == 2)
+            std::printf("  %d rows: PostgreSQL / SQLite  Get Equal %.1f, Get Next %.1f\n", sizes[i],
+                        figures["PostgreSQL"][i].equal / figures["SQLite"][i].equal,
+                        figures["PostgreSQL"][i].next / figures["SQLite"][i].next);
+        for (const QString &engine : figures.keys())
+            std::printf("  %s: %d rows / %d rows  Get Equal %.2f, Get Next %.2f\n",
+                        qPrintable(engine), sizes[i], sizes.first(),
+                        figures[engine][i].equal / figures[engine][0].equal,
+                        figures[engine][i].next / figures[engine][0].next);
+    }
     return 0;
 }

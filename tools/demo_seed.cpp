@@ -2,9 +2,12 @@
 // pictures, the suite's ZEL.INI, an embedded database with the store's COMMON
 // row and an inventory with bar codes, and the settings that point at all of it.
 // hk_demo_seed DATA_FOLDER [--items N]   (N generated items, 3000 by default)
+//   [--engine PostgreSQL --server HOST[:PORT] --user USER --password PASSWORD --database NAME]
+//   puts the database on a PostgreSQL server instead (a new database, made there).
 #include "common/zelFormats.h"
 #include "database/DbEngine.h"
 #include "database/ZelDBSM_MSDE.h"
+#include "database/zelDBSM_Common.h"
 #include "database/zelDBSM_Inventory.h"
 #include "database/zelDBSM_Upc.h"
 #include "hotkeys/hkeyServices.h"
@@ -263,13 +266,44 @@ void addGeneratedItems(int count)
     }
 }
 
-bool seedDatabase(int items)
+const QString kStoreName = "Corner Grocery & Hardware";
+
+// A new database on the server, with the store's COMMON row, and the settings that name it.
+bool makeServerDatabase(const DBSM_Settings &server)
 {
-    QFile::remove(gfsDBSM_OwnFile());
-    QString message;
-    if (gfDBSM_CreateOwn(1, "Corner Grocery & Hardware", message) == OwnDatabase::Failed) {
-        std::fprintf(stderr, "%s\n", qPrintable(message));
+    QString error;
+    if (!PostgresEngine::create(server.sServer, server.sUser, server.sPassword, server.sDBName,
+                                &error)) {
+        std::fprintf(stderr, "%s\n", qPrintable(error));
         return false;
+    }
+    gpDBSM_SaveSettings(server);
+    gfbDBSM_Setup(); // makes COMMON, which has no row yet
+    gCommonRecord.clear();
+    gCommonRecord.setText("Cname", kStoreName);
+    gCommonRecord.setText("DupID", "1");
+    gCommonRecord.setNumber("StoreNumber", 1);
+    gCommonRecord.setText("MultiStore", "N");
+    QString sql;
+    const bool stored = gfbDBSM_Record(0, opInsert, 0, false, false, sql);
+    gpDBSM_Disconnect();
+    if (!stored)
+        std::fprintf(stderr, "%s\n", qPrintable(gsInsertError));
+    return stored;
+}
+
+bool seedDatabase(int items, const DBSM_Settings &server)
+{
+    if (!server.sEngine.isEmpty()) {
+        if (!makeServerDatabase(server))
+            return false;
+    } else {
+        QFile::remove(gfsDBSM_OwnFile());
+        QString message;
+        if (gfDBSM_CreateOwn(1, kStoreName, message) == OwnDatabase::Failed) {
+            std::fprintf(stderr, "%s\n", qPrintable(message));
+            return false;
+        }
     }
     if (!gfbDBSM_Setup() || !gfbDBSM_OpenTable(1, false) || !gfbDBSM_OpenTable(2, false))
         return false;
@@ -289,8 +323,25 @@ int main(int argc, char **argv)
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
+    const QStringList args = app.arguments();
+    auto option = [&args](const QString &name, const QString &otherwise = QString()) {
+        const qsizetype i = args.indexOf(name);
+        return i > 0 && i + 1 < args.size() ? args[i + 1] : otherwise;
+    };
+    DBSM_Settings server;
+    if (!option("--engine").isEmpty()) {
+        server = {option("--engine"), option("--database", "ZELDEMO"), option("--server"),
+                  option("--user", "qx"), option("--password")};
+        if (server.sEngine.compare("PostgreSQL", Qt::CaseInsensitive) || server.sServer.isEmpty()) {
+            std::fprintf(stderr, "only --engine PostgreSQL with --server HOST[:PORT] is known\n");
+            return 2;
+        }
+        server.sEngine = "PostgreSQL";
+    }
     if (argc < 2) {
-        std::fprintf(stderr, "usage: hk_demo_seed DATA_FOLDER\n");
+        std::fprintf(stderr, "usage: hk_demo_seed DATA_FOLDER [--items N] [--engine PostgreSQL "
+                             "--server HOST[:PORT] --user USER --password PASSWORD --database "
+                             "NAME]\n");
         return 2;
     }
     const QString data = QDir(QString::fromLocal8Bit(argv[1])).absolutePath();
@@ -346,8 +397,8 @@ int main(int argc, char **argv)
                                      {"DATAPATH", data},
                                      {"TESTDATA", QString()}})
         platform::SaveSetting("ZEL Settings", "DATABASE", key, value);
-    const int items = argc > 3 && QString(argv[2]) == "--items" ? std::atoi(argv[3]) : 3000;
-    if (!seedDatabase(items)) {
+    const int items = option("--items", "3000").toInt();
+    if (!seedDatabase(items, server)) {
         std::fprintf(stderr, "The demo database could not be made.\n");
         return 1;
     }

@@ -44,7 +44,85 @@ QStringList sqlStatements(const QString &text)
     return statements;
 }
 
+std::pair<QString, QStringList> sqlParameters(const QString &statement)
+{
+    QString shape;
+    QStringList values;
+    const qsizetype n = statement.size();
+    for (qsizetype i = 0; i < n;) {
+        if (statement[i] == '?')
+            return {statement, {}}; // a placeholder of its own: not ours to number
+        if (statement[i] != '\'') {
+            shape += statement[i++];
+            continue;
+        }
+        QString value;
+        qsizetype j = i + 1;
+        bool closed = false;
+        while (j < n && !closed) {
+            if (statement[j] != '\'')
+                value += statement[j++];
+            else if (j + 1 < n && statement[j + 1] == '\'')
+                value += '\'', j += 2;
+            else
+                closed = true, ++j;
+        }
+        if (!closed)
+            return {statement, {}};
+        if (shape.trimmed().endsWith("ESCAPE", Qt::CaseInsensitive)) {
+            shape += statement.mid(i, j - i);
+        } else {
+            shape += '?';
+            values << value;
+        }
+        i = j;
+    }
+    return {shape, values};
+}
+
 DbEngine::~DbEngine() = default;
+
+QSqlQuery *DbEngine::runRead(const QString &statement, QSqlError &error)
+{
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        QSqlQuery *q = preparedRead(statement, error);
+        if (!q)
+            return nullptr;
+        if (q->exec())
+            return q;
+        error = q->lastError();
+        if (!isStalePlan(error))
+            return nullptr;
+        forgetPrepared(); // another program changed the table: prepare it again
+    }
+    return nullptr;
+}
+
+QSqlQuery *DbEngine::preparedRead(const QString &statement, QSqlError &error)
+{
+    auto [shape, values] = sqlParameters(statement);
+    // A planner that sees no values walks a whole index for the OR of a
+    // several-segment Get Next near the end of a table: those keep their values.
+    static const QRegularExpression either("\\bOR\\b", QRegularExpression::CaseInsensitiveOption);
+    if (!values.isEmpty() && shape.contains(either))
+        shape = statement, values.clear();
+    std::shared_ptr<QSqlQuery> &q = m_prepared[shape];
+    if (!q) {
+        if (m_prepared.size() > 500) { // statements with numbers in their text, one per number
+            m_prepared.clear();
+            return preparedRead(statement, error);
+        }
+        q = std::make_shared<QSqlQuery>(m_db);
+        q->setForwardOnly(true);
+        if (!q->prepare(translate(shape))) {
+            error = q->lastError();
+            m_prepared.remove(shape);
+            return nullptr;
+        }
+    }
+    for (int i = 0; i < values.size(); ++i) q->bindValue(i, values[i]);
+    return q.get();
+}
 
 bool DbEngine::isOpen() const
 {
@@ -54,6 +132,11 @@ bool DbEngine::isOpen() const
 QString DbEngine::translate(const QString &statement) const
 {
     return statement;
+}
+
+DbError DbEngine::notOpenError() const
+{
+    return {kErrProvider, "The connection to the database is not open.", "ZEL"};
 }
 
 QString DbEngine::likeContains(const QString &value) const
@@ -66,6 +149,95 @@ QString DbEngine::likeContains(const QString &value) const
         pattern += c;
     }
     return "like '%" + pattern + "%' ESCAPE '\\'";
+}
+
+QString DbEngine::machineOf(const QString &server) const
+{
+    const qsizetype slash = server.indexOf('\\');
+    return slash < 0 ? QString() : server.left(slash);
+}
+
+QString DbEngine::caseBlind(const QString &expression) const
+{
+    return '(' + expression + " COLLATE ZELCI)";
+}
+
+QString DbEngine::translateTransactSql(const QString &statement) const
+{
+    QString s = statement;
+    // Reads come by the thousand: they take the cheap path.
+    if (s.startsWith("SELECT", Qt::CaseInsensitive)) {
+        // Get Next on a two-segment key says "the rest of this value, or the next
+        // value" as an OR that no index serves in order; as a comparison of the
+        // pair it is one index seek, and means the same.
+        static const QRegularExpression nextOfTwo(
+            "^SELECT\\s+TOP 1 \\* FROM (\\w+) WHERE \\(SELECT COUNT\\(\\*\\) FROM \\1 WHERE "
+            "(\\w+)=('(?:[^']|'')*')\\) > 1 AND \\2=\\3 AND (\\w+)([<>])('(?:[^']|'')*') OR "
+            "\\2\\5\\3 ORDER BY \\2((?: DESC)?),\\4\\7$");
+        if (s.contains("(SELECT COUNT(*)"))
+            s.replace(nextOfTwo, "SELECT TOP 1 * FROM \\1 WHERE (\\2,\\4)\\5(\\3,\\6) ORDER BY "
+                                 "\\2\\7,\\4\\7");
+        static const QRegularExpression top("^(SELECT\\s+)TOP 1 ",
+                                            QRegularExpression::CaseInsensitiveOption);
+        if (s.contains("TOP 1 ", Qt::CaseInsensitive) && top.match(s).hasMatch()) {
+            s.replace(top, "\\1");
+            s += " LIMIT 1";
+        }
+        if (!s.contains("ltrim(ItemID)") && !s.contains("LEFT(", Qt::CaseInsensitive))
+            return s;
+        return sqlOutsideLiterals(s, [this](const QString &sql) {
+            static const QRegularExpression left("\\bLEFT\\(([^,()]+),\\s*([^()]+)\\)",
+                                                 QRegularExpression::CaseInsensitiveOption);
+            return QString(sql)
+                .replace("ltrim(ItemID)", caseBlind("ltrim(ItemID)"))
+                .replace(left, leftOf());
+        });
+    }
+    // Text columns compare as SQL Server's: case and trailing blanks ignored.
+    static const QRegularExpression text("\\b((?:VAR)?CHAR\\s*\\(\\s*\\d+\\s*\\))",
+                                         QRegularExpression::CaseInsensitiveOption);
+    if (s.startsWith("CREATE TABLE", Qt::CaseInsensitive))
+        s.replace(text, "\\1 COLLATE ZELCI");
+    static const QRegularExpression alterColumnForm(
+        "^ALTER TABLE (\\S+) ALTER COLUMN (\\w+)\\s+(.*\\S)\\s*$",
+        QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch alter = alterColumnForm.match(s);
+    if (alter.hasMatch())
+        return alterColumn(alter.captured(1), alter.captured(2), alter.captured(3));
+    if (s.startsWith("ALTER TABLE", Qt::CaseInsensitive))
+        s.replace(text, "\\1 COLLATE ZELCI");
+    static const QRegularExpression dropIndex("^Drop index (\\w+)\\.(\\w+)\\s*$",
+                                              QRegularExpression::CaseInsensitiveOption);
+    s.replace(dropIndex, "DROP INDEX IF EXISTS \\1_\\2");
+    static const QRegularExpression index(
+        "^CREATE\\s+(UNIQUE\\s+)?(?:NON)?(?:CLUSTERED\\s+)?INDEX\\s+(\\w+)\\s+ON\\s+(\\w+)",
+        QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch indexMatch = index.match(s);
+    s.replace(index, "CREATE \\1INDEX \\3_\\2 ON \\3"); // index names are per database here
+    // Searches by Item ID compare ltrim(ItemID); a second index on that
+    // expression keeps them from reading the whole table.
+    static const QRegularExpression itemIdFirst("\\(\\s*ItemID\\s*[,)]",
+                                                QRegularExpression::CaseInsensitiveOption);
+    if (indexMatch.hasMatch() && itemIdFirst.match(s).hasMatch()) {
+        const QString table = indexMatch.captured(3), name = indexMatch.captured(2);
+        s = s.trimmed();
+        if (s.endsWith(';'))
+            s.chop(1);
+        s += QString("\nCREATE INDEX IF NOT EXISTS %1_%2_ltrim ON %1 (%3)")
+                 .arg(table, name, caseBlind("ltrim(ItemID)"));
+    }
+    static const QRegularExpression rename(
+        "^sp_RENAME\\s+'(\\w+)\\.(\\w+)',\\s*'\\s*(\\w+)\\s*',\\s*'COLUMN'",
+        QRegularExpression::CaseInsensitiveOption);
+    s.replace(rename, "ALTER TABLE \\1 RENAME COLUMN \\2 TO \\3");
+    return s;
+}
+
+QString DbEngine::assignments(const QStringList &columns)
+{
+    QStringList parts;
+    for (const QString &c : columns) parts << c + "=?";
+    return parts.join(',');
 }
 
 QString DbEngine::rowCondition(const QStringList &columns, const QVector<QVariant> &original,
@@ -120,19 +292,13 @@ int zelCompare(void *, int lengthA, const void *a, int lengthB, const void *b)
     return n == m ? 0 : (n < m ? -1 : 1);
 }
 
-QString setList(const QStringList &columns)
-{
-    QStringList parts;
-    for (const QString &c : columns) parts << c + "=?";
-    return parts.join(',');
-}
-
 } // namespace
 
 SqliteEngine::SqliteEngine(QString folder) : m_folder(std::move(folder)) {}
 
 SqliteEngine::~SqliteEngine()
 {
+    forgetPrepared();
     m_db = QSqlDatabase();
     if (!m_connection.isEmpty())
         QSqlDatabase::removeDatabase(m_connection);
@@ -186,6 +352,7 @@ bool SqliteEngine::open(const QString &database, DbError &error)
                  name()};
         return false;
     }
+    forgetPrepared();
     m_db = QSqlDatabase();
     if (!m_connection.isEmpty())
         QSqlDatabase::removeDatabase(m_connection);
@@ -229,73 +396,23 @@ QStringList SqliteEngine::userTables()
 
 QString SqliteEngine::translate(const QString &statement) const
 {
-    QString s = statement;
-    // Reads come by the thousand: they take the cheap path.
-    if (s.startsWith("SELECT", Qt::CaseInsensitive)) {
-        static const QRegularExpression top("^(SELECT\\s+)TOP 1 ",
-                                            QRegularExpression::CaseInsensitiveOption);
-        if (s.contains("TOP 1 ", Qt::CaseInsensitive) && top.match(s).hasMatch()) {
-            s.replace(top, "\\1");
-            s += " LIMIT 1";
-        }
-        if (!s.contains("ltrim(ItemID)") && !s.contains("LEFT(", Qt::CaseInsensitive))
-            return s;
-        return sqlOutsideLiterals(s, [](const QString &sql) {
-            static const QRegularExpression left("\\bLEFT\\(([^,()]+),\\s*([^()]+)\\)",
-                                                 QRegularExpression::CaseInsensitiveOption);
-            return QString(sql)
-                .replace("ltrim(ItemID)", "(ltrim(ItemID) COLLATE ZELCI)")
-                .replace(left, "substr(\\1,1,\\2)");
-        });
-    }
-    // Text columns compare as SQL Server's: case and trailing blanks ignored.
-    static const QRegularExpression text("\\b((?:VAR)?CHAR\\s*\\(\\s*\\d+\\s*\\))",
-                                         QRegularExpression::CaseInsensitiveOption);
-    if (s.startsWith("CREATE TABLE", Qt::CaseInsensitive))
-        s.replace(text, "\\1 COLLATE ZELCI");
+    return translateTransactSql(statement);
+}
+
+QString SqliteEngine::alterColumn(const QString &table, const QString &column,
+                                  const QString &type) const
+{
     // Column types bind no values here; a widened CHAR column gets the blanks
     // that SQL Server pads it with, so its values have the new width.
-    static const QRegularExpression alterColumn(
-        "^ALTER TABLE (\\S+) ALTER COLUMN (\\w+)\\s+(\\w+)\\s*(?:\\(\\s*(\\d+))?",
-        QRegularExpression::CaseInsensitiveOption);
-    const QRegularExpressionMatch alter = alterColumn.match(s);
-    if (alter.hasMatch()) {
-        if (alter.captured(3).compare("CHAR", Qt::CaseInsensitive) || alter.captured(4).isEmpty())
-            return QString();
-        const QString table = alter.captured(1), column = alter.captured(2);
-        const int width = alter.captured(4).toInt();
-        return QString("UPDATE %1 SET %2 = substr(%2 || '%3', 1, %4)")
-            .arg(table, column, QString(width, ' '))
-            .arg(width);
-    }
-    if (s.startsWith("ALTER TABLE", Qt::CaseInsensitive))
-        s.replace(text, "\\1 COLLATE ZELCI");
-    static const QRegularExpression dropIndex("^Drop index (\\w+)\\.(\\w+)\\s*$",
+    static const QRegularExpression fixedText("^CHAR\\s*\\(\\s*(\\d+)",
                                               QRegularExpression::CaseInsensitiveOption);
-    s.replace(dropIndex, "DROP INDEX IF EXISTS \\1_\\2");
-    static const QRegularExpression index(
-        "^CREATE\\s+(UNIQUE\\s+)?(?:NON)?(?:CLUSTERED\\s+)?INDEX\\s+(\\w+)\\s+ON\\s+(\\w+)",
-        QRegularExpression::CaseInsensitiveOption);
-    const QRegularExpressionMatch indexMatch = index.match(s);
-    s.replace(index, "CREATE \\1INDEX \\3_\\2 ON \\3"); // index names are per database here
-    // Searches by Item ID compare ltrim(ItemID); a second index on that
-    // expression keeps them from reading the whole table.
-    static const QRegularExpression itemIdFirst("\\(\\s*ItemID\\s*[,)]",
-                                                QRegularExpression::CaseInsensitiveOption);
-    if (indexMatch.hasMatch() && itemIdFirst.match(s).hasMatch()) {
-        const QString table = indexMatch.captured(3), name = indexMatch.captured(2);
-        s = s.trimmed();
-        if (s.endsWith(';'))
-            s.chop(1);
-        s += QString("\nCREATE INDEX IF NOT EXISTS %1_%2_ltrim ON %1 ((ltrim(ItemID) COLLATE "
-                     "ZELCI))")
-                 .arg(table, name);
-    }
-    static const QRegularExpression rename(
-        "^sp_RENAME\\s+'(\\w+)\\.(\\w+)',\\s*'\\s*(\\w+)\\s*',\\s*'COLUMN'",
-        QRegularExpression::CaseInsensitiveOption);
-    s.replace(rename, "ALTER TABLE \\1 RENAME COLUMN \\2 TO \\3");
-    return s;
+    const QRegularExpressionMatch m = fixedText.match(type);
+    if (!m.hasMatch())
+        return QString();
+    const int width = m.captured(1).toInt();
+    return QString("UPDATE %1 SET %2 = substr(%2 || '%3', 1, %4)")
+        .arg(table, column, QString(width, ' '))
+        .arg(width);
 }
 
 DbError SqliteEngine::errorOf(const QSqlError &error) const
@@ -326,9 +443,9 @@ QString SqliteEngine::updateOneRow(const QString &table, const QStringList &setC
                                    const QStringList &allColumns,
                                    const QVector<QVariant> &original) const
 {
-    return "UPDATE " + table + " SET " + setList(setColumns) + " WHERE rowid=(SELECT rowid FROM " +
-           table + " WHERE " + rowCondition(allColumns, original, "%1 IS ? COLLATE BINARY") +
-           " LIMIT 1)";
+    return "UPDATE " + table + " SET " + assignments(setColumns) +
+           " WHERE rowid=(SELECT rowid FROM " + table + " WHERE " +
+           rowCondition(allColumns, original, "%1 IS ? COLLATE BINARY") + " LIMIT 1)";
 }
 
 QString SqliteEngine::deleteOneRow(const QString &table, const QStringList &allColumns,
@@ -347,6 +464,7 @@ SqlServerEngine::SqlServerEngine() = default;
 
 SqlServerEngine::~SqlServerEngine()
 {
+    forgetPrepared();
     m_db = QSqlDatabase();
     if (!m_connection.isEmpty())
         QSqlDatabase::removeDatabase(m_connection);
@@ -394,6 +512,7 @@ QStringList SqlServerEngine::databaseNames()
 
 bool SqlServerEngine::open(const QString &database, DbError &error)
 {
+    forgetPrepared();
     m_db = QSqlDatabase();
     if (!m_connection.isEmpty())
         QSqlDatabase::removeDatabase(m_connection);
@@ -490,7 +609,7 @@ QString SqlServerEngine::updateOneRow(const QString &table, const QStringList &s
                                       const QStringList &allColumns,
                                       const QVector<QVariant> &original) const
 {
-    return "UPDATE TOP (1) " + table + " SET " + setList(setColumns) + " WHERE " +
+    return "UPDATE TOP (1) " + table + " SET " + assignments(setColumns) + " WHERE " +
            rowCondition(allColumns, original, "%1=?");
 }
 
@@ -510,6 +629,10 @@ const std::vector<DbEngineKind> &dbEngineKinds()
         {"SQLite", "Embedded (a file in the data folder)", true,
          [](const QString &folder) -> std::unique_ptr<DbEngine> {
              return std::make_unique<SqliteEngine>(folder);
+         }},
+        {"PostgreSQL", "PostgreSQL server", false,
+         [](const QString &) -> std::unique_ptr<DbEngine> {
+             return std::make_unique<PostgresEngine>();
          }},
     };
     return kinds;

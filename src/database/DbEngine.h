@@ -1,4 +1,5 @@
 #pragma once
+#include <QHash>
 #include <QSqlDatabase>
 #include <QString>
 #include <QStringList>
@@ -8,9 +9,10 @@
 #include <memory>
 #include <vector>
 
-// What a store user is told about a failure: another station holds the data, or
-// the database itself is damaged; anything else is a plain failure.
-enum class DbFault { None, Busy, Damaged };
+// What a store user is told about a failure: another station holds the data,
+// the database itself is damaged, or its server cannot be reached; anything else
+// is a plain failure.
+enum class DbFault { None, Busy, Damaged, Offline };
 
 // An error as the suite's code sees it: the provider's number and text.
 struct DbError {
@@ -36,6 +38,9 @@ QString sqlOutsideLiterals(const QString &statement,
                            const std::function<QString(const QString &)> &change);
 // The statements of a translated text: split at the line feeds outside values.
 QStringList sqlStatements(const QString &text);
+// A statement with each quoted value made a "?" (an ESCAPE character left as it
+// is), and the values in order; unchanged and no values when it cannot be split.
+std::pair<QString, QStringList> sqlParameters(const QString &statement);
 
 // One database engine: how to reach the server and its databases, and how the
 // Transact-SQL that the engine layer builds runs on it. SQL Server takes the
@@ -71,22 +76,63 @@ public:
     virtual QString deleteOneRow(const QString &table, const QStringList &allColumns,
                                  const QVector<QVariant> &original) const = 0;
 
+    // Runs a read, prepared once per connection for its shape: its quoted values
+    // are bound as parameters, so every value of a key reuses one prepared
+    // statement. The query with its rows, or null with `error` set.
+    QSqlQuery *runRead(const QString &statement, QSqlError &error);
+    // Prepared statements end with their connection, and with a change of a table.
+    void forgetPrepared() { m_prepared.clear(); }
+
+    // What a statement meets when the data connection is not open.
+    virtual DbError notOpenError() const;
+
+    // A column's name as the table was made with it; engines that fold names
+    // to one case give them back as declared.
+    virtual QString columnName(const QString &fieldName) const { return fieldName; }
+
     // "like" and the pattern that finds `value` anywhere in a column: every
     // character of the value is literal, only the two wildcards around it match.
     QString likeContains(const QString &value) const;
 
     // A new action of the user: it may wait kLockWaitMs for locks again.
-    void resetLockWait() { m_lockWaitLeftMs = kLockWaitMs; }
+    virtual void resetLockWait() { m_lockWaitLeftMs = kLockWaitMs; }
+
+    // The machine of the server the settings name; empty when it cannot be cut from it.
+    virtual QString machineOf(const QString &server) const;
+    // A line for 52.txt on what of the server's name this engine leaves unused.
+    virtual QString serverNote(const QString &) const { return QString(); }
 
 protected:
+    // A prepared statement that a change of its table made unusable.
+    virtual bool isStalePlan(const QSqlError &) const { return false; }
+    QSqlQuery *preparedRead(const QString &statement, QSqlError &error);
     // The characters that the engine's LIKE takes for patterns.
     virtual QString likeSpecials() const { return "%_"; }
+
+    // The Transact-SQL of the engine layer for an engine that lacks its dialect:
+    // TOP 1, LEFT, ltrim(ItemID), ALTER COLUMN, clustered and per-table index
+    // names, sp_RENAME. The hooks below say how this engine writes them.
+    QString translateTransactSql(const QString &statement) const;
+    // A computed text that compares as the text columns do.
+    virtual QString caseBlind(const QString &expression) const;
+    // LEFT(text, count) as the replacement of a match of text (1) and count (2).
+    virtual QString leftOf() const { return "LEFT(\\1,\\2)"; }
+    // Statements that give a column a new type; empty when nothing is to be done.
+    virtual QString alterColumn(const QString &, const QString &, const QString &) const
+    {
+        return QString();
+    }
+    // "column=?" for each column, comma separated.
+    static QString assignments(const QStringList &columns);
     // Column conditions that find the one row holding `original`.
     static QString rowCondition(const QStringList &columns, const QVector<QVariant> &original,
                                 const QString &equalForm);
 
     QSqlDatabase m_db;
     int m_lockWaitLeftMs = kLockWaitMs;
+
+private:
+    QHash<QString, std::shared_ptr<QSqlQuery>> m_prepared; // by the statement's shape
 };
 
 // The embedded engine: one SQLite file per database in the data folder.
@@ -112,6 +158,11 @@ public:
     QString fileOf(const QString &database) const;
     // Makes an empty database file, for the demo and the tests.
     static bool create(const QString &file, QString *error);
+
+protected:
+    QString leftOf() const override { return "substr(\\1,1,\\2)"; }
+    QString alterColumn(const QString &table, const QString &column,
+                        const QString &type) const override;
 
 private:
     QString m_folder;
@@ -149,6 +200,64 @@ protected:
 private:
     QString m_server, m_user, m_password;
     QString m_connection;
+};
+
+// PostgreSQL through libpq: "Server" is host[:port], the database one of the server's.
+class PostgresEngine : public DbEngine {
+public:
+    PostgresEngine();
+    ~PostgresEngine() override;
+    QString name() const override { return "PostgreSQL"; }
+    int connectServer(const QString &server, const QString &user, const QString &password,
+                      DbError &error) override;
+    QStringList databaseNames() override;
+    bool open(const QString &database, DbError &error) override;
+    QStringList userTables() override;
+    QString translate(const QString &statement) const override;
+    DbError errorOf(const QSqlError &error) const override;
+    QString updateOneRow(const QString &table, const QStringList &setColumns,
+                         const QStringList &allColumns,
+                         const QVector<QVariant> &original) const override;
+    QString deleteOneRow(const QString &table, const QStringList &allColumns,
+                         const QVector<QVariant> &original) const override;
+    void resetLockWait() override;
+    // The management connection to the server's own database, once connectServer succeeded.
+    QSqlDatabase &admin() { return m_admin; }
+    QString machineOf(const QString &server) const override;
+    QString serverNote(const QString &server) const override;
+    QString columnName(const QString &fieldName) const override;
+    DbError notOpenError() const override;
+
+    // The host and port of a server's name: host[:port], an instance part left out.
+    static std::pair<QString, int> hostAndPort(const QString &server);
+    static const char *const kDatabasesQuery;
+    static const char *const kTablesQuery;
+    // Made in every database the program opens: text compares as SQL Server's does.
+    static const char *const kCollation;
+    // Makes an empty database on the server, for the demo and the tests.
+    static bool create(const QString &server, const QString &user, const QString &password,
+                       const QString &database, QString *error);
+
+protected:
+    bool isStalePlan(const QSqlError &error) const override;
+    QString caseBlind(const QString &expression) const override;
+    QString leftOf() const override { return "(LEFT(\\1,\\2)::bpchar COLLATE ZELCI)"; }
+    QString alterColumn(const QString &table, const QString &column,
+                        const QString &type) const override;
+
+private:
+    QSqlDatabase connection(const QString &name, const QString &database) const;
+    bool openConnection(const QString &database, DbError &error);
+    QString m_server, m_user, m_password, m_database;
+    QString m_connection, m_adminConnection;
+    QSqlDatabase m_admin;
+    // Statements that keep the declared case of the column names a statement
+    // makes, as column comments, since the server folds them to lower case.
+    QString keepColumnNames(const QString &statement) const;
+    void loadColumnNames();
+    mutable QHash<QString, QString> m_columnNames; // lower case -> as declared
+    mutable bool m_lost = false; // the server dropped the connection: open it again
+    DbError m_reopenError;       // why it could not be opened again
 };
 
 // An engine the program has, as the settings store names it. dbEngineKinds() is

@@ -66,6 +66,8 @@ void mpServerStep()
     log52("set Server ");
     engine() = makeDbEngine(setting("Engine"), gDataPath.DataPath());
     log52("Server set ");
+    if (const QString note = engine()->serverNote(gsServer); !note.isEmpty())
+        log52(note);
     log52("Connect now " + gsServer + ' ' + gsDBUser + ' ' + gsDBPassword);
     DbError error;
     const int status = engine()->connectServer(gsServer, gsDBUser, gsDBPassword, error);
@@ -75,12 +77,11 @@ void mpServerStep()
         showDmoError(error);
         return;
     }
-    const int slash = gsServer.indexOf('\\');
-    if (slash < 0) { // the machine name cannot be cut from the server name
+    const QString machine = engine()->machineOf(gsServer);
+    if (machine.isEmpty()) { // the machine name cannot be cut from the server name
         showDmoError({5, "Invalid procedure call or argument", "ZEL MSDE"});
         return;
     }
-    const QString machine = gsServer.left(slash);
     log52("Server Name = " + machine);
     // Setting the clock from the server is the platform's own business here.
     log52("Time verified");
@@ -252,6 +253,11 @@ void tellUser(const DbError &e)
                          "details are in PVSW.log in the data folder.",
                          platform::vbCritical);
         break;
+    case DbFault::Offline:
+        platform::MsgBox("The database server cannot be reached. Check that it is running and "
+                         "that this station is on the network, then try again.",
+                         platform::vbExclamation);
+        break;
     case DbFault::None:
         platform::MsgBox(
             "An error occurred in executing SQL. View PVSW.log in datapath for details.");
@@ -263,9 +269,13 @@ void tellUser(const DbError &e)
 bool execute(const QString &statement, DbError &error, qint32 *affected = nullptr)
 {
     if (!connectionOpen()) {
-        error = {kErrProvider, "The connection to the database is not open.", "ZEL"};
+        error = mpDBSM_NotOpen();
         return false;
     }
+    static const QStringList changes{"INSERT", "UPDATE", "DELETE"};
+    const QString verb = statement.trimmed().section(' ', 0, 0).toUpper();
+    if (!changes.contains(verb))
+        engine()->forgetPrepared(); // a table may change: reads are prepared anew
     const QString sql = engine()->translate(statement);
     if (sql.isEmpty())
         return true; // nothing to do on this engine
@@ -276,8 +286,6 @@ bool execute(const QString &statement, DbError &error, qint32 *affected = nullpt
     }
     if (affected) {
         // As the suite's provider reports it: rows for a change of data, -1 for anything else.
-        static const QStringList changes{"INSERT", "UPDATE", "DELETE"};
-        const QString verb = statement.trimmed().section(' ', 0, 0).toUpper();
         *affected = changes.contains(verb) ? q.numRowsAffected() : -1;
     }
     return true;
@@ -316,7 +324,7 @@ bool gfbDBSM_ActionFailed()
     return action().failed;
 }
 
-bool mpDBSM_Run(QSqlQuery &query, const QString *sql, DbError &error)
+bool mpDBSM_MayRun(DbError &error)
 {
     const ActionState &a = action();
     if (a.failed) {
@@ -325,10 +333,22 @@ bool mpDBSM_Run(QSqlQuery &query, const QString *sql, DbError &error)
     }
     if (a.depth == 0)
         engine()->resetLockWait();
+    return true;
+}
+
+bool mpDBSM_Run(QSqlQuery &query, const QString *sql, DbError &error)
+{
+    if (!mpDBSM_MayRun(error))
+        return false;
     if (sql ? query.exec(*sql) : query.exec())
         return true;
     error = engine()->errorOf(query.lastError());
     return false;
+}
+
+DbError mpDBSM_NotOpen()
+{
+    return engine() ? engine()->notOpenError() : SqliteEngine(QString()).notOpenError();
 }
 
 DbError mpDBSM_LastCreateError()

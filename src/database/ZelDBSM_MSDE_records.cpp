@@ -102,23 +102,27 @@ bool openRows(const QString &statement, const QString &table, Recordset &rs, DbE
 {
     DbEngine *e = gpDBSM_Engine();
     if (!e || !e->isOpen()) {
-        error = {kErrProvider, "The connection to the database is not open.", "ZEL"};
+        error = mpDBSM_NotOpen();
         return false;
     }
-    QSqlQuery q(e->db());
-    q.setForwardOnly(true);
-    const QString sql = e->translate(statement);
-    if (!mpDBSM_Run(q, &sql, error))
+    if (!mpDBSM_MayRun(error))
         return false;
-    const QSqlRecord record = q.record();
+    QSqlError failure;
+    QSqlQuery *q = e->runRead(statement, failure);
+    if (!q) {
+        error = e->errorOf(failure);
+        return false;
+    }
+    const QSqlRecord record = q->record();
     QStringList names;
-    for (int i = 0; i < record.count(); ++i) names << record.fieldName(i);
+    for (int i = 0; i < record.count(); ++i) names << e->columnName(record.fieldName(i));
     QVector<QVector<QVariant>> rows;
-    while (q.next() && (maxRows <= 0 || rows.size() <= maxRows)) {
+    while (q->next() && (maxRows <= 0 || rows.size() <= maxRows)) {
         QVector<QVariant> row(record.count());
-        for (int i = 0; i < record.count(); ++i) row[i] = q.value(i);
+        for (int i = 0; i < record.count(); ++i) row[i] = q->value(i);
         rows << row;
     }
+    q->finish(); // a read left open would hold the other stations' writes
     rs.reset(statement, table, names, std::move(rows));
     return true;
 }
@@ -263,7 +267,7 @@ bool insertRow(qint16 iFile, QString &sSQL)
     DbEngine *e = gpDBSM_Engine();
     QSqlQuery q(e->db());
     const QString sql = e->translate(sSQL);
-    DbError error{kErrProvider, "The connection is not open.", ""};
+    DbError error = mpDBSM_NotOpen();
     if (e->isOpen() && mpDBSM_Run(q, &sql, error)) {
         gsInsertError.clear();
         return true;

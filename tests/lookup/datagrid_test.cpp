@@ -35,6 +35,8 @@ protected:
     void SetUp() override
     {
         StoreDbTest::SetUp();
+        if (IsSkipped() || HasFatalFailure())
+            return; // no cluster to run on
         openStore();
         giInventorySearch = 0;
         gbWildcard = false;

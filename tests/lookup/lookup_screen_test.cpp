@@ -29,6 +29,8 @@ protected:
     void SetUp() override
     {
         StoreDbTest::SetUp();
+        if (IsSkipped() || HasFatalFailure())
+            return; // no cluster to run on
         openStore();
         addSampleItems();
         giInventorySearch = 0;

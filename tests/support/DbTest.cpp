@@ -2,8 +2,11 @@
 #include "database/DbEngine.h"
 #include "platform/AppInfo.h"
 #include "platform/SettingsStore.h"
+#include "support/PgCluster.h"
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QSqlError>
 #include <QSqlQuery>
 
 namespace testing_support {
@@ -60,7 +63,35 @@ QString insertValues(qint16)
            QString::number(gItem.Qty);
 }
 
+// Drops the test's database on the cluster, and makes it again when `make` is set.
+bool freshServerDatabase(const PgCluster &cluster, bool make, QString *error)
+{
+    PostgresEngine server;
+    DbError e;
+    if (server.connectServer(cluster.server(), PgCluster::kUser, PgCluster::kPassword, e) != 1) {
+        *error = e.text;
+        return false;
+    }
+    QSqlQuery q(server.admin());
+    if (!q.exec("DROP DATABASE IF EXISTS " + DbTest::serverDatabase() + " WITH (FORCE)")) {
+        *error = q.lastError().text();
+        return false;
+    }
+    return !make || PostgresEngine::create(cluster.server(), PgCluster::kUser, PgCluster::kPassword,
+                                           DbTest::serverDatabase(), error);
+}
+
 } // namespace
+
+bool testOnPostgres()
+{
+    return !qEnvironmentVariable("HK_DB_ENGINE").compare("PostgreSQL", Qt::CaseInsensitive);
+}
+
+QString DbTest::serverDatabase()
+{
+    return QString("hk_test_%1").arg(QCoreApplication::applicationPid());
+}
 
 void DbTest::SetUp()
 {
@@ -73,15 +104,42 @@ void DbTest::SetUp()
     SaveSetting("ZEL Settings", "DATABASE", "Server", "STOREPC\\ZEL");
     SaveSetting("ZEL Settings", "DATABASE", "UserName", "clerk");
     SaveSetting("ZEL Settings", "DATABASE", "Password", " secret ");
-    ASSERT_TRUE(SqliteEngine::create(dataPath() + "/TestDB.db", nullptr));
     gpDBSM_RegisterDispatch({keyValues, rowToRecord, recordToRow, insertValues});
     gItem = ItemRecord();
     gbKeyFromBuffer = false;
+    if (!testOnPostgres()) {
+        ASSERT_TRUE(SqliteEngine::create(dataPath() + "/TestDB.db", nullptr));
+        return;
+    }
+    QString error;
+    const PgCluster *cluster = nullptr;
+    if (m_ownServer) {
+        m_server = std::make_unique<PgCluster>();
+        if (m_server->start(temp.filePath("cluster"), &error))
+            cluster = m_server.get();
+    } else {
+        cluster = sharedPgCluster(&error);
+    }
+    if (!cluster && !qEnvironmentVariableIsEmpty("CI"))
+        FAIL() << "no PostgreSQL cluster: " << error.toStdString();
+    if (!cluster)
+        GTEST_SKIP() << "no PostgreSQL cluster: " << error.toStdString();
+    ASSERT_TRUE(freshServerDatabase(*cluster, true, &error)) << error.toStdString();
+    SaveSetting("ZEL Settings", "DATABASE", "Engine", "PostgreSQL");
+    SaveSetting("ZEL Settings", "DATABASE", "DBName", serverDatabase());
+    SaveSetting("ZEL Settings", "DATABASE", "Server", cluster->server());
+    SaveSetting("ZEL Settings", "DATABASE", "UserName", PgCluster::kUser);
+    SaveSetting("ZEL Settings", "DATABASE", "Password", PgCluster::kPassword);
 }
 
 void DbTest::TearDown()
 {
     gpDBSM_Disconnect();
+    QString error;
+    if (m_server)
+        m_server->stop();
+    else if (const PgCluster *cluster = testOnPostgres() ? sharedPgCluster(&error) : nullptr)
+        freshServerDatabase(*cluster, false, &error);
     platform::setApplicationFolder(QString());
     HkTest::TearDown();
 }

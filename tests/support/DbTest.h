@@ -2,6 +2,7 @@
 #include "database/DbEngine.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "support/HkTest.h"
+#include "support/PgCluster.h"
 #include <memory>
 
 namespace testing_support {
@@ -21,9 +22,17 @@ struct ItemRecord {
 };
 extern ItemRecord gItem;
 
-// A fresh embedded database in the test's data folder with the test table as
-// file 0: key 1 SL, key 2 ItemID, key 3 Description + SL.
+// The engine the database tests run on: "PostgreSQL" in HK_DB_ENGINE for the
+// test run's cluster, the embedded engine otherwise.
+bool testOnPostgres();
+
+// A fresh database (embedded, or on the test run's cluster) with the test table
+// as file 0: key 1 SL, key 2 ItemID, key 3 Description + SL.
 class DbTest : public HkTest {
+public:
+    // The database's name on the cluster: one per test process, as tests run side by side.
+    static QString serverDatabase();
+
 protected:
     void SetUp() override;
     void TearDown() override;
@@ -41,6 +50,11 @@ protected:
     void release(SqliteEngine &station);
     // Overwrites the database file in place with bytes that are no database.
     void damageDatabase();
+
+    // Set before SetUp: on PostgreSQL the test runs on a cluster of its own,
+    // which it may stop and start, rather than on the test run's.
+    bool m_ownServer = false;
+    std::unique_ptr<PgCluster> m_server;
 };
 
 } // namespace testing_support

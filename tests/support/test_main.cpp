@@ -1,4 +1,5 @@
 #include "platform/KeyPreviewForm.h"
+#include "support/PgCluster.h"
 #include <QDir>
 #include <QStandardPaths>
 #include <cstdlib>
@@ -18,5 +19,7 @@ int main(int argc, char **argv)
     // Nothing a test leaves out of its own folders lands in the user's.
     QStandardPaths::setTestModeEnabled(true);
     platform::Application app(argc, argv);
-    return RUN_ALL_TESTS();
+    const int result = RUN_ALL_TESTS();
+    testing_support::stopOwnPgCluster();
+    return result;
 }

@@ -1,0 +1,145 @@
+#include "database/DbEngine.h"
+#include "database/ZelDBSM_MSDE.h"
+#include "platform/SettingsStore.h"
+#include "support/DbTest.h"
+#include <QSqlError>
+#include <QSqlQuery>
+
+using testing_support::DbTest;
+using testing_support::PgCluster;
+using testing_support::ProcessExit;
+
+TEST(PostgresEngine, TranslatesTheStatementsItCannotRunAsBuilt)
+{
+    PostgresEngine e;
+    EXPECT_EQ(e.translate("SELECT  TOP 1 * FROM T WHERE K1>'a' ORDER BY K1"),
+              "SELECT  * FROM T WHERE K1>'a' ORDER BY K1 LIMIT 1");
+    EXPECT_EQ(e.translate(dbsm::getNext("items", {"Description", "SL"}, {"O''NE", "1"}, true)),
+              "SELECT * FROM items WHERE (Description,SL)<('O''NE','1') ORDER BY Description "
+              "DESC,SL DESC LIMIT 1")
+        << "the next of a two-segment key is one comparison of the pair";
+    EXPECT_EQ(e.translate("SELECT TOP 1 * FROM T WHERE ltrim(ItemID)>='A' ORDER BY ltrim(ItemID)"),
+              "SELECT * FROM T WHERE (ltrim(ItemID)::bpchar COLLATE ZELCI)>='A' ORDER BY "
+              "(ltrim(ItemID)::bpchar COLLATE ZELCI) LIMIT 1");
+    EXPECT_EQ(e.translate("SELECT TOP 1 * FROM UPC1 WHERE LEFT(upc,4)='0123' order by UPC"),
+              "SELECT * FROM UPC1 WHERE (LEFT(upc,4)::bpchar COLLATE ZELCI)='0123' order by UPC "
+              "LIMIT 1");
+    EXPECT_EQ(e.translate("SELECT * FROM T WHERE Description like '%A\\%B%' ESCAPE '\\' AND "
+                          "x NOT LIKE 'like'"),
+              "SELECT * FROM T WHERE Description COLLATE \"C\" ILIKE '%A\\%B%' ESCAPE '\\' AND "
+              "x COLLATE \"C\" NOT ILIKE 'like'");
+    EXPECT_EQ(e.translate("CREATE TABLE t (SL CHAR(8), Price DECIMAL(18,4), qty INT)"),
+              "CREATE TABLE t (SL CHAR(8) COLLATE ZELCI, Price DECIMAL(18,4), qty INT)\n"
+              "COMMENT ON COLUMN t.SL IS 'SL'\nCOMMENT ON COLUMN t.Price IS 'Price'");
+    EXPECT_EQ(e.columnName("price"), "Price") << "as the table declared it";
+    EXPECT_EQ(e.translate("CREATE UNIQUE CLUSTERED INDEX key0 ON invt1 (SL)"),
+              "CREATE UNIQUE INDEX invt1_key0 ON invt1 (SL)");
+    EXPECT_EQ(e.translate("Create Index idx_2 On invt1 (ItemID)"),
+              "CREATE INDEX invt1_idx_2 ON invt1 (ItemID)\nCREATE INDEX IF NOT EXISTS "
+              "invt1_idx_2_ltrim ON invt1 ((ltrim(ItemID)::bpchar COLLATE ZELCI))");
+    EXPECT_EQ(e.translate("sp_RENAME 'invt1.Flg2', 'NeverOrder ', 'COLUMN'"),
+              "ALTER TABLE invt1 RENAME COLUMN Flg2 TO NeverOrder\n"
+              "COMMENT ON COLUMN invt1.NeverOrder IS 'NeverOrder'");
+    EXPECT_EQ(e.translate("ALTER TABLE invt1 ALTER COLUMN itemID CHAR(25)"),
+              "ALTER TABLE invt1 ALTER COLUMN itemID TYPE CHAR(25) COLLATE ZELCI");
+    EXPECT_EQ(e.translate("ALTER TABLE invt1 ALTER COLUMN QtyOnHand Decimal(18,4)"),
+              "ALTER TABLE invt1 ALTER COLUMN QtyOnHand TYPE Decimal(18,4)");
+    EXPECT_EQ(e.translate("Drop index invt1.idx_3"), "DROP INDEX IF EXISTS invt1_idx_3");
+    EXPECT_EQ(e.translate("SELECT * FROM T WHERE a='TOP 1 LEFT(x,1) like ItemID'"),
+              "SELECT * FROM T WHERE a='TOP 1 LEFT(x,1) like ItemID'")
+        << "values stay as typed";
+}
+
+TEST(PostgresEngine, ServerNameIsHostAndPortAndTheInstanceIsLeftOut)
+{
+    using Pair = std::pair<QString, int>;
+    EXPECT_EQ(PostgresEngine::hostAndPort("dbhost:6543"), Pair("dbhost", 6543));
+    EXPECT_EQ(PostgresEngine::hostAndPort("dbhost"), Pair("dbhost", 5432));
+    EXPECT_EQ(PostgresEngine::hostAndPort("STOREPC\\ZEL"), Pair("STOREPC", 5432));
+    EXPECT_EQ(PostgresEngine::hostAndPort("10.0.0.5:5433\\ZEL"), Pair("10.0.0.5", 5433));
+    const PostgresEngine e;
+    EXPECT_EQ(e.serverNote("STOREPC\\ZEL"), "Instance ZEL ignored: PostgreSQL at STOREPC:5432");
+    EXPECT_EQ(e.serverNote("dbhost:6543"), "");
+    EXPECT_EQ(e.machineOf("dbhost:6543"), "dbhost");
+}
+
+TEST(PostgresEngine, TheServersStatesBecomeTheProvidersNumbers)
+{
+    const PostgresEngine e;
+    auto error = [&e](const char *text, const char *state) {
+        return e.errorOf(QSqlError("", text, QSqlError::StatementError, state));
+    };
+    DbError missing = error("ERROR:  relation \"invt9\" does not exist\nLINE 1: SELECT", "42P01");
+    EXPECT_EQ(missing.number, kErrCommand);
+    EXPECT_EQ(missing.text, "Invalid object name 'invt9'.");
+    EXPECT_EQ(error("ERROR:  relation \"invt1\" already exists\n(42P07)", "42P07").text,
+              "relation \"invt1\" already exists")
+        << "one line for PVSW.log, without the driver's SQLSTATE";
+    EXPECT_TRUE(error("ERROR:  duplicate key value violates unique constraint", "23505")
+                    .text.startsWith("Cannot insert duplicate key row. duplicate key value"));
+    EXPECT_EQ(error("ERROR:  column \"spare\" of relation \"t\" already exists", "42701").number,
+              kErrCommand)
+        << "an existing column is a refused statement, ignored as the other engines'";
+    const DbError busy = error("ERROR:  canceling statement due to lock timeout", "55P03");
+    EXPECT_EQ(busy.number, kErrProvider);
+    EXPECT_EQ(busy.fault, DbFault::Busy);
+    EXPECT_EQ(error("ERROR:  invalid page in block 7", "XX001").fault, DbFault::Damaged);
+    const DbError gone =
+        error("server closed the connection unexpectedly\n\tThis probably means", "");
+    EXPECT_EQ(gone.number, kErrProvider);
+    EXPECT_EQ(gone.fault, DbFault::Offline);
+    EXPECT_EQ(gone.text, "server closed the connection unexpectedly This probably means");
+    EXPECT_EQ(error("FATAL:  password authentication failed for user \"hk\"", "28P01").number,
+              kErrProvider);
+}
+
+namespace {
+
+int exitCode(const std::function<void()> &f)
+{
+    try {
+        f();
+    } catch (const ProcessExit &e) {
+        return e.code;
+    }
+    return -1;
+}
+
+} // namespace
+
+// Run by the PostgreSQL pass of the tests only.
+class PgServerTest : public DbTest {};
+
+TEST_F(PgServerTest, AWrongPasswordOrAnUnknownDatabaseAtStartAreTheStartsBoxes)
+{
+    platform::SaveSetting("ZEL Settings", "DATABASE", "Password", "not the password");
+    EXPECT_EQ(exitCode([this] { connect(); }), 0);
+    auto shown = boxes();
+    ASSERT_EQ(shown.size(), 2);
+    EXPECT_EQ(shown[0].title, "ZEL MSDE");
+    EXPECT_TRUE(shown[0].text.contains("password authentication failed for user \"hk\""))
+        << shown[0].text.toStdString();
+    EXPECT_TRUE(shown[0].text.endsWith(QString::number(kErrProvider)));
+    EXPECT_TRUE(shown[1].text.startsWith("Database not found."));
+    EXPECT_TRUE(logText().contains("Server Status = 0\r\n"));
+    gpDBSM_Disconnect();
+
+    platform::SaveSetting("ZEL Settings", "DATABASE", "Password", PgCluster::kPassword);
+    platform::SaveSetting("ZEL Settings", "DATABASE", "DBName", "no_such_store");
+    EXPECT_EQ(exitCode([this] { connect(); }), 0);
+    shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_TRUE(shown[0].text.startsWith("Database not found."));
+    EXPECT_TRUE(logText().endsWith("Time verified\r\nDatabase Create\r\n"));
+}
+
+TEST_F(PgServerTest, TheDatabaseNameIsFoundTrimmedAndWithoutCaseAndStaysUsable)
+{
+    platform::SaveSetting("ZEL Settings", "DATABASE", "DBName",
+                          ' ' + serverDatabase().toUpper() + ' ');
+    ASSERT_TRUE(connect());
+    EXPECT_TRUE(boxes().isEmpty());
+    EXPECT_TRUE(logText().contains("Server Name = 127.0.0.1\r\nTime verified\r\n"));
+    EXPECT_TRUE(insert("QUOTE'S", "1"));
+    EXPECT_TRUE(gfbDBSM_TableExists("ITEMS"));
+}
