@@ -93,7 +93,8 @@ int main(int argc, char **argv)
     }
     const int sets = argc > 2 ? std::atoi(argv[2]) : 999;
     QTemporaryDir dir;
-    useBenchDatabase(dir);
+    std::unique_ptr<PgCluster, void (*)(PgCluster *)> noCluster{nullptr, nullptr};
+    useBenchDatabase(dir, "SQLite", noCluster);
     platform::SaveSetting("ZEL Settings", "DATABASE", "DBName", "ZELDATA");
     const QString source = QDir(QString::fromLocal8Bit(argv[1])).filePath("ZELDATA.db");
     if (!QFile::copy(source, dir.filePath("ZELDATA.db"))) {
