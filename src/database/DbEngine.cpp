@@ -102,10 +102,17 @@ QSqlQuery *DbEngine::preparedRead(const QString &statement, QSqlError &error)
 {
     auto [shape, values] = sqlParameters(statement);
     // A planner that sees no values walks a whole index for the OR of a
-    // several-segment Get Next near the end of a table: those keep their values.
+    // several-segment Get Next near the end of a table. The translation makes
+    // the two-segment one a comparison of the pair, which binds as any other
+    // read; the others keep their values in the text.
     static const QRegularExpression either("\\bOR\\b", QRegularExpression::CaseInsensitiveOption);
-    if (!values.isEmpty() && shape.contains(either))
-        shape = statement, values.clear();
+    bool translated = false;
+    if (!values.isEmpty() && shape.contains(either)) {
+        const QString text = translate(statement);
+        std::tie(shape, values) =
+            text.contains(either) ? std::pair{text, QStringList{}} : sqlParameters(text);
+        shape.prepend('\n'), translated = true; // no statement of the suite starts so
+    }
     std::shared_ptr<QSqlQuery> &q = m_prepared[shape];
     if (!q) {
         if (m_prepared.size() > 500) { // statements with numbers in their text, one per number
@@ -114,7 +121,7 @@ QSqlQuery *DbEngine::preparedRead(const QString &statement, QSqlError &error)
         }
         q = std::make_shared<QSqlQuery>(m_db);
         q->setForwardOnly(true);
-        if (!q->prepare(translate(shape))) {
+        if (!q->prepare(translated ? shape.mid(1) : translate(shape))) {
             error = q->lastError();
             m_prepared.remove(shape);
             return nullptr;

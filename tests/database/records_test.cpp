@@ -66,6 +66,17 @@ TEST_F(RecordTest, WorkedExampleStatementsAndRows)
     EXPECT_EQ(sl(), "10000107");
 }
 
+TEST_F(RecordTest, TwoSegmentWalkReusesItsStatementWithEveryValue)
+{
+    // Each step binds other values, a quote among them, to the same prepared read.
+    QStringList forward, back;
+    for (bool found = op(opFirst, 3); found; found = op(opNext, 3)) forward << sl();
+    EXPECT_EQ(forward, QStringList({"20000001", "10000105", "10000107", "10000200", "30000001",
+                                    "40000001"}));
+    for (bool found = op(opLast, 3); found; found = op(opPrevious, 3)) back.prepend(sl());
+    EXPECT_EQ(back, forward);
+}
+
 TEST_F(RecordTest, OneSegmentNextSkipsRepeatedValuesAndStopsAtTheEnd)
 {
     setItem("COLA 12OZ", "");
