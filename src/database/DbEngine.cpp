@@ -473,8 +473,10 @@ SqlServerEngine::~SqlServerEngine()
 {
     forgetPrepared();
     m_db = QSqlDatabase();
-    if (!m_connection.isEmpty())
-        QSqlDatabase::removeDatabase(m_connection);
+    m_admin = QSqlDatabase();
+    for (const QString &name : {m_connection, m_adminConnection})
+        if (!name.isEmpty())
+            QSqlDatabase::removeDatabase(name);
 }
 
 namespace {
@@ -503,15 +505,26 @@ int SqlServerEngine::connectServer(const QString &server, const QString &user,
                                    const QString &password, DbError &error)
 {
     m_server = server, m_user = user, m_password = password;
-    if (!open("master", error))
-        return 0;
-    return 1;
+    // The server's own database is for finding the store's; the data connection
+    // stays closed, so the first data action opens the store's database.
+    m_admin = QSqlDatabase();
+    if (!m_adminConnection.isEmpty())
+        QSqlDatabase::removeDatabase(m_adminConnection);
+    m_adminConnection = uniqueConnection("mssql-admin");
+    m_admin = QSqlDatabase::addDatabase("QODBC", m_adminConnection);
+    m_admin.setDatabaseName(connectionString(m_server, "master", m_user, m_password));
+    m_admin.setConnectOptions("SQL_ATTR_LOGIN_TIMEOUT=25");
+    if (m_admin.open())
+        return 1;
+    error = errorOf(m_admin.lastError());
+    error.number = kErrProvider;
+    return 0;
 }
 
 QStringList SqlServerEngine::databaseNames()
 {
     QStringList names;
-    QSqlQuery q(m_db);
+    QSqlQuery q(m_admin);
     if (q.exec(kDatabasesQuery))
         while (q.next()) names << q.value(0).toString();
     return names;

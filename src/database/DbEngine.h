@@ -200,6 +200,8 @@ protected:
 private:
     QString m_server, m_user, m_password;
     QString m_connection;
+    QSqlDatabase m_admin; // on "master", for the list of databases
+    QString m_adminConnection;
 };
 
 // PostgreSQL through libpq: "Server" is host[:port], the database one of the server's.
