@@ -68,7 +68,8 @@ frmFirstRun::frmFirstRun(QWidget *parent) : KeyPreviewForm(parent)
     cboEngine = new QComboBox(fraServer);
     cboEngine->setObjectName("cboEngine");
     txtServer = field("txtServer", fraServer);
-    txtServer->setPlaceholderText("MACHINE\\INSTANCE");
+    connect(cboEngine, &QComboBox::currentIndexChanged, this,
+            [this] { txtServer->setPlaceholderText(mpServerForm()); });
     txtDatabase = field("txtDatabase", fraServer);
     txtUser = field("txtUser", fraServer);
     txtPassword = field("txtPassword", fraServer);
@@ -124,6 +125,7 @@ void frmFirstRun::Form_Load()
         if (!kind.embedded)
             cboEngine->addItem(kind.label, kind.setting);
     }
+    txtServer->setPlaceholderText(mpServerForm());
     // Whatever the suite already keeps is offered again.
     const DBSM_Settings settings = gfDBSM_Settings();
     txtDatabase->setText(settings.sDBName);
@@ -193,14 +195,22 @@ bool frmFirstRun::mpOwn_accept()
     return true;
 }
 
+// How the chosen engine names its server, with an example.
+QString frmFirstRun::mpServerForm() const
+{
+    if (cboEngine->currentData().toString() == "PostgreSQL")
+        return "host or host:port (for example STOREPC:5432)";
+    return "machine\\instance (for example STOREPC\\ZEL)";
+}
+
 bool frmFirstRun::mpServer_accept()
 {
     const DBSM_Settings settings{cboEngine->currentData().toString(), txtDatabase->text().trimmed(),
                                  txtServer->text().trimmed(), txtUser->text().trimmed(),
                                  txtPassword->text().trimmed()}; // the start trims it too
     if (settings.sServer.isEmpty()) {
-        mpRefuse(txtServer, "Type the name of the store's database server, as machine\\instance "
-                            "(for example STOREPC\\ZEL).");
+        mpRefuse(txtServer,
+                 "Type the name of the store's database server, as " + mpServerForm() + ".");
         return false;
     }
     if (settings.sDBName.isEmpty()) {

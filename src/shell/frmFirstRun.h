@@ -42,6 +42,7 @@ private:
     void mpChoice_show();
     bool mpOwn_accept();
     bool mpServer_accept();
+    QString mpServerForm() const;
     // The box for a value that will not do; the field keeps its text and the focus.
     void mpRefuse(QLineEdit *field, const QString &text);
 };
