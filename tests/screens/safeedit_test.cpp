@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
+#include <memory>
 
 using namespace platform;
 using testing_support::HkTest;
@@ -171,7 +172,9 @@ TEST_F(SafeEditTest, DraggingSwapsKeysAndCtrlCopiesAfterAskingOverADefinedKey)
 TEST_F(SafeEditTest, AKeyHeldByAFingerIsDraggedAndATapStillPressesIt)
 {
     auto editor = openEditor();
-    QPointingDevice *screen = QTest::createTouchDevice();
+    // Deleting the device takes it out of Qt's list again.
+    const std::unique_ptr<QPointingDevice> device(QTest::createTouchDevice());
+    QPointingDevice *screen = device.get();
     QWidget *window = editor->window();
     const auto at = [&](MyButton *key) { return key->mapTo(window, key->rect().center()); };
 
