@@ -4,9 +4,9 @@
 #include "platform/AppInfo.h"
 #include "platform/Instance.h"
 #include "shell/hkeyMain.h"
+#include "support/DemoSeed.h"
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QScreen>
 #include <QSettings>
 #include <QUuid>
@@ -20,15 +20,9 @@ void ProgramTest::SetUp()
     qputenv("HOTKEYS_DRIVE_C", temp.filePath("drive-c").toLocal8Bit());
     qputenv("HK_DISPLAY_URLS", temp.filePath("urls.txt").toLocal8Bit());
 
-    QProcess seeder;
-    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.insert("XDG_CONFIG_HOME", temp.filePath("settings"));
-    env.insert("QT_QPA_PLATFORM", "offscreen");
-    seeder.setProcessEnvironment(env);
-    seeder.setProcessChannelMode(QProcess::MergedChannels);
-    seeder.start(HK_DEMO_SEED, {dataPath(), "--items", "300"});
-    ASSERT_TRUE(seeder.waitForFinished(30000));
-    ASSERT_EQ(seeder.exitCode(), 0) << seeder.readAll().toStdString();
+    const QString seeded =
+        testing_support::seedDemoStore(dataPath(), temp.filePath("settings"), 300);
+    ASSERT_TRUE(seeded.isEmpty()) << seeded.toStdString();
 
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, temp.filePath("settings"));
     platform::setApplicationFolder(temp.filePath("app"));

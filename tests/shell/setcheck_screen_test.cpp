@@ -9,13 +9,13 @@
 #include "shell/frmMain.h"
 #include "shell/hkeyDBSM_Interface.h"
 #include "shell/hkeyDBSM_Setup.h"
+#include "support/DemoSeed.h"
 #include "support/HkTest.h"
 #include "support/PrintSupport.h"
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
-#include <QProcess>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QTest>
@@ -32,15 +32,9 @@ protected:
     void SetUp() override
     {
         HkTest::SetUp();
-        QProcess seeder;
-        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert("XDG_CONFIG_HOME", temp.filePath("settings"));
-        env.insert("QT_QPA_PLATFORM", "offscreen");
-        seeder.setProcessEnvironment(env);
-        seeder.setProcessChannelMode(QProcess::MergedChannels);
-        seeder.start(HK_DEMO_SEED, {dataPath(), "--items", "0"});
-        ASSERT_TRUE(seeder.waitForFinished(60000));
-        ASSERT_EQ(seeder.exitCode(), 0) << seeder.readAll().toStdString();
+        const QString seeded =
+            testing_support::seedDemoStore(dataPath(), temp.filePath("settings"), 0);
+        ASSERT_TRUE(seeded.isEmpty()) << seeded.toStdString();
         gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
         ASSERT_TRUE(gfbDBSM_Setup());
         ASSERT_TRUE(gfbDBSM_Open());
