@@ -8,23 +8,13 @@
 
 using namespace platform;
 using testing_support::DbTest;
-using testing_support::ProcessExit;
+using testing_support::exitCode;
 
 namespace {
 
 void store(const char *key, const QString &v)
 {
     SaveSetting("ZEL Settings", "DATABASE", key, v);
-}
-
-int exitCode(std::function<void()> f)
-{
-    try {
-        f();
-    } catch (const ProcessExit &e) {
-        return e.code;
-    }
-    return -1;
 }
 
 } // namespace

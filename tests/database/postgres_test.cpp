@@ -6,8 +6,8 @@
 #include <QSqlQuery>
 
 using testing_support::DbTest;
+using testing_support::exitCode;
 using testing_support::PgCluster;
-using testing_support::ProcessExit;
 
 TEST(PostgresEngine, TranslatesTheStatementsItCannotRunAsBuilt)
 {
@@ -92,20 +92,6 @@ TEST(PostgresEngine, TheServersStatesBecomeTheProvidersNumbers)
     EXPECT_EQ(error("FATAL:  password authentication failed for user \"hk\"", "28P01").number,
               kErrProvider);
 }
-
-namespace {
-
-int exitCode(const std::function<void()> &f)
-{
-    try {
-        f();
-    } catch (const ProcessExit &e) {
-        return e.code;
-    }
-    return -1;
-}
-
-} // namespace
 
 // Run by the PostgreSQL pass of the tests only.
 class PgServerTest : public DbTest {};

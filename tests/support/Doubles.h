@@ -72,6 +72,17 @@ struct ProcessExit {
     int code;
 };
 
+// The code `f` ends the process with, or -1 when it returns.
+inline int exitCode(const std::function<void()> &f)
+{
+    try {
+        f();
+    } catch (const ProcessExit &e) {
+        return e.code;
+    }
+    return -1;
+}
+
 class RecordingShell : public platform::Shell {
 public:
     bool openUrl(const QString &url) override;
