@@ -1,13 +1,16 @@
 #include "common/sm_Help_Ops.h"
+#include "common/frmHelp.h"
 #include "common/sm_Shell.h"
 #include "platform/Shell.h"
 
 const char *const kGuidesPage = "https://www.zelsoftware.com/guides-documents/";
 
-void gpHelp_open(const QString &)
+void gpHelp_open(const QString &sTopic)
 {
-    // The address does not depend on the topic, and a failure is not reported.
-    platform::ShellPort::get().openUrl(QString::fromLatin1(kGuidesPage));
+    // The address does not depend on the topic. When the page cannot be opened
+    // the program's own page for the topic answers instead.
+    if (!platform::ShellPort::get().openUrl(QString::fromLatin1(kGuidesPage)))
+        gpHelp_show(sTopic);
 }
 
 void gpHelp_press(const QString &sTopic)

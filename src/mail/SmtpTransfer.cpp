@@ -93,7 +93,7 @@ List headers(const Message &message)
     append(list, "Date: " + QDateTime::currentDateTime().toString(Qt::RFC2822Date).toLatin1());
     append(list, "From: " + message.from.toLatin1());
     append(list, "To: " + message.to.toLatin1());
-    append(list, "Subject: " + headerText(message.subject));
+    append(list, headerField("Subject", message.subject));
     append(list, "Message-ID: " + messageId(message.from));
     return list;
 }
@@ -201,21 +201,71 @@ TransferTuning &transferTuning()
     return tuning;
 }
 
-QByteArray headerText(const QString &text)
+namespace {
+
+constexpr qsizetype kLineLimit = 78; // RFC 5322's "should", far below its 998
+
+// RFC 2047 words of at most 39 bytes each (52 in base64, 64 with their frame,
+// so even the first line stays within 76), which never split a character.
+QList<QByteArray> encodedWords(const QByteArray &utf8)
 {
-    const QByteArray utf8 = text.toUtf8();
-    if (isAscii(utf8))
-        return utf8;
-    // Words of at most 45 bytes stay under the 75 characters a word may have,
-    // and never split a character.
     QList<QByteArray> words;
     for (qsizetype start = 0; start < utf8.size();) {
-        qsizetype end = std::min(start + 45, utf8.size());
+        qsizetype end = std::min(start + 39, utf8.size());
         while (end < utf8.size() && (static_cast<unsigned char>(utf8[end]) & 0xc0) == 0x80) --end;
         words << "=?UTF-8?B?" + utf8.mid(start, end - start).toBase64() + "?=";
         start = end;
     }
-    return words.join("\r\n ");
+    return words;
+}
+
+// Folds before the blanks between words; empty when a word does not fit a line.
+QByteArray foldAtBlanks(const QByteArray &head, const QByteArray &text)
+{
+    static const QRegularExpression piece("[ \\t]*[^ \\t]+(?:[ \\t]+$)?");
+    QByteArray out = head;
+    qsizetype line = head.size();
+    qsizetype taken = 0;
+    bool lineHasText = false;
+    auto it = piece.globalMatch(QString::fromLatin1(text));
+    while (it.hasNext()) {
+        const QByteArray p = it.next().captured().toLatin1();
+        if (lineHasText && line + p.size() > kLineLimit) {
+            out += "\r\n";
+            line = 0;
+        }
+        if (line + p.size() > kLineLimit)
+            return {};
+        out += p;
+        line += p.size();
+        taken += p.size();
+        lineHasText = true;
+    }
+    return taken == text.size() ? out : QByteArray();
+}
+
+} // namespace
+
+QByteArray headerText(const QString &text)
+{
+    const QByteArray utf8 = text.toUtf8();
+    return isAscii(utf8) ? utf8 : encodedWords(utf8).join("\r\n ");
+}
+
+QByteArray headerField(const QByteArray &name, const QString &text)
+{
+    const QByteArray head = name + ": ";
+    const QByteArray utf8 = text.toUtf8();
+    if (isAscii(utf8)) {
+        if (head.size() + utf8.size() <= kLineLimit)
+            return head + utf8;
+        const QByteArray folded = foldAtBlanks(head, utf8);
+        if (!folded.isEmpty())
+            return folded;
+    }
+    // Blanks between two encoded words are not part of the text, so every word
+    // may go on a line of its own.
+    return head + encodedWords(utf8).join("\r\n ");
 }
 
 Outcome send(const Server &server, const Message &message)

@@ -54,6 +54,10 @@ TransferTuning &transferTuning();
 
 // A header text as it goes on the wire: as it is when ASCII, else RFC 2047 words.
 QByteArray headerText(const QString &text);
+// A whole header line, "Name: text", folded so that no line of it passes 78
+// characters: at blanks when the text is ASCII and its words fit, otherwise as
+// RFC 2047 words, which may be split between any two characters.
+QByteArray headerField(const QByteArray &name, const QString &text);
 
 // Sends and waits; safe on any thread.
 Outcome send(const Server &server, const Message &message);

@@ -266,7 +266,9 @@ void frmSendMail::Command1_Click()
 {
     const QString file = platform::DialogPort::get().openFileNameFilter(
         "Open", gDataPath.DataPath(),
-        "All Files (*.*)|*.*|Text Files (*.txt)|*.txt|Batch Files (*.bat)|*.bat", 2);
+        "All Files (*.*)|*.*|PDF and Text Files (*.pdf *.txt)|*.pdf;*.txt|Batch Files "
+        "(*.bat)|*.bat",
+        2);
     if (file.isEmpty())
         return;
     const QString path = QDir::toNativeSeparators(file);
@@ -324,9 +326,10 @@ void frmSendMail::Form_KeyDown(int &KeyCode, int)
     }
 }
 
-void gpSendMail_show(QWidget *parent)
+void gpSendMail_show(QWidget *parent, const QString &sAttach)
 {
     frmSendMail form(parent);
     form.Form_Load();
+    form.txtAttach->setText(sAttach);
     platform::showModal(form);
 }

@@ -56,5 +56,6 @@ private:
     bool mbSending = false;
 };
 
-// Shows the mail screen modally, empty, as the preview's mail command does.
-void gpSendMail_show(QWidget *parent);
+// Shows the mail screen modally, as the preview's mail command does: empty but
+// for the document's file in the attachment box.
+void gpSendMail_show(QWidget *parent, const QString &sAttach);

@@ -28,16 +28,30 @@ int mailPort()
     return port >= 1 && port <= 65535 && port == std::floor(port) ? static_cast<int>(port) : 25;
 }
 
-// Plain addresses only: nothing a header or the envelope could be split at.
+// Every character that ends a line somewhere, not only CR and LF.
+bool hasLineBreak(const QString &text)
+{
+    static const QRegularExpression breaks(R"([\r\n\x{0b}\x{0c}\x{85}\x{2028}\x{2029}])");
+    return text.contains(breaks);
+}
+
+// Plain addresses only: nothing a header or the envelope could be split at. The
+// whole text must match: "$" alone would let a last line feed through.
 bool validAddress(const QString &address)
 {
-    static const QRegularExpression plain(
-        R"(^[A-Za-z0-9!#$%&'*+/=?^_`{|}~.-]+@([A-Za-z0-9.-]+|\[[0-9.]+\])$)");
-    return plain.match(address).hasMatch();
+    static const QRegularExpression plain(QRegularExpression::anchoredPattern(
+        R"([A-Za-z0-9!#$%&'*+/=?^_`{|}~.-]+@([A-Za-z0-9.-]+|\[[0-9.]+\]))"));
+    return address.size() <= 254 && plain.match(address).hasMatch();
 }
 
 mail::Outcome badAddress(const QString &address)
 {
+    if (hasLineBreak(address))
+        return {mail::BadAddress,
+                "The address \"" +
+                    conv::Trim(QString(address).replace(QRegularExpression(R"(\s)"), " ")) +
+                    "\" holds a line break (perhaps it was pasted with one). Type the address "
+                    "on one line; nothing was sent."};
     return {mail::BadAddress, "The address \"" + address +
                                   "\" is not valid. Type each address as name@example.com, "
                                   "with no blanks, and separate several with \";\"."};
@@ -139,7 +153,7 @@ MailResult gpSendMail(const QString &sSubject, const QString &sBody, const QStri
     const mail::Outcome bad = mpAddress(message, sTo, sBcc, sFrom);
     if (!bad.ok())
         return {false, bad};
-    if (sSubject.contains('\r') || sSubject.contains('\n'))
+    if (hasLineBreak(sSubject))
         return {false,
                 {mail::LineBreak, "The subject holds a line break. Please type it on one line."}};
     message.subject = sSubject;

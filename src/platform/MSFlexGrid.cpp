@@ -1,5 +1,6 @@
 #include "platform/MSFlexGrid.h"
 #include "platform/Twips.h"
+#include <QEvent>
 #include <QHeaderView>
 #include <algorithm>
 
@@ -158,6 +159,50 @@ void MSFlexGrid::setColWidth(int col, int twips)
     setColumnHidden(col, twips <= 0);
     if (twips > 0)
         setColumnWidth(col, twipsToPixels(twips));
+    shareSpareWidth();
+}
+
+void MSFlexGrid::setSpareWidthShared(bool on)
+{
+    m_shareSpare = on;
+    if (on)
+        horizontalHeader()->setStretchLastSection(false);
+    shareSpareWidth();
+}
+
+bool MSFlexGrid::viewportEvent(QEvent *event)
+{
+    // The viewport narrows when the vertical scroll bar comes, too.
+    if (event->type() == QEvent::Resize)
+        shareSpareWidth();
+    return QTableWidget::viewportEvent(event);
+}
+
+void MSFlexGrid::shareSpareWidth()
+{
+    if (!m_shareSpare)
+        return;
+    int own = 0;
+    long sharing = 0;
+    int last = -1;
+    for (int c = 0; c < m_colTwips.size(); ++c) {
+        if (m_colTwips[c] <= 0)
+            continue;
+        own += twipsToPixels(m_colTwips[c]);
+        if (c > 0) {
+            sharing += m_colTwips[c];
+            last = c;
+        }
+    }
+    const int spare = std::max(0, viewport()->width() - own);
+    int given = 0;
+    for (int c = 1; c <= last; ++c) {
+        if (m_colTwips[c] <= 0)
+            continue;
+        const int extra = c == last ? spare - given : int(spare * m_colTwips[c] / sharing);
+        given += extra;
+        setColumnWidth(c, twipsToPixels(m_colTwips[c]) + extra);
+    }
 }
 
 int MSFlexGrid::Row() const

@@ -46,14 +46,22 @@ public:
     static bool GenericLess(const QString &a, const QString &b);
     // Many rows at once: the same as AddItem for each, without the cost per row.
     void AddItems(const QList<QStringList> &rows);
+    // Width beyond what the columns ask for goes to every column but the first,
+    // in proportion to its ColWidth, so none cuts its text while another runs wide.
+    void setSpareWidthShared(bool on);
+
+protected:
+    bool viewportEvent(QEvent *event) override;
 
 private:
+    void shareSpareWidth();
     void selectCurrent();
     QTableWidgetItem *cell(int row, int col);
 
     int m_fixedRows = 1;
     int m_fixedCols = 0;
     int m_colSel = 0;
+    bool m_shareSpare = false;
     QVector<int> m_colTwips;
     QVector<Qt::Alignment> m_alignments;
 };

@@ -1,6 +1,7 @@
 #include "platform/Shell.h"
 #include <QDesktopServices>
 #include <QHostInfo>
+#include <QNetworkInformation>
 #include <QPrinterInfo>
 #include <QUrl>
 #include <QWidget>
@@ -13,9 +14,27 @@
 
 namespace platform {
 
+namespace {
+
+// True only when the platform says there is no network at all; where it cannot
+// tell, the browser is given its chance.
+bool networkDown()
+{
+    static const bool known = QNetworkInformation::load(QNetworkInformation::Feature::Reachability);
+    return known && QNetworkInformation::instance() &&
+           QNetworkInformation::instance()->reachability() ==
+               QNetworkInformation::Reachability::Disconnected;
+}
+
+} // namespace
+
+// A web page that cannot load is a failure too: the browser would only show an error.
 bool NativeShell::openUrl(const QString &url)
 {
-    return QDesktopServices::openUrl(QUrl(url));
+    const QUrl address(url);
+    if (address.scheme().startsWith("http") && networkDown())
+        return false;
+    return QDesktopServices::openUrl(address);
 }
 
 QStringList NativeShell::printerNames()

@@ -157,6 +157,35 @@ void PageDocument::KillDoc()
     m_previewPage = 0;
 }
 
+void PageDocument::KeepTogether(const std::function<void()> &write)
+{
+    if (!m_open || m_pages.empty()) {
+        write();
+        return;
+    }
+    const size_t pages = m_pages.size();
+    const Page before = m_pages.back();
+    const qreal x = m_x, y = m_y, lineHeight = m_lineHeight;
+    const qreal size = m_fontSize;
+    const bool bold = m_bold;
+    const long color = m_textColor;
+    const int align = m_align;
+    write();
+    if (m_pages.size() == pages || y <= m_marginTop)
+        return;
+    m_pages.resize(pages);
+    m_pages.back() = before;
+    m_x = x;
+    m_y = y;
+    m_lineHeight = lineHeight;
+    m_fontSize = size;
+    m_bold = bold;
+    m_textColor = color;
+    m_align = align;
+    startPage();
+    write();
+}
+
 void PageDocument::startPage()
 {
     Page page;

@@ -6,6 +6,7 @@
 #include <QRectF>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <vector>
 
 namespace print {
@@ -99,6 +100,10 @@ public:
     int TableBorder() const { return m_border; }
     void setTableBorder(int border) { m_border = border; }
     void AddTable(const QString &format, const QString &body);
+
+    // What `write` writes stays on one page: when it would run onto the next,
+    // it is written again from the top of a new page (unless it started there).
+    void KeepTogether(const std::function<void()> &write);
 
     // A picture drawn at the given size in the flow, aligned as TextAlign says.
     void DrawPicture(const QImage &image, qreal widthTwips, qreal heightTwips);

@@ -90,7 +90,8 @@ bool PageView::eventFilter(QObject *watched, QEvent *event)
         return true;
     }
     default:
-        return false;
+        // The scroll area sizes its scroll bars from the page's resize.
+        return QScrollArea::eventFilter(watched, event);
     }
 }
 

@@ -13,6 +13,7 @@
 #include "settings/clsDataPath.h"
 #include <QCloseEvent>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QHBoxLayout>
@@ -26,9 +27,9 @@
 
 namespace {
 
-std::function<void(QWidget *)> &mailOpener()
+std::function<void(QWidget *, const QString &)> &mailOpener()
 {
-    static std::function<void(QWidget *)> opener;
+    static std::function<void(QWidget *, const QString &)> opener;
     return opener;
 }
 
@@ -48,7 +49,7 @@ QString dataFile(const QString &name)
 
 } // namespace
 
-void setPreviewMailOpener(std::function<void(QWidget *parent)> opener)
+void setPreviewMailOpener(std::function<void(QWidget *parent, const QString &attachment)> opener)
 {
     mailOpener() = std::move(opener);
 }
@@ -152,6 +153,8 @@ frmSMPRNT_PREVIEW::frmSMPRNT_PREVIEW(QWidget *parent) : KeyPreviewForm(parent)
     gpForm_initControls(this);
     mpPageOf_update();
 }
+
+frmSMPRNT_PREVIEW::~frmSMPRNT_PREVIEW() = default;
 
 bool frmSMPRNT_PREVIEW::event(QEvent *e)
 {
@@ -266,38 +269,48 @@ void frmSMPRNT_PREVIEW::mpPrint_enable(bool on)
 void frmSMPRNT_PREVIEW::mnuPrint_item_Click(int Index)
 {
     mpPrint_enable(false);
-    const QString device = platform::ShellPort::get().defaultPrinterName();
-    if (device.isEmpty()) {
-        platform::MsgBox("No Windows Printers setup you must setup a Printer to Print");
-        mpPrint_enable(true);
-        return;
+    // The platform's default printer, unless Printer Setup chose another.
+    std::unique_ptr<QPrinter> byDefault;
+    QPrinter *printer = mPrinter.get();
+    if (!printer) {
+        const QString device = platform::ShellPort::get().defaultPrinterName();
+        if (device.isEmpty()) {
+            platform::MsgBox("No Windows Printers setup you must setup a Printer to Print");
+            mpPrint_enable(true);
+            return;
+        }
+        byDefault = std::make_unique<QPrinter>(QPrinter::HighResolution);
+        byDefault->setPrinterName(device);
+        printer = byDefault.get();
     }
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setPrinterName(device);
-    printer.setDocName(windowTitle());
+    printer->setDocName(windowTitle());
     const int page = vsvPrinter->PreviewPage();
     QString error;
-    const bool ok = Index == 0
-                        ? print::printPages(*vsvPrinter, printer, 1, vsvPrinter->PageCount(), error)
-                        : print::printPages(*vsvPrinter, printer, page, page, error);
+    const bool ok =
+        Index == 0 ? print::printPages(*vsvPrinter, *printer, 1, vsvPrinter->PageCount(), error)
+                   : print::printPages(*vsvPrinter, *printer, page, page, error);
     if (!ok)
         platform::MsgBox("Printing failed: " + error + "\rCheck the printer and try again.",
                          platform::vbExclamation);
     mpPrint_enable(true);
 }
 
+// Only sets up: the printer and its settings chosen here serve the prints that follow.
 void frmSMPRNT_PREVIEW::mnuPrinterSetup_Click()
 {
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setPrinterName(platform::ShellPort::get().defaultPrinterName());
-    QPrintDialog dialog(&printer, this);
+    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    if (mPrinter)
+        printer->setPrinterName(mPrinter->printerName());
+    else
+        printer->setPrinterName(platform::ShellPort::get().defaultPrinterName());
+    QPrintDialog dialog(printer.get(), this);
     dialog.setWindowTitle("Printer Setup");
-    if (platform::showModal(dialog) != QDialog::Accepted)
-        return;
-    QString error;
-    if (!print::printPages(*vsvPrinter, printer, 1, vsvPrinter->PageCount(), error))
-        platform::MsgBox("Printing failed: " + error + "\rCheck the printer and try again.",
-                         platform::vbExclamation);
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
+    if (auto *buttons = dialog.findChild<QDialogButtonBox *>())
+        if (QPushButton *ok = buttons->button(QDialogButtonBox::Ok))
+            ok->setText("OK"); // not "Print": nothing prints from here
+    if (platform::showModal(dialog) == QDialog::Accepted)
+        mPrinter = std::move(printer);
 }
 
 bool frmSMPRNT_PREVIEW::mpPriceLevel_save()
@@ -367,7 +380,7 @@ void frmSMPRNT_PREVIEW::cmdSendMail_Click()
         cmdSave_Click();
     }
     if (mailOpener())
-        mailOpener()(this);
+        mailOpener()(this, QFile::exists(doc) ? QDir::toNativeSeparators(doc) : QString());
     else
         platform::MsgBox("Mail is not available in this installation: save the document with "
                          "F7 Save and send the file from your mail program.",

@@ -3,6 +3,7 @@
 #include <QVariant>
 #include <array>
 #include <functional>
+#include <memory>
 
 class QAction;
 class QComboBox;
@@ -10,6 +11,7 @@ class QLabel;
 class QLineEdit;
 class QMenu;
 class QMenuBar;
+class QPrinter;
 class QPushButton;
 class QWidget;
 
@@ -18,9 +20,10 @@ class PageDocument;
 class PageView;
 } // namespace print
 
-// Opens the mail screen with the preview as its parent. The mail room registers
-// it at start; while none is registered the mail command says mail is not available.
-void setPreviewMailOpener(std::function<void(QWidget *parent)> opener);
+// Opens the mail screen with the preview as its parent and the document's file
+// attached. The mail room registers it at start; while none is registered the
+// mail command says mail is not available.
+void setPreviewMailOpener(std::function<void(QWidget *parent, const QString &attachment)> opener);
 
 // The preview screen. A report creates it, sets ModalMode, writes its document
 // on vsvPrinter between StartDoc and EndDoc; EndDoc shows the screen (with
@@ -40,6 +43,7 @@ class frmSMPRNT_PREVIEW : public platform::KeyPreviewForm {
     Q_OBJECT
 public:
     explicit frmSMPRNT_PREVIEW(QWidget *parent = nullptr);
+    ~frmSMPRNT_PREVIEW() override;
 
     void Form_KeyDown(int &KeyCode, int Shift) override;
     void Form_KeyPress(int &KeyAscii) override;
@@ -100,4 +104,6 @@ private:
     QVariant lFindPage = 0;
     QVariant lFindPos = 0;
     QWidget *mButtons;
+    // What Printer Setup chose; none until it is used.
+    std::unique_ptr<QPrinter> mPrinter;
 };

@@ -24,9 +24,11 @@ QString mfsAlignSign(const platform::MSFlexGrid &oGrid, int col)
     return "<";
 }
 
+// A row squeezed to height 0 is as hidden on the screen as a hidden one.
 bool mfbRowHidden(const platform::MSFlexGrid &oGrid, int row)
 {
-    return row >= oGrid.FixedRows() && oGrid.isRowHidden(row - oGrid.FixedRows());
+    const int r = row - oGrid.FixedRows();
+    return r >= 0 && (oGrid.isRowHidden(r) || oGrid.rowHeight(r) <= 0);
 }
 
 long mflGrid_width(const platform::MSFlexGrid &oGrid)
@@ -85,12 +87,13 @@ void gpPrint_FlexGrid(platform::MSFlexGrid &oGrid)
     const QString sTableFormat = mfsTableFormat(oGrid, gflPrint_PageWidth(doc));
     doc.setFontBold(true);
     doc.setFontSize(10);
+    // A hidden row adds no table, not even an empty one: that would print as a
+    // blank row with its lines.
     for (int row = oGrid.FixedRows(); row < oGrid.Rows(); ++row) {
-        doc.AddTable(sTableFormat, sText);
-        doc.setFontBold(false);
-        sText.clear();
         if (mfbRowHidden(oGrid, row))
             continue;
+        doc.AddTable(sTableFormat, sText);
+        doc.setFontBold(false);
         sText = mfsRow_text(oGrid, row);
         if (row < oGrid.Rows() - 1)
             sText += sRowEnd;

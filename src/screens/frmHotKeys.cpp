@@ -8,17 +8,16 @@
 #include "platform/Dialogs.h"
 #include "platform/KeyCodes.h"
 #include "platform/Modal.h"
+#include "platform/WindowPlacement.h"
 #include "screens/KeyDrag.h"
 #include "screens/frmHotKey_Define.h"
 #include "screens/posButtons.h"
 #include <QEvent>
 #include <QFrame>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QScreen>
 #include <QVBoxLayout>
 
 namespace {
@@ -157,10 +156,7 @@ void frmHotKeys::Form_Load()
     }
     cmdOkCancel[0]->setVisible(false);
     SetLoaded = true;
-    if (const QScreen *screen = QGuiApplication::primaryScreen())
-        resize(screen->availableGeometry().size());
-    // Maximized, the window manager keeps the frame on the screen with the form's bottom row.
-    setWindowState(Qt::WindowMaximized);
+    platform::setMaximisedWithin(*this);
 }
 
 void frmHotKeys::gpHotKeys_populate(const QString &sHotKeySet)

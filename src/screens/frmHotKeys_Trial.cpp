@@ -13,16 +13,15 @@
 #include "platform/KeyCodes.h"
 #include "platform/MSFlexGrid.h"
 #include "platform/Twips.h"
+#include "platform/WindowPlacement.h"
 #include "screens/posButtons.h"
 #include "screens/sm_Buttons.h"
 #include <QApplication>
 #include <QEvent>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
-#include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -139,10 +138,7 @@ void frmHotKeys_Trial::Form_Load()
     fgrdItems->horizontalHeader()->setStretchLastSection(false);
     fgrdItems->AddItem(QString());
     fgrdItems->setRow(0);
-    if (const QScreen *screen = QGuiApplication::primaryScreen())
-        resize(screen->availableGeometry().size());
-    // Maximized, the window manager keeps the frame on the screen with the form's bottom row.
-    setWindowState(Qt::WindowMaximized);
+    platform::setMaximisedWithin(*this);
 }
 
 bool frmHotKeys_Trial::event(QEvent *e)

@@ -133,7 +133,7 @@ void frmMain::mpSetList_format()
     for (int c = 2; c < 6; ++c) fgrdItems->setTextMatrix(0, c, "Column " + QString::number(c - 1));
     for (int c = 0; c < 6; ++c) fgrdItems->setColWidth(c, widths[c]);
     fgrdItems->setColAlignment(0, Qt::AlignCenter);
-    fgrdItems->horizontalHeader()->setStretchLastSection(true);
+    fgrdItems->setSpareWidthShared(true);
 }
 
 void frmMain::mpSetList_fill()

@@ -60,7 +60,8 @@ void frmMain::mpReport_detail()
     for (int i = 0; i < files.size(); ++i) {
         gpHotKeySet_clear();
         sReportSetTitle = gfsHotKeySet_read(hotKeySetDigits(files[i]));
-        mpReport_set(doc);
+        // A set's title and column row never stay behind at the foot of a page.
+        doc.KeepTogether([&] { mpReport_set(doc); });
         progress.setValue(i + 1);
         QCoreApplication::processEvents();
     }

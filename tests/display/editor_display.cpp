@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScreen>
 
 using namespace display;
 
@@ -229,4 +230,25 @@ TEST_F(EditorOnDisplay, AnAcceptedChangeIsTakenBackFromTheVersionsScreen)
     robot.on<frmMain>([&](frmMain &) { Robot::key("Escape"); });
     EXPECT_EQ(runProgram(), 0);
     EXPECT_EQ(readDataFile("HKSET01.SDF"), asSeeded);
+}
+
+TEST_F(EditorOnDisplay, UnMaximisedTheEditorFitsTheScreenWithItsFrame)
+{
+    QRect normal, screen;
+    robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdEdit[1]); });
+    robot.on<frmHotKeys>([&](frmHotKeys &editor) {
+        expectMaximized(&editor);
+        editor.showNormal();
+        robot.settle(500);
+        normal = editor.frameGeometry();
+        screen = editor.screen()->availableGeometry();
+        robot.screenShot("editor-un-maximised");
+        Robot::key("Escape");
+    });
+    robot.on<frmMain>([&](frmMain &) { Robot::key("Escape"); });
+    EXPECT_EQ(runProgram(), 0);
+    EXPECT_TRUE(screen.contains(normal))
+        << "frame " << normal.x() << ',' << normal.y() << ' ' << normal.width() << " x "
+        << normal.height() << " on a free area of " << screen.height();
+    EXPECT_LT(normal.height(), screen.height());
 }

@@ -1,5 +1,6 @@
 #include "display/ProgramTest.h"
 #include "print/PageDocument.h"
+#include "print/PageView.h"
 #include "print/frmSMPRNT_PREVIEW.h"
 #include "shell/frmMain.h"
 #include <QComboBox>
@@ -7,6 +8,7 @@
 #include <QLineEdit>
 #include <QPrinterInfo>
 #include <QPushButton>
+#include <QScrollBar>
 
 using namespace display;
 
@@ -59,4 +61,46 @@ TEST_F(PreviewOnDisplay, DetailReachesThePreviewWhichZoomsFindsAndClosesOnEsc)
     EXPECT_GT(pages, 1);
     EXPECT_EQ(pageOf, QString("Page %1 of %1").arg(pages));
     EXPECT_TRUE(listStillUp);
+}
+
+TEST_F(PreviewOnDisplay, ZoomedInTheScrollBarReachesTheRightEdgeAndZoomedBackThePageIsWhole)
+{
+    int rightEdgeSeen = -1;
+    int leftAfter = -1, centredAt = 0;
+    robot.on<frmSMPRNT_PREVIEW>([&](frmSMPRNT_PREVIEW &preview) {
+        Robot::click(preview.cboZoom);
+        Robot::key("ctrl+a");
+        Robot::type("200");
+        Robot::key("Return");
+        robot.settle();
+        // The mouse alone: presses on the scroll bar's track, right of its handle.
+        QScrollBar *across = preview.vsvView->horizontalScrollBar();
+        for (int i = 0; i < 12 && across->value() < across->maximum(); ++i) {
+            Robot::click(across, QPoint(across->width() - 30, across->height() / 2));
+            robot.settle(60);
+        }
+        QWidget *page = preview.vsvView->widget();
+        rightEdgeSeen = page->geometry().right() - (preview.vsvView->viewport()->width() - 1);
+        robot.shot(&preview, "preview-200-right-edge");
+        Robot::click(preview.cboZoom);
+        Robot::key("ctrl+a");
+        Robot::type("50");
+        Robot::key("Return");
+        robot.settle();
+        leftAfter = page->x();
+        centredAt = (preview.vsvView->viewport()->width() - page->width()) / 2;
+        robot.shot(&preview, "preview-50-after-200");
+        Robot::key("Escape");
+    });
+    robot.start();
+    frmSMPRNT_PREVIEW frm;
+    frm.ModalMode = 1;
+    frm.vsvPrinter->setPreview(true);
+    frm.vsvPrinter->StartDoc();
+    frm.vsvPrinter->setFontSize(14);
+    frm.vsvPrinter->AddTable("<3000|<3000|>3360;", "left side|middle|right edge");
+    frm.vsvPrinter->EndDoc();
+    robot.stop();
+    EXPECT_EQ(rightEdgeSeen, 0) << "the page's right edge is reached with the mouse";
+    EXPECT_EQ(leftAfter, centredAt) << "zoomed back the page is centred, not shifted left";
 }

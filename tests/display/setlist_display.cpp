@@ -1,9 +1,11 @@
+#include "common/frmHelp.h"
 #include "display/ProgramTest.h"
 #include "platform/MSFlexGrid.h"
 #include "shell/frmMain.h"
 #include <QFile>
 #include <QPrinterInfo>
 #include <QPushButton>
+#include <QTextBrowser>
 
 using namespace display;
 
@@ -72,4 +74,59 @@ TEST_F(SetListOnDisplay, HelpOpensTheGuidesAndPrintSaysWhatIsMissing)
     robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdExit); });
     EXPECT_EQ(runProgram(), 0);
     EXPECT_EQ(openedUrls(), QStringList{"https://www.zelsoftware.com/guides-documents/"});
+}
+
+TEST_F(SetListOnDisplay, MaximisedTheColumnsShareTheWidthAndNoTitleIsCut)
+{
+    QList<int> widths;
+    QStringList cut;
+    robot.on<frmMain>([&](frmMain &main) {
+        main.showMaximized();
+        robot.settle(500);
+        expectMaximized(&main);
+        platform::MSFlexGrid *grid = main.fgrdItems;
+        for (int c = 1; c < 6; ++c) widths << grid->columnWidth(c);
+        const QFontMetrics fm(grid->font());
+        for (int r = 0; r < grid->rowCount(); ++r)
+            for (int c = 1; c < 6; ++c)
+                if (fm.horizontalAdvance(grid->item(r, c)->text()) + 8 > grid->columnWidth(c))
+                    cut << grid->item(r, c)->text();
+        robot.shot(&main, "set-list-maximised");
+        Robot::key("Escape");
+    });
+    EXPECT_EQ(runProgram(), 0);
+    ASSERT_EQ(widths.size(), 5);
+    EXPECT_TRUE(cut.isEmpty()) << cut.join(", ").toStdString();
+    // The four columns of the same own width share the spare width alike.
+    EXPECT_NEAR(widths[4], widths[1], 2) << "column 4 takes no more than column 1";
+    EXPECT_NEAR(widths[0], 2 * widths[1], 4) << "the title keeps twice a column's width";
+}
+
+TEST_F(SetListOnDisplay, WithoutABrowserHelpShowsItsOwnPageInAHelpWindow)
+{
+    // The platform finds no browser (or no network) to open the guides page.
+    struct NoBrowser : ShellUntilEnd {
+        QStringList tried;
+        bool openUrl(const QString &url) override
+        {
+            tried << url;
+            return false;
+        }
+    } noBrowser;
+    platform::ShellPort::install(&noBrowser);
+    QString title, text;
+    robot.on<frmMain>([&](frmMain &) { Robot::key("F1"); });
+    robot.on<frmHelp>([&](frmHelp &help) {
+        title = help.windowTitle();
+        text = help.txtPage->toPlainText();
+        expectWhollyOnScreen(&help);
+        robot.shot(&help, "help-set-list");
+        Robot::key("Escape");
+    });
+    robot.on<frmMain>([&](frmMain &) { Robot::key("Escape"); });
+    EXPECT_EQ(runProgram(), 0);
+    platform::ShellPort::install(&shell);
+    EXPECT_EQ(noBrowser.tried, QStringList{"https://www.zelsoftware.com/guides-documents/"});
+    EXPECT_EQ(title, "The List of Hot Key Sets");
+    EXPECT_TRUE(text.contains("F9 Print")) << text.toStdString();
 }

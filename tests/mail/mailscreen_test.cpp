@@ -135,9 +135,9 @@ TEST_F(MailScreenTest, AttachmentsChosenTwiceAreJoinedByAComma)
     const QList<Box> shown = boxes();
     ASSERT_EQ(shown.size(), 3);
     EXPECT_EQ(shown[0].kind, "open");
-    EXPECT_EQ(shown[0].text, dataPath() +
-                                 "|All Files (*.*)|*.*|Text Files (*.txt)|*.txt|Batch Files "
-                                 "(*.bat)|*.bat");
+    EXPECT_EQ(shown[0].text,
+              dataPath() + "|All Files (*.*)|*.*|PDF and Text Files (*.pdf *.txt)|*.pdf;*.txt|"
+                           "Batch Files (*.bat)|*.bat");
     EXPECT_EQ(shown[0].selectedFilter, 2);
 }
 

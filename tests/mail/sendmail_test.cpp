@@ -132,6 +132,16 @@ TEST_F(MailTest, BadAddressesAndLineBreaksAreRefusedBeforeAnythingIsSent)
         {"Hi", "john doe@example.com", "", "me@example.com", mail::BadAddress, "john doe"},
         {"Hi", "a@example.com;b c@example.com;", "", "me@example.com", mail::BadAddress, "b c"},
         {"Hi", "a@example.com", "", "me@example.com\nX-Evil: 1", mail::BadAddress, "me@"},
+        // Pasted with a line end, or any other character that ends a line.
+        {"Hi", "to@example.com\n", "", "me@example.com", mail::BadAddress, "line break"},
+        {"Hi", "a@example.com;", "b@example.com\r;", "me@example.com", mail::BadAddress,
+         "line break"},
+        {"Hi", "a@example.com;b@example.com\u2028;", "", "me@example.com", mail::BadAddress,
+         "b@example.com"},
+        {"Hi", "to@example.com", "", "me@example.com\n", mail::BadAddress, "line break"},
+        {"Hi\n", "to@example.com", "", "me@example.com", mail::LineBreak, "line break"},
+        {"Hi\u2029there", "to@example.com", "", "me@example.com", mail::LineBreak, "line break"},
+        {"Hi", QString(250, 'a') + "@example.com", "", "me@example.com", mail::BadAddress, "aaa"},
         {"Hi", "", "", "me@example.com", mail::NoRecipient, "To"},
         {"Hi", "a@example.com;", "", "  ", mail::NoSender, "From"},
     };
@@ -143,6 +153,29 @@ TEST_F(MailTest, BadAddressesAndLineBreaksAreRefusedBeforeAnythingIsSent)
             << result.Error.Description.toStdString();
     }
     EXPECT_TRUE(p->take().isEmpty());
+}
+
+TEST_F(MailTest, LongSubjectsAreFoldedAndArriveWhole)
+{
+    SmtpPeer *p = server(SmtpPeer::Plain);
+    QString words;
+    for (int i = 0; words.size() < 2000; ++i) words += QString("word%1 ").arg(i);
+    const QStringList subjects{
+        words.trimmed(),                                            // folded at its blanks
+        "Lunch " + QString(2000, 'x') + " end",                     // a word no line can hold
+        QString(700, QChar(0x20ac)) + " Preise f\u00fcr M\u00e4rz", // encoded words
+        QString(100, ' ') + "   spaced    out   " + QString(100, ' '),
+    };
+    for (const QString &subject : subjects) {
+        const QByteArray field = mail::headerField("Subject", subject);
+        for (const QByteArray &line : field.split('\n'))
+            EXPECT_LE(line.size(), 79) << "with its CR: " << line.toStdString();
+        EXPECT_FALSE(field.contains("\r\n\r\n") || field.endsWith("\r\n"));
+        const MailResult result =
+            gpSendMail(subject, "b", "to@example.com", "", "me@example.com", "");
+        ASSERT_TRUE(result.Sent) << result.Error.Description.toStdString();
+        EXPECT_EQ(header(onlyMessage(p), "Subject").toStdString(), subject.toStdString());
+    }
 }
 
 TEST_F(MailTest, SecureServersTakeTheMessageWithTheRightPassword)

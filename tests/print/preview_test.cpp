@@ -10,7 +10,10 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTest>
 #include <csignal>
 #include <sys/resource.h>
@@ -292,16 +295,61 @@ TEST_F(PreviewTest, MailGoesThroughTheRegisteredOpenerWithDoc1)
         EXPECT_FALSE(QFile::exists(file("Doc1.pdf")));
 
         QWidget *parent = nullptr;
-        QString pages;
-        setPreviewMailOpener([&](QWidget *p) {
+        QString pages, attached;
+        setPreviewMailOpener([&](QWidget *p, const QString &attachment) {
             parent = p;
+            attached = attachment;
             pages = testing_support::pdfInfo(file("Doc1.pdf"), "Pages");
         });
         f.cmdSendMail->click();
         setPreviewMailOpener(nullptr);
         EXPECT_EQ(parent, &f);
+        EXPECT_EQ(attached, QDir::toNativeSeparators(file("Doc1.pdf")));
         EXPECT_EQ(pages, "1");
         EXPECT_FALSE(QFile::exists(file("Doc1.pdf")));
+        f.cmdClose_Click();
+    });
+}
+
+TEST_F(PreviewTest, ZoomedInThePageScrollsBothWaysAndZoomedBackItIsCentredAgain)
+{
+    preview(1, [](frmSMPRNT_PREVIEW &f) {
+        f.resize(900, 760);
+        QApplication::processEvents();
+        QScrollBar *across = f.vsvView->horizontalScrollBar();
+        QWidget *page = f.vsvView->widget();
+        f.vsvPrinter->setZoom(200);
+        QApplication::processEvents();
+        EXPECT_GT(across->maximum(), 0) << "a portrait page's right half is in reach";
+        across->setValue(across->maximum());
+        EXPECT_EQ(page->geometry().right(), f.vsvView->viewport()->width() - 1);
+        f.vsvPrinter->setZoom(50);
+        QApplication::processEvents();
+        EXPECT_EQ(across->maximum(), 0);
+        EXPECT_EQ(page->x(), (f.vsvView->viewport()->width() - page->width()) / 2)
+            << "not left shifted, its left edge not cut off";
+        f.cmdClose_Click();
+    });
+}
+
+TEST_F(PreviewTest, PrinterSetupOnlySetsUpAndTheNextPrintUsesTheChosenPrinter)
+{
+    shell.printers = {"Office"};
+    const QString chosen = file("chosen.pdf");
+    preview(3, [&](frmSMPRNT_PREVIEW &f) {
+        modal.drive("QPrintDialog", [&](QDialog &d) {
+            auto &dialog = static_cast<QPrintDialog &>(d);
+            EXPECT_EQ(dialog.windowTitle(), "Printer Setup");
+            dialog.printer()->setOutputFormat(QPrinter::PdfFormat);
+            dialog.printer()->setOutputFileName(chosen);
+            d.setResult(QDialog::Accepted);
+        });
+        f.mnuPrinterSetup->trigger();
+        EXPECT_FALSE(QFile::exists(chosen)) << "setting up prints nothing";
+        f.cmdPrint->click();
+        EXPECT_EQ(testing_support::pdfInfo(chosen, "Pages"), "3")
+            << "the next Print goes to the printer chosen";
+        EXPECT_TRUE(boxes().isEmpty());
         f.cmdClose_Click();
     });
 }

@@ -1,3 +1,5 @@
+#include "common/HelpPages.h"
+#include "common/frmHelp.h"
 #include "common/sm_FGrid.h"
 #include "hotkeys/hkeyServices.h"
 #include "platform/MSFlexGrid.h"
@@ -7,7 +9,9 @@
 #include <QFile>
 #include <QMenu>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTest>
+#include <QTextBrowser>
 
 using namespace platform;
 using testing_support::HkTest;
@@ -168,6 +172,56 @@ TEST_F(MainScreenTest, PrintNeedsAPrinterAndOffersTheTwoReports)
     EXPECT_EQ(form->mnuPrint->actions()[1]->text(), "Detail");
     EXPECT_EQ(form->mnuPrint->actions()[2]->text(), "Layout");
     form->mnuPrint->hide();
+}
+
+TEST_F(MainScreenTest, HelpWithoutBrowserOrNetworkShowsTheProgramsOwnPage)
+{
+    shell.urlsOpen = false;
+    load();
+    QApplication::setActiveWindow(form.get());
+    QApplication::processEvents();
+    QString title, text, linked;
+    modal.drive("frmHelp", [&](QDialog &d) {
+        auto &help = static_cast<frmHelp &>(d);
+        title = help.windowTitle();
+        text = help.txtPage->toPlainText();
+        help.showPage("editor"); // as a link on the page does
+        linked = help.windowTitle();
+        QTest::keyClick(help.txtPage, Qt::Key_Escape);
+    });
+    QTest::keyClick(form->fgrdItems, Qt::Key_F1);
+    EXPECT_EQ(shell.urls.size(), 1) << "the guides page is tried first";
+    EXPECT_EQ(title, "The List of Hot Key Sets");
+    EXPECT_TRUE(text.contains("Delete removes the set selected")) << text.toStdString();
+    EXPECT_EQ(linked, "Changing a Hot Key Set");
+    EXPECT_TRUE(form->isVisible()) << "Esc closed the help, not the list";
+}
+
+TEST(HelpPages, EveryHelpContextHasAPageAndAnyOtherGetsTheContents)
+{
+    const QList<QPair<QString, QString>> contexts{{"1", "The List of Hot Key Sets"},
+                                                  {"5", "Changing a Hot Key Set"},
+                                                  {"6", "Changing a Hot Key Set"},
+                                                  {"8", "Changing a Hot Key Set"},
+                                                  {"9", "Defining a Key"},
+                                                  {"16", "Special and Coupon Keys"},
+                                                  {"17", "Changing a Special or Coupon Key"},
+                                                  {"19", "Trying the Hot Keys"},
+                                                  {"look_up_items.htm", "Finding an Item"},
+                                                  {"0", "Hot Keys Help"},
+                                                  {"", "Hot Keys Help"}};
+    for (const auto &[topic, title] : contexts) {
+        const HelpPage page = gHelp_page(topic);
+        EXPECT_EQ(page.title, title) << topic.toStdString();
+        EXPECT_TRUE(page.html.contains("<h2>" + title + "</h2>"));
+    }
+    // Every link of the contents leads to a page of its own.
+    static const QRegularExpression link("href=\"help:([a-z]+)\"");
+    auto it = link.globalMatch(gHelp_page("0").html);
+    int links = 0;
+    for (; it.hasNext(); ++links)
+        EXPECT_NE(gHelp_pageNamed(it.next().captured(1)).title, "Hot Keys Help");
+    EXPECT_EQ(links, 6);
 }
 
 TEST_F(MainScreenTest, HelpOpensTheGuidesAndEscCloses)

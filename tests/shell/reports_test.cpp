@@ -39,7 +39,8 @@ struct Printed {
     int pages = 0;
     int orientation = -1;
     QStringList page1;
-    QStringList all; // every page's texts
+    QStringList all;         // every page's texts
+    QList<QStringList> each; // page by page
     std::vector<print::TextRun> runs;
     std::vector<QFont> fonts;
     std::vector<print::Rule> rules;
@@ -75,7 +76,8 @@ protected:
                 out.runs = doc.page(1).texts;
                 out.rules = doc.page(1).rules;
             }
-            for (int n = 1; n <= out.pages; ++n) out.all << pageTexts(doc, n);
+            for (int n = 1; n <= out.pages; ++n) out.each << pageTexts(doc, n);
+            for (const QStringList &texts : out.each) out.all << texts;
             out.fonts = doc.fonts();
             f.cmdClose_Click();
         });
@@ -137,7 +139,9 @@ TEST_F(ReportTest, DetailPrintsTheWorkedExample)
 TEST_F(ReportTest, DetailGoesOnPastAnUnreadableSetAndFlowsOverPages)
 {
     for (int n = 1; n <= 12; ++n)
-        writeDataFile(QString("HKSET%1.SDF").arg(n, 2, 10, QChar('0')), kLunchMenu);
+        writeDataFile(QString("HKSET%1.SDF").arg(n, 2, 10, QChar('0')),
+                      kLunchMenu +
+                          "[BUTTON]8[CAPTION]Last[ITEM][ICON][IDSELECT]No[LINKSET][ROOT]\r\n");
     writeDataFile("HKSET40-old.SDF", "[SET]Never read\r\n"); // read as set 40, which is missing
     load();
     EXPECT_EQ(boxes().size(), 1); // the list reads it too
@@ -150,6 +154,10 @@ TEST_F(ReportTest, DetailGoesOnPastAnUnreadableSetAndFlowsOverPages)
     EXPECT_EQ(p.all.count(" Set:   Lunch Menu"), 12);
     EXPECT_EQ(p.all.count(" Set:   "), 1); // the unreadable one: empty title, blank keys
     EXPECT_EQ(p.all.count("Coffee"), 12);
+    // Each set's title, column row and keys share a page: no heading is left behind.
+    for (int n = 0; n < p.each.size(); ++n)
+        EXPECT_EQ(p.each[n].count(" Set:   Lunch Menu"), p.each[n].count("Last"))
+            << "page " << n + 1;
 }
 
 TEST_F(ReportTest, DetailWithNoSetsIsAnEmptyDocument)
@@ -196,20 +204,24 @@ TEST_F(ReportTest, GridPrintLeavesOutHiddenRowsAndColumnsAndTurnsWideGridsLandsc
 {
     platform::MSFlexGrid grid;
     grid.setCols(4);
-    grid.setRows(4);
+    grid.setRows(6);
     const int widths[] = {1000, 3000, 0, 9000};
     for (int c = 0; c < 4; ++c) {
         grid.setColWidth(c, widths[c]);
         grid.setTextMatrix(0, c, QString("H%1 ").arg(c));
-        for (int r = 1; r < 4; ++r) grid.setTextMatrix(r, c, QString(" r%1c%2").arg(r).arg(c));
+        for (int r = 1; r < 6; ++r) grid.setTextMatrix(r, c, QString(" r%1c%2").arg(r).arg(c));
     }
+    // Hidden and squeezed to height 0, also the last row: none of them print, not even blank.
     grid.setRowHidden(1, true); // grid row 2
+    grid.setRowHeight(3, 0);    // grid row 4
+    grid.setRowHeight(4, 0);    // grid row 5, the last
     Printed p;
     modal.drive("frmSMPRNT_PREVIEW", [&](QDialog &d) {
         auto &f = static_cast<frmSMPRNT_PREVIEW &>(d);
         p.orientation = f.vsvPrinter->Orientation();
         p.page1 = pageTexts(*f.vsvPrinter, 1);
         p.runs = f.vsvPrinter->page(1).texts;
+        p.rules = f.vsvPrinter->page(1).rules;
         f.cmdClose_Click();
     });
     gsReportTitle = "Grid";
@@ -219,6 +231,10 @@ TEST_F(ReportTest, GridPrintLeavesOutHiddenRowsAndColumnsAndTurnsWideGridsLandsc
     EXPECT_EQ(p.orientation, print::orLandscape); // 13000 twips do not fit 9360
     EXPECT_EQ(p.page1.mid(1, 9),
               QStringList({"H0", "H1", "H3", "r1c0", "r1c1", "r1c3", "r3c0", "r3c1", "r3c3"}));
+    EXPECT_TRUE(p.page1.filter(QRegularExpression("^r[245]")).isEmpty());
+    int across = 0;
+    for (const auto &r : p.rules) across += r.line.dy() == 0;
+    EXPECT_EQ(across, 3 * 2) << "three rows: the heading, r1 and r3";
     // Shrunk to the landscape width, shared by the visible widths only.
     const qreal width = 15840 - 2 * 1440;
     EXPECT_NEAR(runOf(p, "H3")->rect.left() - runOf(p, "H1")->rect.left(), 3000 * width / 13000, 1);

@@ -79,7 +79,7 @@ int ScriptedModal::show(QDialog &form)
 bool RecordingShell::openUrl(const QString &url)
 {
     urls << url;
-    return true;
+    return urlsOpen;
 }
 
 bool RecordingShell::pingWindow(quintptr window, int)
