@@ -11,7 +11,7 @@
 
 namespace {
 
-void show(frmHelp &form, const HelpPage &page)
+void showHelpPage(frmHelp &form, const HelpPage &page)
 {
     form.setWindowTitle(page.title);
     form.txtPage->setHtml(page.html);
@@ -49,12 +49,12 @@ frmHelp::frmHelp(QWidget *parent) : QDialog(parent)
 
 void frmHelp::showTopic(const QString &sTopic)
 {
-    show(*this, gHelp_page(sTopic));
+    showHelpPage(*this, gHelp_page(sTopic));
 }
 
 void frmHelp::showPage(const QString &name)
 {
-    show(*this, gHelp_pageNamed(name));
+    showHelpPage(*this, gHelp_pageNamed(name));
 }
 
 void gpHelp_show(const QString &sTopic)

@@ -20,7 +20,8 @@ namespace {
 // tell, the browser is given its chance.
 bool networkDown()
 {
-    static const bool known = QNetworkInformation::load(QNetworkInformation::Feature::Reachability);
+    static const bool known =
+        QNetworkInformation::loadBackendByFeatures(QNetworkInformation::Feature::Reachability);
     return known && QNetworkInformation::instance() &&
            QNetworkInformation::instance()->reachability() ==
                QNetworkInformation::Reachability::Disconnected;

@@ -298,19 +298,22 @@ void frmSMPRNT_PREVIEW::mnuPrint_item_Click(int Index)
 // Only sets up: the printer and its settings chosen here serve the prints that follow.
 void frmSMPRNT_PREVIEW::mnuPrinterSetup_Click()
 {
-    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    if (mPrinter)
-        printer->setPrinterName(mPrinter->printerName());
-    else
-        printer->setPrinterName(platform::ShellPort::get().defaultPrinterName());
-    QPrintDialog dialog(printer.get(), this);
+    // A cancelled dialog leaves its printer as it was.
+    std::unique_ptr<QPrinter> fresh;
+    QPrinter *printer = mPrinter.get();
+    if (!printer) {
+        fresh = std::make_unique<QPrinter>(QPrinter::HighResolution);
+        fresh->setPrinterName(platform::ShellPort::get().defaultPrinterName());
+        printer = fresh.get();
+    }
+    QPrintDialog dialog(printer, this);
     dialog.setWindowTitle("Printer Setup");
     dialog.setOption(QAbstractPrintDialog::PrintPageRange, false);
     if (auto *buttons = dialog.findChild<QDialogButtonBox *>())
         if (QPushButton *ok = buttons->button(QDialogButtonBox::Ok))
             ok->setText("OK"); // not "Print": nothing prints from here
-    if (platform::showModal(dialog) == QDialog::Accepted)
-        mPrinter = std::move(printer);
+    if (platform::showModal(dialog) == QDialog::Accepted && fresh)
+        mPrinter = std::move(fresh);
 }
 
 bool frmSMPRNT_PREVIEW::mpPriceLevel_save()

@@ -1,8 +1,11 @@
 #include "display/ProgramTest.h"
+#include "mail/frmSendMail.h"
 #include "print/PageDocument.h"
 #include "print/PageView.h"
 #include "print/frmSMPRNT_PREVIEW.h"
+#include "settings/clsDataPath.h"
 #include "shell/frmMain.h"
+#include "shell/hkeyMain.h"
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -90,8 +93,17 @@ TEST_F(PreviewOnDisplay, ZoomedInTheScrollBarReachesTheRightEdgeAndZoomedBackThe
         leftAfter = page->x();
         centredAt = (preview.vsvView->viewport()->width() - page->width()) / 2;
         robot.shot(&preview, "preview-50-after-200");
+        Robot::key("F8");
+    });
+    QString attached;
+    robot.on<frmSendMail>([&](frmSendMail &mail) {
+        attached = mail.txtAttach->text();
+        robot.screenShot("mail-from-preview");
         Robot::key("Escape");
     });
+    robot.on<frmSMPRNT_PREVIEW>([&](frmSMPRNT_PREVIEW &) { Robot::key("Escape"); });
+    gDataPath.setDataPath(dataPath());
+    gpPreviewMail_register();
     robot.start();
     frmSMPRNT_PREVIEW frm;
     frm.ModalMode = 1;
@@ -103,4 +115,6 @@ TEST_F(PreviewOnDisplay, ZoomedInTheScrollBarReachesTheRightEdgeAndZoomedBackThe
     robot.stop();
     EXPECT_EQ(rightEdgeSeen, 0) << "the page's right edge is reached with the mouse";
     EXPECT_EQ(leftAfter, centredAt) << "zoomed back the page is centred, not shifted left";
+    EXPECT_EQ(attached, dataPath() + "/Doc1.pdf") << "the mail screen starts with the report";
+    setPreviewMailOpener(nullptr);
 }

@@ -176,7 +176,14 @@ TEST_F(MainScreenTest, PrintNeedsAPrinterAndOffersTheTwoReports)
 
 TEST_F(MainScreenTest, HelpWithoutBrowserOrNetworkShowsTheProgramsOwnPage)
 {
-    shell.urlsOpen = false;
+    struct NoBrowser : testing_support::RecordingShell {
+        bool openUrl(const QString &url) override
+        {
+            urls << url;
+            return false; // no browser, or no network
+        }
+    } noBrowser;
+    platform::ShellPort::install(&noBrowser);
     load();
     QApplication::setActiveWindow(form.get());
     QApplication::processEvents();
@@ -190,7 +197,8 @@ TEST_F(MainScreenTest, HelpWithoutBrowserOrNetworkShowsTheProgramsOwnPage)
         QTest::keyClick(help.txtPage, Qt::Key_Escape);
     });
     QTest::keyClick(form->fgrdItems, Qt::Key_F1);
-    EXPECT_EQ(shell.urls.size(), 1) << "the guides page is tried first";
+    platform::ShellPort::install(&shell);
+    EXPECT_EQ(noBrowser.urls.size(), 1) << "the guides page is tried first";
     EXPECT_EQ(title, "The List of Hot Key Sets");
     EXPECT_TRUE(text.contains("Delete removes the set selected")) << text.toStdString();
     EXPECT_EQ(linked, "Changing a Hot Key Set");

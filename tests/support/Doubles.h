@@ -97,7 +97,6 @@ public:
     [[noreturn]] void exitProcess(int code) override { throw ProcessExit{code}; }
 
     QStringList urls;
-    bool urlsOpen = true; // false: no browser, no network
     QStringList printers;
     QList<platform::ProcessEntry> processList;
     QList<platform::WindowEntry> windowList;
