@@ -134,7 +134,7 @@ TEST_F(MailTest, BadAddressesAndLineBreaksAreRefusedBeforeAnythingIsSent)
         {"Hi", "a@example.com", "", "me@example.com\nX-Evil: 1", mail::BadAddress, "me@"},
         // Pasted with a line end, or any other character that ends a line.
         {"Hi", "to@example.com\n", "", "me@example.com", mail::BadAddress, "line break"},
-        {"Hi", "a@example.com;", "b@example.com\r;", "me@example.com", mail::BadAddress,
+        {"Hi", "a@example.com", "b@example.com\r;", "me@example.com", mail::BadAddress,
          "line break"},
         {"Hi", "a@example.com;b@example.com\u2028;", "", "me@example.com", mail::BadAddress,
          "b@example.com"},
