@@ -35,8 +35,8 @@ QStringList linkedSets(const QStringList &sets);
 
 struct ExportResult {
     bool ok = false;
-    QString error;      // what failed, for the user; the file was not made
-    QStringList notes;  // what the package lacks: a picture that is not there, ...
+    QString error;     // what failed, for the user; the file was not made
+    QStringList notes; // what the package lacks: a picture that is not there, ...
     int sets = 0, pictures = 0, itemKeys = 0;
 };
 // Writes the package; the item facts come from this store's inventory.
@@ -70,7 +70,7 @@ struct ItemKey {
     QString caption, item, idSelect; // as the package has them
     SourceItem source;
     Match match = Match::None;
-    QString code;             // the code that matched
+    QString code; // the code that matched
     QString newItem, newIdSelect, storeDescription;
 };
 
@@ -104,8 +104,7 @@ struct Plan {
 // Reads and checks the package and makes the plan: set numbers, item matches in
 // this store's inventory, picture names. Nothing is written. Empty with `error`
 // naming the entry when the package cannot be taken.
-std::optional<Plan> readPackage(const QString &file, QString *error,
-                                const Progress &progress = {});
+std::optional<Plan> readPackage(const QString &file, QString *error, const Progress &progress = {});
 // The link a key will hold in this store, and whether it leads into the package.
 QString targetLink(const Plan &plan, const QString &link, bool *inside = nullptr);
 // Whether this store has a set of number `target`, which the import would replace.

@@ -53,8 +53,12 @@ bool readSet(const QString &number, SetFile &set, QString *error)
 QJsonObject itemJson(const SetFile &set, int g, int k, const HotKeyButton &b,
                      const std::optional<SourceItem> &item)
 {
-    QJsonObject o{{"set", set.number}, {"column", g},           {"key", k},
-                  {"item", b.Item},    {"idSelect", b.IdSelect}, {"found", item.has_value()}};
+    QJsonObject o{{"set", set.number},
+                  {"column", g},
+                  {"key", k},
+                  {"item", b.Item},
+                  {"idSelect", b.IdSelect},
+                  {"found", item.has_value()}};
     if (item) {
         o["sl"] = item->sl;
         o["itemId"] = item->itemId;
@@ -150,8 +154,9 @@ private:
         m_pictureNames.insert(name.toLower());
         const QString path = gsHotKeyPicturePath + name;
         if (!plainFileName(name) || !QFileInfo(path).isFile())
-            m_result.notes << "The picture \"" + name + "\" is not in the pictures folder; keys "
-                                                        "name it, but the package does not hold it.";
+            m_result.notes << "The picture \"" + name +
+                                  "\" is not in the pictures folder; keys "
+                                  "name it, but the package does not hold it.";
         else
             m_pictures << name;
     }
@@ -179,8 +184,7 @@ private:
         manifest["items"] = m_items;
         if (!zip.addBytes(kManifest, QJsonDocument(manifest).toJson(), true, &error) ||
             !zip.commit(&error))
-            return fail(QDir::toNativeSeparators(file) + ": " + error +
-                        " No package was made.");
+            return fail(QDir::toNativeSeparators(file) + ": " + error + " No package was made.");
         m_result.sets = static_cast<int>(m_sets.size());
         m_result.pictures = static_cast<int>(m_pictures.size());
         return true;
@@ -189,9 +193,8 @@ private:
     QJsonObject header() const
     {
         return {{"format", kFormat},
-                {"store",
-                 QJsonObject{{"number", gsStoreNumber},
-                             {"name", conv::Trim(gCommonRecord.text("Cname"))}}},
+                {"store", QJsonObject{{"number", gsStoreNumber},
+                                      {"name", conv::Trim(gCommonRecord.text("Cname"))}}},
                 {"date", QDateTime::currentDateTime().toString(Qt::ISODate)}};
     }
 
@@ -202,8 +205,8 @@ private:
             return true;
         QFile file(gDataPath.DataPath() + '/' + name);
         if (!file.exists()) {
-            m_result.notes << QString("There is no %1 in the data folder; the package holds none.")
-                                  .arg(name);
+            m_result.notes
+                << QString("There is no %1 in the data folder; the package holds none.").arg(name);
             return true;
         }
         QString error;
@@ -256,8 +259,7 @@ QStringList linkedSets(const QStringList &sets)
     return result;
 }
 
-ExportResult exportSets(const QString &file, const ExportRequest &request,
-                        const Progress &progress)
+ExportResult exportSets(const QString &file, const ExportRequest &request, const Progress &progress)
 {
     return Exporter(request, progress).run(file);
 }

@@ -49,13 +49,12 @@ QString setNumberOf(const QString &entry)
     // Only the file form, so no two entries name one set.
     const int n = m.hasMatch() ? static_cast<int>(conv::Val(m.captured(1))) : 0;
     return n >= 1 && m.captured(1) == gfsText_pad(1, 2, QString::number(n), "0") ? m.captured(1)
-                                                                                  : QString();
+                                                                                 : QString();
 }
 
 QString pictureNameOf(const QString &entry)
 {
-    return entry.startsWith(kPictureFolder) ? entry.mid(QString(kPictureFolder).size())
-                                            : QString();
+    return entry.startsWith(kPictureFolder) ? entry.mid(QString(kPictureFolder).size()) : QString();
 }
 
 int freeNumber(const QSet<int> &taken)
@@ -136,14 +135,12 @@ private:
             m_special = index;
         else if (name == kCouponFile)
             m_coupon = index;
-        else if (plainFileName(pictureNameOf(name)))
-            {
+        else if (plainFileName(pictureNameOf(name))) {
             Picture p;
             p.name = pictureNameOf(name);
             p.entry = index;
             m_plan.pictures << p;
-        }
-        else
+        } else
             return fail(quoted(name) + " is not part of a set package.");
         return true;
     }
@@ -170,8 +167,7 @@ private:
         const QJsonDocument doc = QJsonDocument::fromJson(bytes, &parse);
         if (!doc.isObject())
             return fail(quoted(kManifest) + " cannot be read: " +
-                        (parse.error ? parse.errorString() : QString("it is not an object")) +
-                        '.');
+                        (parse.error ? parse.errorString() : QString("it is not an object")) + '.');
         const QJsonObject manifest = doc.object();
         const int format = manifest["format"].toInt(0);
         if (format < 1)
@@ -221,8 +217,8 @@ private:
             if (!text.startsWith("[SET]"))
                 skipped.prepend("line 1 is not the title line ([SET])");
             if (!skipped.isEmpty())
-                return fail(quoted(entry) + " is not a set file the program can read: " +
-                            skipped.first() + '.');
+                return fail(quoted(entry) +
+                            " is not a set file the program can read: " + skipped.first() + '.');
             m_plan.sets << set;
         }
         std::sort(m_plan.sets.begin(), m_plan.sets.end(),
@@ -252,7 +248,8 @@ private:
         QSet<QString> named;
         for (const PackageSet &set : m_plan.sets) {
             for (int g = 1; g <= 4; ++g) {
-                for (int k = 1; k <= 8; ++k) named.insert(conv::Trim(set.groups[g].Buttons[k].Icon));
+                for (int k = 1; k <= 8; ++k)
+                    named.insert(conv::Trim(set.groups[g].Buttons[k].Icon));
             }
         }
         for (Picture &p : m_plan.pictures) {
@@ -322,8 +319,7 @@ private:
         key.caption = b.Caption;
         key.item = b.Item;
         key.idSelect = b.IdSelect;
-        key.source =
-            m_sources.value(itemKey(set.number, g, k, b.Item, b.IdSelect), SourceItem{});
+        key.source = m_sources.value(itemKey(set.number, g, k, b.Item, b.IdSelect), SourceItem{});
         const QString cacheKey = b.IdSelect + '\n' + b.Item + '\n' + key.source.sl + '\n' +
                                  key.source.itemId + '\n' + key.source.upc.join(',');
         auto known = matched.constFind(cacheKey);

@@ -45,7 +45,8 @@ QStringList upcCodes(const QString &stored)
 SourceItem recordItem()
 {
     return {conv::Trim(gfsSL_toDisplay(gInventoryRecord.text("SL"))),
-            conv::Trim(gInventoryRecord.text("ItemID")), {},
+            conv::Trim(gInventoryRecord.text("ItemID")),
+            {},
             conv::Trim(gInventoryRecord.text("Description"))};
 }
 
@@ -93,7 +94,9 @@ void matchItem(ItemKey &key)
 {
     const SourceItem &s = key.source;
     const QString sl = !s.sl.isEmpty() ? s.sl : key.idSelect == "No" ? key.item : QString();
-    const QString id = !s.itemId.isEmpty() ? s.itemId : key.idSelect == "Yes" ? key.item : QString();
+    const QString id = !s.itemId.isEmpty()     ? s.itemId
+                       : key.idSelect == "Yes" ? key.item
+                                               : QString();
     key.match = Match::None;
     key.newItem = key.item;
     key.newIdSelect = key.idSelect;

@@ -17,7 +17,8 @@ QString itemOutcome(const ItemKey &key)
 {
     if (key.match == Match::None)
         return "NOT FOUND: kept as written; the key sells nothing until it is set";
-    QString text = "found by " + matchText(key.match) + " " + key.code + ": " + key.storeDescription;
+    QString text =
+        "found by " + matchText(key.match) + " " + key.code + ": " + key.storeDescription;
     if (key.newItem != key.item || key.newIdSelect != key.idSelect)
         text += " (the key will hold " + key.newItem + ")";
     return text;
@@ -55,21 +56,25 @@ QString reportText(const Plan &plan)
     QStringList lines;
     lines << "Package: " + QDir::toNativeSeparators(plan.file);
     lines << "Made by store " + plan.storeNumber + " (" + plan.storeName + ") on " + plan.date;
-    lines << "" << "Sets:";
+    lines << ""
+          << "Sets:";
     for (const PackageSet &set : plan.sets)
         lines << "  " + set.number + " " + set.title + ": " + setOutcome(plan, set);
     int found[4] = {};
-    lines << "" << "Keys that sell an item:";
+    lines << ""
+          << "Keys that sell an item:";
     for (const ItemKey &key : plan.items) {
         ++found[static_cast<int>(key.match)];
-        lines << "  " + keyPlace(plan, key.set, key.group, key.key) + " \"" + key.caption +
-                     "\", " + key.item + " " + key.source.description + ": " + itemOutcome(key);
+        lines << "  " + keyPlace(plan, key.set, key.group, key.key) + " \"" + key.caption + "\", " +
+                     key.item + " " + key.source.description + ": " + itemOutcome(key);
     }
-    lines << "" << "Keys that open a set:";
+    lines << ""
+          << "Keys that open a set:";
     for (const LinkKey &key : plan.links)
         lines << "  " + keyPlace(plan, key.set, key.group, key.key) + " \"" + key.caption +
                      "\": " + linkOutcome(plan, key);
-    lines << "" << "Pictures:";
+    lines << ""
+          << "Pictures:";
     for (const Picture &p : plan.pictures) lines << "  " + p.name + ": " + pictureOutcome(p);
     for (const QString &name : plan.missingPictures)
         lines << "  " + name + ": named by keys, not in the package";

@@ -93,10 +93,7 @@ private:
         return false;
     }
 
-    int total() const
-    {
-        return static_cast<int>(m_plan.sets.size() + m_plan.pictures.size()) + 2;
-    }
+    int total() const { return static_cast<int>(m_plan.sets.size() + m_plan.pictures.size()) + 2; }
 
     bool stageSets()
     {

@@ -37,7 +37,8 @@ Reader::~Reader() = default;
 bool Reader::open(const QString &path, QString *error)
 {
     int code = 0;
-    zip_t *handle = zip_open(QFile::encodeName(path).constData(), ZIP_RDONLY | ZIP_CHECKCONS, &code);
+    zip_t *handle =
+        zip_open(QFile::encodeName(path).constData(), ZIP_RDONLY | ZIP_CHECKCONS, &code);
     if (!handle) {
         *error = code == ZIP_ER_NOZIP || code == ZIP_ER_INCONS
                      ? QString("It is not a set package (not a zip archive).")
@@ -100,8 +101,7 @@ Writer::~Writer() = default;
 bool Writer::open(const QString &path, QString *error)
 {
     int code = 0;
-    zip_t *handle =
-        zip_open(QFile::encodeName(path).constData(), ZIP_CREATE | ZIP_TRUNCATE, &code);
+    zip_t *handle = zip_open(QFile::encodeName(path).constData(), ZIP_CREATE | ZIP_TRUNCATE, &code);
     if (!handle) {
         *error = errorText(code) + '.';
         return false;
