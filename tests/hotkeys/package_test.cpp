@@ -53,7 +53,8 @@ void writeZip(const QString &path, const QList<std::pair<QString, QByteArray>> &
     ziparchive::Writer zip;
     QString error;
     ASSERT_TRUE(zip.open(path, &error)) << error.toStdString();
-    for (const auto &[name, bytes] : entries) ASSERT_TRUE(zip.addBytes(name, bytes, true, &error));
+    for (const auto &[name, bytes] : entries)
+        ASSERT_TRUE(zip.addBytes(name, bytes, bytes.size() > 4096, &error));
     ASSERT_TRUE(zip.commit(&error)) << error.toStdString();
 }
 
@@ -188,3 +189,102 @@ TEST_F(PackageTest, ARoundTripMatchesEachItemByItsCodeRenumbersLinksAndKeepsEver
     for (const QString &name : QDir(dataPath()).entryList({"~hk-*"}))
         ADD_FAILURE() << "left behind: " << name.toStdString();
 }
+
+TEST_F(PackageTest, ABadPackageNamesWhatIsWrongAndWritesNothing)
+{
+    const QByteArray set = setFile("Drinks", key(1, "Coffee", "0001234.5", "No"));
+    QList<std::pair<QString, QByteArray>> many{{"manifest.json", manifest()}};
+    for (int i = 0; i < 10000; ++i) many.append({QString("pictures/p%1.jpg").arg(i), "x"});
+    const struct {
+        const char *what;
+        QList<std::pair<QString, QByteArray>> entries;
+        QString said;
+    } cases[] = {
+        {"no manifest", {{"sets/HKSET01.SDF", set}}, "The package has no manifest"},
+        {"newer format",
+         {{"manifest.json", manifest(kFormat + 1)}, {"sets/HKSET01.SDF", set}},
+         "made by a newer version of this program (package format 2"},
+        {"manifest no JSON",
+         {{"manifest.json", "{format"}, {"sets/HKSET01.SDF", set}},
+         "\"manifest.json\" of the package cannot be read"},
+        {"unreadable set",
+         {{"manifest.json", manifest()}, {"sets/HKSET01.SDF", set + "[GROUP]9[CAPTION]X\r\n"}},
+         "\"sets/HKSET01.SDF\" of the package is not a set file the program can read: line 7 "
+         "names column \"9\""},
+        {"no title line",
+         {{"manifest.json", manifest()}, {"sets/HKSET01.SDF", "[GROUP]1[CAPTION]X\r\n"}},
+         "\"sets/HKSET01.SDF\" of the package is not a set file"},
+        {"climbs up",
+         {{"manifest.json", manifest()}, {"pictures/../../evil.jpg", "x"}},
+         "\"pictures/../../evil.jpg\" of the package leads out of its folder"},
+        {"absolute", {{"/etc/evil", "x"}}, "\"/etc/evil\" of the package leads out"},
+        {"drive letter", {{"C:/evil.jpg", "x"}}, "\"C:/evil.jpg\" of the package leads out"},
+        {"backslash", {{"pictures\\..\\evil.jpg", "x"}}, "leads out of its folder"},
+        {"large picture",
+         {{"manifest.json", manifest()},
+          {"sets/HKSET01.SDF", set},
+          {"pictures/big.jpg", QByteArray(kMaxPicture + 1, 'x')}},
+         "\"pictures/big.jpg\" of the package cannot be taken: It is larger than 20 MB."},
+        {"many entries", many,
+         "The package holds 10001 entries; a set package holds at most 5000."},
+        {"case only",
+         {{"manifest.json", manifest()},
+          {"sets/HKSET01.SDF", set},
+          {"pictures/Coffee.jpg", "a"},
+          {"pictures/coffee.jpg", "b"}},
+         "\"pictures/coffee.jpg\" of the package has the same name as \"pictures/Coffee.jpg\" but "
+         "for upper and lower case."},
+        {"two forms of a number",
+         {{"manifest.json", manifest()}, {"sets/HKSET001.SDF", set}},
+         "\"sets/HKSET001.SDF\" of the package is not part of a set package"},
+        {"stranger", {{"manifest.json", manifest()}, {"run.exe", "x"}}, "\"run.exe\""},
+        {"no set", {{"manifest.json", manifest()}}, "The package holds no set."},
+    };
+    writeDataFile("HKSET01.SDF", set);
+    const auto before = tree(temp.path());
+    for (const auto &c : cases) {
+        QFile::remove(package);
+        writeZip(package, c.entries);
+        const QString error = readFails();
+        EXPECT_TRUE(error.contains(c.said)) << c.what << ": " << error.toStdString();
+        EXPECT_TRUE(error.startsWith(QDir::toNativeSeparators(package) + "\r\r")) << c.what;
+        EXPECT_TRUE(error.endsWith("\rNothing was imported.")) << c.what;
+    }
+    QFile::remove(package);
+    QFile garbage(package);
+    ASSERT_TRUE(garbage.open(QIODevice::WriteOnly));
+    garbage.write("PK\x03\x04 but no archive");
+    garbage.close();
+    EXPECT_TRUE(readFails().contains("It is not a set package (not a zip archive)."));
+    QFile::remove(package);
+    EXPECT_EQ(tree(temp.path()), before);
+}
+
+#ifdef __linux__
+// A disk that fills halfway through the import: the sets fit, the picture does not.
+TEST_F(PackageTest, ADiskThatFillsDuringTheImportLeavesTheDataFolderAsItWas)
+{
+    writeDataFile("HKSET01.SDF",
+                  setFile("Drinks", key(1, "Coffee", "0001234.5", "No", "", "big.jpg")));
+    writePicture("big.jpg", QByteArray(300 * 1024, 'p'));
+    ASSERT_TRUE(exportSets(package, {{"01"}}).ok);
+
+    const QString disk = temp.filePath("disk");
+    QDir().mkpath(disk);
+    if (::mount("tmpfs", QFile::encodeName(disk).constData(), "tmpfs", 0, "size=128k") != 0)
+        GTEST_SKIP() << "no tmpfs can be mounted here";
+    gDataPath.setDataPath(disk);
+    gsHotKeyPicturePath = disk + "/pictures/HotKeys/";
+    QDir().mkpath(gsHotKeyPicturePath);
+    writeDataFile("HKSET01.SDF", setFile("Mine", ""));
+    const auto before = tree(disk);
+    Plan plan = readOk();
+    plan.sets[0].target = "01"; // replaces this store's set 01
+    QString error;
+    EXPECT_FALSE(writePlan(plan, &error));
+    EXPECT_TRUE(error.contains("Disk full")) << error.toStdString();
+    EXPECT_TRUE(error.endsWith("Nothing was imported; the data folder is as it was."));
+    EXPECT_EQ(tree(disk), before);
+    ::umount2(QFile::encodeName(disk).constData(), MNT_DETACH);
+}
+#endif
