@@ -47,8 +47,8 @@ void writeSets(int sets, const QList<Item> &items)
             for (int k = 1; k <= 8; ++k) {
                 const Item &item = items[((n - 1) * 32 + (g - 1) * 8 + k - 1) % items.size()];
                 const bool byId = k % 2 == 0;
-                const QString icon = k == 1 ? QString("pic%1.jpg").arg((n * 4 + g) % kPictures)
-                                            : QString();
+                const QString icon =
+                    k == 1 ? QString("pic%1.jpg").arg((n * 4 + g) % kPictures) : QString();
                 gHotKeyGroups[g].Buttons[k] = {QString("Key %1-%2").arg(g).arg(k),
                                                byId ? item.id : item.sl,
                                                g == 4 && k == 8 ? QString::number(n % sets + 1)
@@ -133,8 +133,7 @@ int main(int argc, char **argv)
     QString error;
     const double readMs = timed([&] { plan = setpackage::readPackage(package, &error); });
     bool written = false;
-    const double writeMs =
-        timed([&] { written = plan && setpackage::writePlan(*plan, &error); });
+    const double writeMs = timed([&] { written = plan && setpackage::writePlan(*plan, &error); });
     int found = 0;
     for (const setpackage::ItemKey &k : plan ? plan->items : QList<setpackage::ItemKey>())
         found += k.match != setpackage::Match::None;
