@@ -112,24 +112,6 @@ void readKeyLine(const TagScan &scan, HotKeyButton &b)
     b.Root = scan.trimmed(tRoot);
 }
 
-QStringList setLines(const QString &sTitle)
-{
-    QStringList lines{"[SET]" + sTitle};
-    for (int g = 1; g <= 4; ++g) {
-        const HotKeyGroup &group = gHotKeyGroups[g];
-        lines << QString("[GROUP]%1[CAPTION]%2[COLOR]%3")
-                     .arg(g)
-                     .arg(group.Caption, gfsHotKeyColor_name(group.Color));
-        for (int k = 1; k <= 8; ++k) {
-            const HotKeyButton &b = group.Buttons[k];
-            lines << "[BUTTON]" + QString::number(k) + "[CAPTION]" + b.Caption + "[ITEM]" + b.Item +
-                         "[ICON]" + b.Icon + "[IDSELECT]" + b.IdSelect + "[LINKSET]" + b.LinkSet +
-                         "[ROOT]" + b.Root;
-        }
-    }
-    return lines;
-}
-
 } // namespace
 
 QString hotKeySetPath(const QString &sFileNumber)
@@ -203,13 +185,31 @@ QString hotKeySetParse(const QString &text, HotKeySet &groups, QStringList *skip
     return title;
 }
 
+QStringList hotKeySetLines(const HotKeySet &groups, const QString &sTitle)
+{
+    QStringList lines{"[SET]" + sTitle};
+    for (int g = 1; g <= 4; ++g) {
+        const HotKeyGroup &group = groups[g];
+        lines << QString("[GROUP]%1[CAPTION]%2[COLOR]%3")
+                     .arg(g)
+                     .arg(group.Caption, gfsHotKeyColor_name(group.Color));
+        for (int k = 1; k <= 8; ++k) {
+            const HotKeyButton &b = group.Buttons[k];
+            lines << "[BUTTON]" + QString::number(k) + "[CAPTION]" + b.Caption + "[ITEM]" + b.Item +
+                         "[ICON]" + b.Icon + "[IDSELECT]" + b.IdSelect + "[LINKSET]" + b.LinkSet +
+                         "[ROOT]" + b.Root;
+        }
+    }
+    return lines;
+}
+
 bool gpHotKeySet_write(const QString &sSetNumber, const QString &sTitle)
 {
     const QString path = hotKeySetPath(sSetNumber);
     if (!gfbVersion_keep(path))
         return false;
     QString error;
-    if (!textfile::writeLines(path, setLines(sTitle), &error)) {
+    if (!textfile::writeLines(path, hotKeySetLines(gHotKeyGroups, sTitle), &error)) {
         showWriteFailure(path, error);
         return false;
     }

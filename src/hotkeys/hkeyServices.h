@@ -38,6 +38,8 @@ QString gfsHotKeySet_read(const QString &sSetNumber);
 // The reading of a set file's text on top of `groups`, as gfsHotKeySet_read does it;
 // each line that the record cannot take is told in `skipped` ("line 5 names ...").
 QString hotKeySetParse(const QString &text, HotKeySet &groups, QStringList *skipped = nullptr);
+// The 37 lines of a set file as the writer makes them.
+QStringList hotKeySetLines(const HotKeySet &groups, const QString &sTitle);
 // Writes the record as set `sSetNumber`. On failure the user is told what failed
 // and false comes back; the record is untouched either way.
 bool gpHotKeySet_write(const QString &sSetNumber, const QString &sTitle);

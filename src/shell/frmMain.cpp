@@ -104,6 +104,7 @@ frmMain::frmMain(QWidget *parent) : KeyPreviewForm(parent)
     connect(cmdExit, &QPushButton::clicked, this, &QDialog::reject);
     connect(fgrdItems, &QTableWidget::cellDoubleClicked, this, [this] { fgrdItems_DblClick(); });
     mpCheck_setup();
+    mpPackages_setup();
 }
 
 void frmMain::Form_Load()

@@ -42,6 +42,9 @@ public:
     QMenu *mnuWhereUsed;
     std::array<QAction *, 2> mnuWhereUsedType; // an item, the selected set
     QAction *mnuPrintLayout;                   // the third report, beside Summary and Detail
+    // Set packages: sets carried to and from another store, also on the list's menu.
+    QPushButton *cmdExport;
+    QPushButton *cmdImport;
 
     int HelpContextID = 0;
     bool bHaveSets = false;
@@ -87,4 +90,10 @@ private:
     void cmdCheck_Click();
     void mnuWhereUsedType_Click(int Index);
     void mpCheck_show(int mode, const QString &setNumber);
+    // Export Sets and Import Sets, in frmMain_Packages.cpp.
+    void mpPackages_setup();
+
+public:
+    void cmdExport_Click();
+    void cmdImport_Click();
 };

@@ -14,6 +14,7 @@
 #include "settings/zelDataPath_Ops.h"
 #include "shell/frmFirstRun.h"
 #include "shell/frmMain.h"
+#include "shell/hkeyCommandLine.h"
 #include "shell/hkeyDBSM_Interface.h"
 #include "shell/hkeyDBSM_Setup.h"
 #include <QApplication>
@@ -54,6 +55,8 @@ void Main()
 {
     using namespace platform;
     gpPreviewMail_register();
+    if (const std::optional<int> code = gfiCommandLine_run(QCoreApplication::arguments()))
+        ShellPort::get().exitProcess(*code);
     if (Instance::otherIsRunning()) {
         MsgBox(appTitle() + "is already running.\rThis Program Can Only Be Runing Once On This "
                             "Machine",

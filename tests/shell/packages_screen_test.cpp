@@ -1,0 +1,129 @@
+#include "database/ZelDBSM_MSDE.h"
+#include "hotkeys/hkeyGlobal.h"
+#include "platform/MSFlexGrid.h"
+#include "screens/frmSetExport.h"
+#include "screens/frmSetImport.h"
+#include "shell/frmMain.h"
+#include "shell/hkeyDBSM_Interface.h"
+#include "shell/hkeyDBSM_Setup.h"
+#include "support/DemoSeed.h"
+#include "support/HkTest.h"
+#include <QCheckBox>
+#include <QDir>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSpinBox>
+
+using testing_support::HkTest;
+
+namespace {
+
+class PackagesScreenTest : public HkTest {
+protected:
+    void SetUp() override
+    {
+        HkTest::SetUp();
+        const QString seeded =
+            testing_support::seedDemoStore(dataPath(), temp.filePath("settings"), 0);
+        ASSERT_TRUE(seeded.isEmpty()) << seeded.toStdString();
+        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
+        ASSERT_TRUE(gfbDBSM_Setup());
+        ASSERT_TRUE(gfbDBSM_Open());
+        list.Form_Load();
+    }
+    void TearDown() override
+    {
+        gpDBSM_Disconnect();
+        HkTest::TearDown();
+    }
+    QStringList column(platform::MSFlexGrid *grid, int col)
+    {
+        QStringList cells;
+        for (int r = 1; r < grid->Rows(); ++r) cells << grid->TextMatrix(r, col);
+        return cells;
+    }
+    frmMain list;
+};
+
+} // namespace
+
+// The demo store exports its main menu with the sets it opens; then it becomes
+// another store: sets 06 to 12 gone, the small coffee under another S/L, the BLT
+// no longer sold. The preview shows that, a set gets another number, Import writes.
+TEST_F(PackagesScreenTest, ExportFromTheListThenPreviewChooseANumberAndImport)
+{
+    const QString package = temp.filePath("demo.zip");
+    list.fgrdItems->setRow(1);
+    modal.drive("frmSetExport", [](QDialog &d) {
+        auto &form = static_cast<frmSetExport &>(d);
+        EXPECT_EQ(form.mpSets_chosen(), QStringList{"01"}) << "the selected set is ticked";
+        form.ckSpecial->setChecked(true);
+        form.cmdOkCancel[0]->click();
+    });
+    dialogs.answer(platform::vbYes); // the sets it opens too
+    dialogs.answerText(package);
+    list.cmdExport_Click();
+    const QStringList said = boxTexts();
+    ASSERT_EQ(said.size(), 3);
+    EXPECT_TRUE(said[0].startsWith("Keys of these sets open 11 more sets: 02, 03, "));
+    EXPECT_TRUE(said[2].contains("The package holds 12 sets, 6 pictures and 37 keys"));
+
+    for (int n = 6; n <= 12; ++n)
+        QFile::remove(dataPath() + QString("/HKSET%1.SDF").arg(n, 2, 10, QChar('0')));
+    glDBSM_Execute("UPDATE invt1 SET SL = '77777777' WHERE SL = '00012345'");
+    glDBSM_Execute("DELETE FROM invt1 WHERE SL = '00030020'");
+    list.mpSetList_fill();
+
+    modal.drive("frmSetImport", [&](QDialog &d) {
+        auto &form = static_cast<frmSetImport &>(d);
+        EXPECT_EQ(column(form.fgrdSets, 3).mid(0, 6),
+                  QStringList(
+                      {"becomes set 06 (01 is taken here)", "becomes set 07 (02 is taken here)",
+                       "becomes set 08 (03 is taken here)", "becomes set 09 (04 is taken here)",
+                       "becomes set 10 (05 is taken here)", "becomes set 11 (06 is taken here)"}));
+        const QStringList found = column(form.fgrdKeys, 5);
+        EXPECT_TRUE(found.contains("found by Item ID DEMO-2: COFFEE SMALL (the key will hold "
+                                   "7777777.7)"))
+            << found.join('\n').toStdString();
+        EXPECT_TRUE(found.contains("NOT FOUND: kept as written; the key sells nothing until it "
+                                   "is set"));
+        EXPECT_TRUE(form.ckSpecial->isVisible() || !form.isVisible());
+        form.txtNumber[1]->setValue(6); // set 02 asks for 06, which set 01 has
+        EXPECT_FALSE(form.cmdOkCancel[0]->isEnabled());
+        EXPECT_TRUE(form.lblStatus->text().contains("would both become set 06"));
+        form.txtNumber[1]->setValue(40);
+        EXPECT_TRUE(column(form.fgrdKeys, 5).contains("opens set 2, which will be set 40"));
+        form.resize(1200, 760);
+        form.show();
+        if (qEnvironmentVariableIsSet("HK_SCREENSHOTS"))
+            form.grab().save(qEnvironmentVariable("HK_SCREENSHOTS") + "/import-preview.png");
+        form.cmdOkCancel[0]->click();
+    });
+    dialogs.answerText(package);
+    list.cmdImport_Click();
+    EXPECT_EQ(boxTexts().value(1), "12 sets were imported.") << "after the file choice";
+    EXPECT_TRUE(readDataFile("HKSET40.SDF").startsWith("[SET]Hot Drinks\r\n"));
+    EXPECT_TRUE(readDataFile("HKSET40.SDF").contains("[ITEM]7777777.7"));
+    EXPECT_EQ(list.fgrdItems->Rows() - 1, 17);
+}
+
+TEST_F(PackagesScreenTest, CancelOnThePreviewWritesNothing)
+{
+    const QString package = temp.filePath("demo.zip");
+    modal.drive("frmSetExport", [](QDialog &d) {
+        auto &form = static_cast<frmSetExport &>(d);
+        form.mpSets_tick(true);
+        form.cmdOkCancel[0]->click();
+    });
+    dialogs.answerText(package);
+    list.cmdExport_Click();
+    EXPECT_EQ(boxTexts().size(), 2) << "the file choice and what the package holds";
+    const QStringList before = QDir(dataPath()).entryList(QDir::Files);
+    modal.drive("frmSetImport",
+                [](QDialog &d) { static_cast<frmSetImport &>(d).cmdOkCancel[1]->click(); });
+    dialogs.answerText(package);
+    list.cmdImport_Click();
+    EXPECT_EQ(QDir(dataPath()).entryList(QDir::Files), before);
+    EXPECT_EQ(boxTexts().size(), 1) << "the file choice only";
+}
