@@ -378,7 +378,8 @@ void frmHotKeys::cmdOkCancel_Click(int Index)
     if (Index == 0) {
         Canceled = false;
         // An existing set taken back to what was read stays the file it was, byte for byte.
-        const bool unchanged = ReadStamp.exists && ReadWhole && !mpChanged();
+        const bool unchanged = ReadStamp.exists && ReadWhole && !mpChanged() &&
+                               versions::FileStamp::of(hotKeySetPath(HotKeySet)) == ReadStamp;
         if (!unchanged && !gfbOtherStation_check(hotKeySetPath(HotKeySet), ReadStamp,
                                                  "Hot keys set " + HotKeySet))
             return;

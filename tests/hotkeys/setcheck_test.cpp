@@ -233,9 +233,10 @@ TEST_F(SetCheckTest, WhereUsedFindsAnItemInEveryFormAndASetByEveryFormOfItsNumbe
     EXPECT_EQ(said, QStringList({"01 1/1 \"Coffee\" sells S/L 0001234.5",
                                  "01 1/3 \"By Id\" sells Item ID cafe-9"}))
         << said.join("\n").toStdString();
-    // "1234.5" is another S/L than "0001234.5", for the inventory as for the sales screen.
+    // A short S/L is looked for in its full form too; the full form finds only itself above.
     said = lines(whereItemUsed({"1234.5", ""}));
-    EXPECT_EQ(said, QStringList({"01 1/2 \"Coffee 2\" sells S/L 1234.5"}));
+    EXPECT_EQ(said, QStringList({"01 1/1 \"Coffee\" sells S/L 0001234.5",
+                                 "01 1/2 \"Coffee 2\" sells S/L 1234.5"}));
     EXPECT_TRUE(whereItemUsed({"", "0001234.5"}).findings.isEmpty()); // an Item ID is no S/L
 
     said = lines(whereSetUsed("01"));

@@ -8,6 +8,7 @@
 #include "screens/frmSpecialKeys.h"
 #include "screens/posButtons.h"
 #include "support/StoreDb.h"
+#include <QComboBox>
 #include <QDir>
 #include <QImage>
 #include <QLabel>
