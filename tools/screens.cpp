@@ -206,6 +206,8 @@ int main(int argc, char **argv)
         frmHotKey_Define key;
         editor.PrepareKeyDialog(key, 1, 1);
         save(key, out, "frmHotKey_Define");
+        key.txtEdit[3]->setText("missing.jpg");
+        save(key, out, "frmHotKey_Define-no-picture");
         frmButtonSet_Find finder;
         finder.ButtonSet_Current = "1";
         finder.Form_Load();

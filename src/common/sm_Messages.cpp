@@ -8,3 +8,10 @@ bool gfbAsk(const QString &sText, const QString &sQuestion, int iStyle)
     return MsgBox(sText + "\r\r" + sQuestion, vbYesNo + vbQuestion + iStyle,
                   QString::fromLatin1(kProductName)) == vbYes;
 }
+
+bool gfbChanges_discard()
+{
+    using namespace platform;
+    return MsgBox("Discard the changes to this set?", vbYesNo + vbQuestion + vbDefaultButton2,
+                  QString::fromLatin1(kProductName)) == vbYes;
+}

@@ -216,8 +216,12 @@ qint32 glInventory_BySL(const QString &sSL, bool bSpecial)
     }
     if (!bSpecial)
         return 0;
-    const QString code = conv::Trim(sSL);
-    return kSpecialItems.contains(code) || code == "0" ? 0 : 999999;
+    return gfbInventory_IsSpecialSL(sSL) || conv::Trim(sSL) == "0" ? 0 : 999999;
+}
+
+bool gfbInventory_IsSpecialSL(const QString &sSL)
+{
+    return kSpecialItems.contains(conv::Trim(sSL));
 }
 
 void gpInventory_Clear()

@@ -18,5 +18,7 @@ bool gfbInventory_ByRecordNum(qint32 lRecordNum);
 // The record number of the item with that stock locater (the row goes into the
 // record); 0 when none, or with bSpecial 999999 unless the code is special or "0".
 qint32 glInventory_BySL(const QString &sSL, bool bSpecial);
+// A stock locater such as "~NONSTK" that names an item needing no inventory row.
+bool gfbInventory_IsSpecialSL(const QString &sSL);
 // Empties the record: blanks and zeros, QTYINPACK 1, AllowDiscounts "Y", StoreRef "0".
 void gpInventory_Clear();

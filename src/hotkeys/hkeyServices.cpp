@@ -275,6 +275,13 @@ QString gfsHotKeySet_label(const QString &sSetNumber)
     return number + ' ' + (lines.isEmpty() ? QString() : gfsTagValue(lines.first(), "[SET]", "["));
 }
 
+bool hotKeyLineLinksTo(const QString &line, double set)
+{
+    const QString link = gfsTagValue(line, "[LINKSET]", "[");
+    // An empty link reads as 0; such a key links nowhere and is never touched.
+    return !conv::Trim(link).isEmpty() && conv::Val(link) == set;
+}
+
 namespace {
 
 // Drops every line that links to `removed`; true when anything was dropped.
@@ -283,9 +290,7 @@ bool mpDropLinks(QStringList &lines, double removed)
     bool changed = false;
     for (QString &line : lines) {
         QCoreApplication::processEvents();
-        const QString link = gfsTagValue(line, "[LINKSET]", "[");
-        // An empty link reads as 0; such a key links nowhere and is never touched.
-        if (!conv::Trim(link).isEmpty() && conv::Val(link) == removed) {
+        if (hotKeyLineLinksTo(line, removed)) {
             line.clear();
             changed = true;
         }
@@ -438,4 +443,10 @@ bool gpCouponKeys_write(const SpecialKey &oKey1, const SpecialKey &oKey2, const 
                      kCouponMarker + "[VALUE]" + keys[n]->Tag.mid(8);
     }
     return mpKeyFile_write(dataFile("COUPON.BDF"), lines, "Coupon Keys");
+}
+
+bool gfbCouponAmount_valid(const QString &sAmount)
+{
+    static const QRegularExpression amount("^ *([0-9]+\\.?[0-9]{0,2}|\\.[0-9]{1,2}) *$");
+    return amount.match(sAmount).hasMatch();
 }

@@ -10,12 +10,14 @@ struct HotKeyButton {
     QString Root;
     QString IdSelect;
     QString Icon;
+    bool operator==(const HotKeyButton &) const = default;
 };
 
 struct HotKeyGroup {
     QString Caption;
     qint32 Color = 0;
     std::array<HotKeyButton, 9> Buttons; // 1 to 8, top to bottom; 0 unused
+    bool operator==(const HotKeyGroup &) const = default;
 };
 
 // The one set in memory: groups 1 to 4 are the columns, 0 is unused.
@@ -67,6 +69,8 @@ struct SetRemoval {
 // Removes a set and every key line that links to it in the other sets; a number
 // below 1 is refused, since an empty link reads as 0. Lines without a link are kept.
 SetRemoval gpHotKeySet_remove(const QString &sSetNumber);
+// Whether a line of a set file is a key that opens set `set`, as a removal takes it out.
+bool hotKeyLineLinksTo(const QString &line, double set);
 
 // One key of the special or coupon key screen, as its button holds it: a special
 // key's Caption is label, carriage return, keyboard character, and its Tag the
@@ -84,3 +88,5 @@ void gpSpecialKey_read(SpecialKey &oButton);
 // Rewrite SPECIAL.BDF and COUPON.BDF; on failure the user is told and false comes back.
 bool gpSpecialKeys_write(const QString &sKey1, const QString &sKey2, const QString &sKey3);
 bool gpCouponKeys_write(const SpecialKey &oKey1, const SpecialKey &oKey2, const SpecialKey &oKey3);
+// A coupon amount the sales screen can read: a number of at most two decimals ("1", "1.5", ".50").
+bool gfbCouponAmount_valid(const QString &sAmount);

@@ -4,10 +4,13 @@
 #include "common/sm_Files.h"
 #include "common/sm_Text.h"
 #include "common/zelFormats.h"
+#include "database/zelDBSM_Inventory.h"
 #include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyPictures.h"
 #include "settings/clsDataPath.h"
 #include <QFileInfo>
 #include <QHash>
+#include <QRegularExpression>
 #include <QSet>
 #include <algorithm>
 
@@ -45,17 +48,21 @@ bool hasForeignLineEnds(const QString &text)
     return false;
 }
 
-void readProblems(SetText &s, const QString &text, const QStringList &skipped)
+QStringList unreadable(const QString &text, const QStringList &skipped)
 {
-    if (text.isEmpty()) {
-        s.problems << "the file is empty: the set has no title and no keys";
-        return;
-    }
+    if (text.isEmpty())
+        return {"the file is empty: the set has no title and no keys"};
+    QStringList problems;
     const QList<QStringView> lines = textfile::splitLineViews(text);
     if (lines.isEmpty() || !lines.first().contains(QLatin1String("[SET]")))
-        s.problems << "line 1 is not the title line ([SET]): the set shows no title";
-    s.problems << skipped;
-    if (hasForeignLineEnds(text))
+        problems << "line 1 is not the title line ([SET]): the set shows no title";
+    return problems << skipped;
+}
+
+void readProblems(SetText &s, const QString &text, const QStringList &skipped)
+{
+    s.problems << unreadable(text, skipped);
+    if (!text.isEmpty() && hasForeignLineEnds(text))
         s.problems << "its lines do not all end in CR LF, as this program writes them (a hand "
                       "edit?): a sales station may read the set differently";
 }
@@ -143,6 +150,9 @@ public:
     void add(const Finding &at, const HotKeyButton &b)
     {
         const bool byId = b.IdSelect == "Yes";
+        // A special code such as "~NONSTK" needs no inventory row.
+        if (!byId && gfbInventory_IsSpecialSL(b.Item))
+            return;
         m_waiting << Waiting{at, itemText(b), itemKey(b.Item, byId), byId};
     }
     void resolve(QList<Finding> &out)
@@ -150,7 +160,7 @@ public:
         ask(false);
         ask(true);
         for (Waiting &w : m_waiting) {
-            const ItemState state = m_known.value(w.key, ItemState::Found);
+            const ItemState state = m_known[w.byId].value(w.key, ItemState::Found);
             if (state == ItemState::Found)
                 continue;
             const bool missing = state == ItemState::Missing;
@@ -174,7 +184,7 @@ private:
         QStringList keys;
         QSet<QString> listed;
         for (const Waiting &w : m_waiting) {
-            if (w.byId == byId && !m_known.contains(w.key) && !listed.contains(w.key)) {
+            if (w.byId == byId && !m_known[byId].contains(w.key) && !listed.contains(w.key)) {
                 keys << w.key;
                 listed << w.key;
             }
@@ -186,10 +196,11 @@ private:
         failed = !states;
         // Unread items count as found: the fault is told once, not for every item.
         for (const QString &key : keys)
-            m_known[key] = states ? states->value(key, ItemState::Missing) : ItemState::Found;
+            m_known[byId][key] = states ? states->value(key, ItemState::Missing) : ItemState::Found;
     }
     const ItemLookup &m_lookup;
-    QHash<QString, ItemState> m_known;
+    // By S/L and by Item ID apart: the same text may name two items.
+    QHash<QString, ItemState> m_known[2];
     QList<Waiting> m_waiting;
 };
 
@@ -228,9 +239,12 @@ void checkKey(const SetText &s, int g, int k, CheckState &state, ItemChecker &it
     } else if (!isBlank(b.Item)) {
         checkItem(s, g, k, items, out);
     }
-    if (!isBlank(b.Icon) && !gfbFile_exists(gsHotKeyPicturePath + b.Icon))
-        out << at(s, g, k, Kind::MissingPicture,
-                  "shows the picture \"" + b.Icon + "\", which is not in the pictures folder");
+    if (!isBlank(b.Icon)) {
+        const QString problem = hotKeyPictureProblem(gsHotKeyPicturePath + b.Icon);
+        if (!problem.isEmpty())
+            out << at(s, g, k, Kind::MissingPicture,
+                      "shows the picture \"" + b.Icon + "\", which " + problem);
+    }
     if (!isBlank(b.Icon) && isBlank(b.Caption) && isBlank(b.Item) && isBlank(b.LinkSet))
         out << at(s, g, k, Kind::LeftOver,
                   "has a picture but no label, item or link: a left-over that does nothing");
@@ -309,6 +323,7 @@ Result checkSets(const ItemLookup &lookup, const Progress &progress)
         }
     }
     std::stable_sort(result.findings.begin(), result.findings.end(), lessBySet);
+    result.findings << checkKeyFiles();
     if (items.failed) {
         Finding f;
         f.kind = Kind::InventoryFault;
@@ -319,16 +334,76 @@ Result checkSets(const ItemLookup &lookup, const Progress &progress)
     return result;
 }
 
+QStringList slForms(const QString &typed)
+{
+    const QString code = conv::Trim(typed);
+    static const QRegularExpression shortNumber("^([0-9]{1,6})(?:\\.([0-9]))?$");
+    const QRegularExpressionMatch m = shortNumber.match(code);
+    if (!m.hasMatch())
+        return {code};
+    const QString full = m.captured(1).rightJustified(7, '0') + '.' +
+                         (m.captured(2).isEmpty() ? QString("0") : m.captured(2));
+    return {code, full};
+}
+
+QList<Finding> checkKeyFiles()
+{
+    QList<Finding> out;
+    for (const QString name : {"SPECIAL.BDF", "COUPON.BDF"}) {
+        QString text;
+        if (!textfile::readText(gDataPath.DataPath() + '/' + name, text))
+            continue;                 // a missing file is keys not defined yet
+        QHash<QString, int> firstUse; // keyboard character, key
+        for (QStringView view : textfile::splitLineViews(text)) {
+            const QString line = view.toString();
+            Finding f;
+            f.fileName = name;
+            f.title = name == "SPECIAL.BDF" ? "Special keys" : "Coupon keys";
+            f.key = static_cast<int>(conv::Val(gfsTagValue(line, "[BUTTON]", "[")));
+            f.kind = Kind::KeyFile;
+            const QString label = gfsTagValue(line, "[CAPTION]", "[");
+            const QString key = gfsTagValue(line, "[KEY]", "[");
+            const QString amount = gfsTagValue(line, "[VALUE]", "[");
+            if (key == kCouponMarker && !gfbCouponAmount_valid(amount))
+                f.text = "coupon key \"" + label + "\" has the amount \"" + amount +
+                         "\", which is not a number with at most two decimals";
+            else if (key != kCouponMarker && !isBlank(key) && firstUse.contains(key))
+                f.text = "\"" + label + "\" uses the keyboard character \"" + key + "\", as key " +
+                         QString::number(firstUse[key]) +
+                         " does: the keyboard reaches only one of them";
+            else if (key != kCouponMarker && !isBlank(key))
+                firstUse[key] = f.key;
+            if (!f.text.isEmpty())
+                out << f;
+        }
+    }
+    return out;
+}
+
+QStringList unreadableParts(const QString &fileName)
+{
+    const QString path = gDataPath.DataPath() + '/' + fileName;
+    QString text, error;
+    if (!textfile::readText(path, text, &error))
+        return {"it could not be read (" + error + ")"};
+    HotKeySet groups;
+    hotKeySetClear(groups);
+    QStringList skipped;
+    hotKeySetParse(text, groups, &skipped);
+    return unreadable(text, skipped);
+}
+
 Result whereItemUsed(const Item &item, const Progress &progress)
 {
-    const QString sl = isBlank(item.sl) ? QString() : gfsSL_toStored(gfsSL_normalize(item.sl));
+    QSet<QString> sls;
+    for (const QString &form : isBlank(item.sl) ? QStringList() : slForms(item.sl))
+        sls << itemKey(form, false);
     const QString id = conv::Trim(item.itemId);
     auto sells = [&](const HotKeyButton &b) {
         if (!isBlank(b.LinkSet) || isBlank(b.Item))
             return false;
         if (b.IdSelect == "No")
-            return !sl.isEmpty() &&
-                   gfsSL_toStored(gfsSL_normalize(b.Item)).compare(sl, Qt::CaseInsensitive) == 0;
+            return sls.contains(itemKey(b.Item, false));
         return b.IdSelect == "Yes" && !id.isEmpty() &&
                conv::Trim(b.Item).compare(id, Qt::CaseInsensitive) == 0;
     };

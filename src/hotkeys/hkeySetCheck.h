@@ -19,7 +19,8 @@ enum class Kind {
     ItemMissing,    // not in the inventory
     ItemDeleted,    // in the inventory with status "D"
     InventoryFault, // the inventory could not be read
-    MissingPicture, // not in the pictures folder
+    MissingPicture, // not in the pictures folder, unreadable or too large to show
+    KeyFile,        // a special or coupon key: a keyboard character used twice, an amount
     LeftOver,       // a picture or colour on a key or column that holds nothing else
     NotOpened,      // no key of another set opens it; information only
     Sells,          // where used: a key that sells the item
@@ -56,6 +57,15 @@ struct Result {
 };
 
 Result checkSets(const ItemLookup &lookup, const Progress &progress = {});
+// The special and coupon keys: characters used by two keys, amounts that are no number.
+QList<Finding> checkKeyFiles();
+// What the reader cannot take from a set file (an empty file, no title line, skipped
+// lines), or why it cannot be read at all; empty for a file read whole.
+QStringList unreadableParts(const QString &fileName);
+
+// The S/Ls a typed code may stand for: as typed, and for a short number such as
+// "2002" or "2002.5" also its full form with leading zeros ("0002002.0", "0002002.5").
+QStringList slForms(const QString &typed);
 
 // An item by its S/L (any form) and its Item ID; either may be empty.
 struct Item {

@@ -6,6 +6,7 @@
 #include "database/ZelDBSM_MSDE.h"
 #include "database/zelDBSM_Inventory.h"
 #include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyPictures.h"
 #include "hotkeys/hkeyServices.h"
 #include "lookup/frm_Lookup.h"
 #include "platform/AppInfo.h"
@@ -13,6 +14,8 @@
 #include "platform/KeyCodes.h"
 #include "platform/Modal.h"
 #include "screens/frmButtonSet_Find.h"
+#include "screens/frmHotKeys.h"
+#include "screens/posButtons.h"
 #include "settings/clsDataPath.h"
 #include <QDir>
 #include <QFileInfo>
@@ -48,7 +51,10 @@ frmHotKey_Define::frmHotKey_Define(QWidget *parent) : KeyPreviewForm(parent)
         lblEdit[i]->setBuddy(txtEdit[i]);
         grid->addWidget(lblEdit[i], i, 0);
         grid->addWidget(txtEdit[i], i, 1);
-        connect(txtEdit[i], &QLineEdit::textChanged, this, [this] { txtEdit_Change(); });
+        connect(txtEdit[i], &QLineEdit::textChanged, this, [this] {
+            txtEdit_Change();
+            mpPreview_draw();
+        });
     }
     txtEdit[2]->setReadOnly(true);
     cmdBrowsePath = button("...", "cmdBrowsePath", this);
@@ -67,7 +73,24 @@ frmHotKey_Define::frmHotKey_Define(QWidget *parent) : KeyPreviewForm(parent)
         connect(Option1[i], &QRadioButton::clicked, this, [this, i] { Option1_Click(i); });
     }
     options->addStretch();
-    grid->addLayout(options, 4, 0, 1, 3);
+    grid->addLayout(options, 5, 0, 1, 3);
+
+    picPreview = new MyButton(QString(), this);
+    picPreview->setObjectName("picPreview");
+    picPreview->setCaptionalignment(7);
+    picPreview->captionposition = 3;
+    picPreview->picturealignment = 1;
+    picPreview->setFocusPolicy(Qt::NoFocus);
+    picPreview->setFixedSize(picPreview->sizeHint() * 3 / 2);
+    lblPicture = new QLabel(this);
+    lblPicture->setObjectName("lblPicture");
+    lblPicture->setWordWrap(true);
+    auto *preview = new QHBoxLayout;
+    preview->addWidget(picPreview);
+    preview->addWidget(lblPicture, 1);
+    auto *onKey = new QLabel("On the key", this);
+    grid->addWidget(onKey, 4, 0);
+    grid->addLayout(preview, 4, 1, 1, 2);
     Option1[0]->setChecked(true); // as the form is stored
 
     cmdFind[0] = button("F3 Find &Item", "cmdFind", this);
@@ -80,7 +103,7 @@ frmHotKey_Define::frmHotKey_Define(QWidget *parent) : KeyPreviewForm(parent)
     buttons->addStretch();
     buttons->addWidget(cmdOkCancel[0]);
     buttons->addWidget(cmdOkCancel[1]);
-    grid->addLayout(buttons, 5, 0, 1, 3);
+    grid->addLayout(buttons, 6, 0, 1, 3);
     grid->setColumnStretch(1, 1);
     resize(560, sizeHint().height());
 
@@ -164,7 +187,12 @@ void frmHotKey_Define::mpFindItem()
                 txtEdit[1]->setText(conv::Trim(gInventoryRecord.text("ItemID")));
         }
     }
-    txtEdit[0]->setText(conv::Trim(gInventoryRecord.text("Description")).left(15));
+    // A label the clerk typed stays; one the last pick put there follows the new item.
+    const QString description = conv::Trim(gInventoryRecord.text("Description")).left(15);
+    if (conv::Trim(txtEdit[0]->text()).isEmpty() || txtEdit[0]->text() == PickedLabel) {
+        txtEdit[0]->setText(description);
+        PickedLabel = description;
+    }
     txtEdit[0]->setFocus();
 }
 
@@ -228,6 +256,8 @@ void frmHotKey_Define::cmdOkCancel_Click(int Index)
         focus->setFocus();
         return;
     }
+    if (!mpPicture_accepted())
+        return;
     Canceled = false;
     ButtonLabel = txtEdit[0]->text();
     ButtomItem = txtEdit[1]->text();
@@ -235,6 +265,34 @@ void frmHotKey_Define::cmdOkCancel_Click(int Index)
     ButtonLink = txtEdit2_Tag;
     ItemIDLink = giLinkOption == 0 ? "No" : "Yes";
     accept();
+}
+
+void frmHotKey_Define::mpPreview_draw()
+{
+    HotKeyButton key;
+    key.Caption = txtEdit[0]->text();
+    key.Icon = conv::Trim(txtEdit[3]->text());
+    frmHotKeys::DrawKey(picPreview, key, true);
+    const QString problem =
+        key.Icon.isEmpty() ? QString() : hotKeyPictureProblem(gsHotKeyPicturePath + key.Icon);
+    lblPicture->setText(problem.isEmpty() ? QString()
+                                          : "The picture \"" + key.Icon + "\" " + problem +
+                                                ", so the key shows no picture.");
+}
+
+bool frmHotKey_Define::mpPicture_accepted()
+{
+    const QString icon = conv::Trim(txtEdit[3]->text());
+    if (icon.isEmpty() || hotKeyPictureProblem(gsHotKeyPicturePath + icon).isEmpty())
+        return true;
+    if (platform::MsgBox(lblPicture->text() +
+                             "\r\rYes: keep this picture name on the key all the same."
+                             "\rNo: stay here and choose another picture.",
+                         platform::vbYesNo + platform::vbExclamation + platform::vbDefaultButton2,
+                         "Set Picture") == platform::vbYes)
+        return true;
+    txtEdit[3]->setFocus();
+    return false;
 }
 
 void frmHotKey_Define::Form_KeyDown(int &KeyCode, int Shift)

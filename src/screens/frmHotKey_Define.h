@@ -2,6 +2,7 @@
 #include "platform/KeyPreviewForm.h"
 #include <array>
 
+class MyButton;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
@@ -38,6 +39,9 @@ public:
     std::array<QPushButton *, 2> cmdFind;
     QPushButton *cmdClear;
     std::array<QPushButton *, 2> cmdOkCancel;
+    // The key as it will look with this label and picture, and what is wrong with the picture.
+    MyButton *picPreview;
+    QLabel *lblPicture;
 
     void cmdOkCancel_Click(int Index);
     void cmdClear_Click();
@@ -49,4 +53,9 @@ private:
     void mpFindItem();
     void txtEdit_Change();
     void mpSelectOption(int Index);
+    void mpPreview_draw();
+    // Asks about a picture that cannot be shown; true to accept the key as it is.
+    bool mpPicture_accepted();
+    // The label the last F3 pick put in, which the next pick may replace.
+    QString PickedLabel;
 };

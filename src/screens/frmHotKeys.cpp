@@ -2,9 +2,11 @@
 #include "common/Conversions.h"
 #include "common/sm_Files.h"
 #include "common/sm_Help_Ops.h"
+#include "common/sm_Messages.h"
 #include "common/sm_Text.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyServices.h"
+#include "hotkeys/hkeySetCheck.h"
 #include "platform/Dialogs.h"
 #include "platform/KeyCodes.h"
 #include "platform/Modal.h"
@@ -13,6 +15,7 @@
 #include "screens/frmHotKey_Define.h"
 #include "screens/posButtons.h"
 #include <QEvent>
+#include <QFileInfo>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -156,6 +159,10 @@ void frmHotKeys::Form_Load()
     }
     cmdOkCancel[0]->setVisible(false);
     SetLoaded = true;
+    ReadGroups = gHotKeyGroups;
+    ReadTitle = txtButtonSet->text();
+    ReadWhole = conv::Trim(fileName).isEmpty() ||
+                setcheck::unreadableParts(QFileInfo(hotKeySetPath(HotKeySet)).fileName()).isEmpty();
     platform::setMaximisedWithin(*this);
 }
 
@@ -206,6 +213,21 @@ void frmHotKeys::mpStep_begin()
     mpSteps_show();
 }
 
+template <typename Change> void frmHotKeys::mpStep_make(Change apply)
+{
+    ::HotKeySet changed = gHotKeyGroups;
+    apply(changed);
+    if (changed == gHotKeyGroups)
+        return;
+    mpStep_begin();
+    gHotKeyGroups = changed;
+}
+
+bool frmHotKeys::mpChanged() const
+{
+    return gHotKeyGroups != ReadGroups || txtButtonSet->text() != ReadTitle;
+}
+
 void frmHotKeys::mpSteps_show()
 {
     cmdUndo->setEnabled(!UndoSteps.empty());
@@ -230,6 +252,9 @@ void frmHotKeys::mpStep_move(std::vector<::HotKeySet> &from, std::vector<::HotKe
     to.push_back(gHotKeyGroups);
     gHotKeyGroups = from.back();
     from.pop_back();
+    // An open title panel follows, so its Accept cannot store the undone title again.
+    if (fraGroupEdit->isVisible())
+        txtEdit->setText(gHotKeyGroups[PanelGroup].Caption);
     mpSteps_show();
     mpKeys_draw(true);
     ShowAcceptButton();
@@ -239,8 +264,8 @@ void frmHotKeys::DropKey(int fromGroup, int fromKey, int toGroup, int toKey, boo
 {
     if (fromGroup == toGroup && fromKey == toKey)
         return;
-    HotKeyButton &from = gHotKeyGroups[fromGroup].Buttons[fromKey];
-    HotKeyButton &to = gHotKeyGroups[toGroup].Buttons[toKey];
+    const HotKeyButton &from = gHotKeyGroups[fromGroup].Buttons[fromKey];
+    const HotKeyButton &to = gHotKeyGroups[toGroup].Buttons[toKey];
     if (copy && conv::AboveBlank(to.Caption + to.Icon + to.Item + to.LinkSet) &&
         platform::MsgBox("Key " + QString::number(toKey) + " of column " +
                              QString::number(toGroup) + " (\"" + to.Caption +
@@ -250,11 +275,14 @@ void frmHotKeys::DropKey(int fromGroup, int fromKey, int toGroup, int toKey, boo
                          platform::vbYesNo + platform::vbQuestion + platform::vbDefaultButton2,
                          "Copy Key") != platform::vbYes)
         return;
-    mpStep_begin();
-    if (copy)
-        to = from;
-    else
-        std::swap(from, to);
+    mpStep_make([&](::HotKeySet &set) {
+        HotKeyButton &source = set[fromGroup].Buttons[fromKey];
+        HotKeyButton &target = set[toGroup].Buttons[toKey];
+        if (copy)
+            target = source;
+        else
+            std::swap(source, target);
+    });
     mpKeys_draw(true);
     ShowAcceptButton();
 }
@@ -276,8 +304,6 @@ void frmHotKeys::BeginColumnEdit(int N)
     PanelGroup = N;
     lblButtonEdit->setText("Column " + QString::number(N) + " Title");
     txtEdit->setText(gHotKeyGroups[N].Caption);
-    if (gHotKeyGroups[N].Caption.isEmpty())
-        gHotKeyGroups[N].Color = kSilverColor;
     fraGroupEdit->setVisible(true);
     txtEdit->setFocus();
     HelpContextID = 9;
@@ -286,8 +312,14 @@ void frmHotKeys::BeginColumnEdit(int N)
 void frmHotKeys::cmdGroup_OkCancel_Click(int Index)
 {
     if (Index == 0) {
-        mpStep_begin();
-        gHotKeyGroups[PanelGroup].Caption = txtEdit->text();
+        // An untitled column turns silver with its first title, in the same step, so
+        // that undoing the title gives its colour back too.
+        mpStep_make([this](::HotKeySet &set) {
+            HotKeyGroup &group = set[PanelGroup];
+            if (group.Caption.isEmpty() && !txtEdit->text().isEmpty())
+                group.Color = kSilverColor;
+            group.Caption = txtEdit->text();
+        });
         gpHotKeys_populate("");
     } else {
         fraGroupEdit->setVisible(false);
@@ -323,13 +355,14 @@ void frmHotKeys::RunKeyDialog(frmHotKey_Define &dialog)
     if (!dialog.Canceled) {
         const int key = static_cast<int>(conv::Val(dialog.ButtonNumber));
         if (key >= 1 && key <= 8) {
-            mpStep_begin();
-            HotKeyButton &k = gHotKeyGroups[CurrentGroup].Buttons[key];
-            k.Caption = dialog.ButtonLabel;
-            k.Item = dialog.ButtomItem;
-            k.IdSelect = dialog.ItemIDLink;
-            k.LinkSet = dialog.ButtonLink;
-            k.Icon = dialog.ButtonIcon;
+            mpStep_make([&](::HotKeySet &set) {
+                HotKeyButton &k = set[CurrentGroup].Buttons[key];
+                k.Caption = dialog.ButtonLabel;
+                k.Item = dialog.ButtomItem;
+                k.IdSelect = dialog.ItemIDLink;
+                k.LinkSet = dialog.ButtonLink;
+                k.Icon = dialog.ButtonIcon;
+            });
         }
         gpHotKeys_populate("");
     }
@@ -340,13 +373,18 @@ void frmHotKeys::cmdOkCancel_Click(int Index)
 {
     if (Index == 0) {
         Canceled = false;
-        if (!gfbOtherStation_check(hotKeySetPath(HotKeySet), ReadStamp,
-                                   "Hot keys set " + HotKeySet))
+        // An existing set taken back to what was read stays the file it was, byte for byte.
+        const bool unchanged = ReadStamp.exists && ReadWhole && !mpChanged() &&
+                               versions::FileStamp::of(hotKeySetPath(HotKeySet)) == ReadStamp;
+        if (!unchanged && !gfbOtherStation_check(hotKeySetPath(HotKeySet), ReadStamp,
+                                                 "Hot keys set " + HotKeySet))
             return;
         // A save that fails keeps the editor open, so nothing typed is lost.
-        if (!gpHotKeySet_write(HotKeySet, txtButtonSet->text()))
+        if (!unchanged && !gpHotKeySet_write(HotKeySet, txtButtonSet->text()))
             return;
     } else {
+        if (mpChanged() && !gfbChanges_discard())
+            return;
         Canceled = true;
     }
     hide();

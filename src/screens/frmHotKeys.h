@@ -59,6 +59,8 @@ public:
     std::array<QLabel *, 4> LblGroup;
 
     void cmdOkCancel_Click(int Index);
+    // The window's close button cancels as Cancel does, asking first about changes.
+    void reject() override { cmdOkCancel_Click(1); }
     void cmdGroup_OkCancel_Click(int Index);
     void cmdHelp_Click();
 
@@ -72,10 +74,18 @@ private:
     void mpStep_move(std::vector<::HotKeySet> &from, std::vector<::HotKeySet> &to);
     // Undo, redo and drags draw `exact`ly: a key that lost its picture shows none.
     void mpKeys_draw(bool exact);
+    // Whether the set on the screen differs from the set as it was read.
+    bool mpChanged() const;
+    // Makes the change `apply` as one step, when it changes anything.
+    template <typename Change> void mpStep_make(Change apply);
     std::vector<::HotKeySet> UndoSteps;
     std::vector<::HotKeySet> RedoSteps;
     // The file as it was read, to tell on Accept whether another station saved it meanwhile.
     versions::FileStamp ReadStamp;
+    ::HotKeySet ReadGroups;
+    QString ReadTitle;
+    // False for a file with lines the reader could not take: Accept then always rewrites it.
+    bool ReadWhole = true;
     bool SetLoaded = false;
     int CurrentGroup = 1;
     // The column the title panel was opened for: pressing a key in another

@@ -18,6 +18,7 @@
 #include <QLineEdit>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QSet>
 
 using setcheck::Finding;
 
@@ -121,6 +122,8 @@ void frmSetCheck::Form_Load()
     setWindowTitle(Heading);
     if (mMode != Mode::Item)
         mpList_fill();
+    else
+        txtItem->setFocus();
 }
 
 void frmSetCheck::mpList_format()
@@ -194,12 +197,22 @@ QString frmSetCheck::mpStatus(const setcheck::Result &result) const
     if (result.canceled)
         return "Canceled after " + sets + ": the list shows only what was found in them.";
     int faults = 0;
-    for (const Finding &f : Findings) faults += f.information() ? 0 : 1;
+    QSet<QString> faultySets;
+    bool keyFiles = false;
+    for (const Finding &f : Findings) {
+        if (f.information())
+            continue;
+        ++faults;
+        keyFiles |= f.kind == setcheck::Kind::KeyFile;
+        if (!f.fileName.isEmpty() && f.kind != setcheck::Kind::KeyFile)
+            faultySets << f.fileName;
+    }
     const int notes = static_cast<int>(Findings.size()) - faults;
     if (mMode == Mode::Check) {
         if (Findings.isEmpty())
             return "Nothing wrong found in " + sets + ".";
-        return counted(faults, "fault") + " found in " + sets +
+        return counted(faults, "fault") + " found in " + QString::number(faultySets.size()) +
+               " of " + sets + (keyFiles ? " and in the special or coupon keys" : "") +
                (notes ? QString(", and %1 for information").arg(notes) : QString()) +
                ". Double click a line to open its set.";
     }
@@ -218,7 +231,15 @@ void frmSetCheck::mpResolveItem(const QString &typed)
     mItem = {typed, typed};
     mItemText = "\"" + typed + "\"";
     const DbAction action;
-    if (gfbInventory_ByHotKey(typed, "No") || gfbInventory_ByHotKey(typed, "Yes")) {
+    const QStringList sls = setcheck::slForms(typed);
+    const auto bySL = [&sls] {
+        for (const QString &sl : sls) {
+            if (gfbInventory_ByHotKey(sl, "No"))
+                return true;
+        }
+        return false;
+    };
+    if (bySL() || gfbInventory_ByHotKey(typed, "Yes")) {
         mItem.sl = gfsSL_toDisplay(gInventoryRecord.text("SL"));
         mItem.itemId = conv::Trim(gInventoryRecord.text("ItemID"));
         mItemText = "S/L " + conv::Trim(mItem.sl) + " or Item ID " + mItem.itemId + " (" +
@@ -258,7 +279,11 @@ void frmSetCheck::fgrdItems_DblClick()
     const Finding f = Findings[row - 1];
     const QString setNumber = hotKeySetNumber(f.fileName);
     if (setNumber.isEmpty()) {
-        if (!f.fileName.isEmpty())
+        if (f.kind == setcheck::Kind::KeyFile)
+            platform::MsgBox("Change the keys of " + f.fileName +
+                                 " with the Special Keys or Coupons button of the set list.",
+                             platform::vbInformation);
+        else if (!f.fileName.isEmpty())
             platform::MsgBox(f.fileName +
                                  " is not a hot key set, so it cannot be opened in the editor. "
                                  "Rename or delete it in the data folder.",

@@ -3,6 +3,8 @@
 #include "common/sm_Help_Ops.h"
 #include "common/sm_Text.h"
 #include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyServices.h"
+#include "platform/Dialogs.h"
 #include "platform/KeyCodes.h"
 #include <QComboBox>
 #include <QGridLayout>
@@ -110,9 +112,26 @@ void frmSpecialKey_edit::cmdClear_Click()
     hide();
 }
 
+bool gfbCouponAmount_refused(const QString &amount)
+{
+    if (gfbCouponAmount_valid(amount))
+        return false;
+    platform::MsgBox("The amount \"" + amount +
+                         "\" is not a number with at most two decimals, such as 1.00 or .50, "
+                         "so the sales screen cannot take it.\r\rType the coupon's amount "
+                         "again; nothing was saved.",
+                     platform::vbExclamation, "Coupon Amount");
+    return true;
+}
+
 void frmSpecialKey_edit::cmdOkCancel_Click(int Index)
 {
     if (Index == 0) {
+        if (gbCouponKeys && gfbCouponAmount_refused(TxtAmount->text())) {
+            TxtAmount->setFocus();
+            TxtAmount->selectAll();
+            return;
+        }
         Canceled = false;
         KeyLabel = txtEdit->text();
         KeyCharacter = gbCouponKeys ? TxtAmount->text() : cboEdit->currentText();

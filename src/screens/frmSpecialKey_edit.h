@@ -7,6 +7,10 @@ class QLabel;
 class QLineEdit;
 class QPushButton;
 
+// When `amount` is no coupon amount the sales screen can read, says so and gives
+// true: the amount is refused and nothing may be written.
+bool gfbCouponAmount_refused(const QString &amount);
+
 // Edits one special key (label and keyboard character) or coupon key (label and amount).
 class frmSpecialKey_edit : public platform::KeyPreviewForm {
     Q_OBJECT

@@ -1,9 +1,11 @@
 #include "screens/frmSpecialKeys.h"
 #include "common/Conversions.h"
 #include "common/sm_Help_Ops.h"
+#include "common/sm_Messages.h"
 #include "common/sm_Text.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyServices.h"
+#include "platform/Dialogs.h"
 #include "platform/KeyCodes.h"
 #include "platform/Modal.h"
 #include "screens/frmSpecialKey_edit.h"
@@ -74,6 +76,8 @@ void frmSpecialKeys::Form_Load()
         gpSpecialKey_read(key);
         panel->setCaption(key.Caption);
         panel->Tag = key.Tag;
+        ReadCaptions[key.Index] = key.Caption;
+        ReadTags[key.Index] = key.Tag;
     }
     cmdOkCancel[0]->setEnabled(false);
     cmdOkCancel[0]->setVisible(false);
@@ -125,22 +129,65 @@ void frmSpecialKeys::cmdSpecial_Click(int Index)
 
 void frmSpecialKeys::cmdOkCancel_Click(int Index)
 {
-    if (Index == 0) {
-        if (!gfbOtherStation_check(mpFile_path(), ReadStamp,
-                                   gbCouponKeys ? "The coupon key file" : "The special key file"))
-            return;
-        const bool written =
-            gbCouponKeys ? gpCouponKeys_write(keyOf(cmdSpecial[0]), keyOf(cmdSpecial[1]),
-                                              keyOf(cmdSpecial[2]))
-                         : gpSpecialKeys_write(cmdSpecial[0]->Caption(), cmdSpecial[1]->Caption(),
-                                               cmdSpecial[2]->Caption());
-        // A failed save keeps the screen, so the keys can be saved again.
-        if (!written)
-            return;
-        accept();
-    } else {
-        reject();
+    if (Index == 1)
+        return reject();
+    if (gbCouponKeys) {
+        for (const SpecialKeyPanel *panel : cmdSpecial) {
+            if (!conv::Trim(panel->Caption()).isEmpty() &&
+                gfbCouponAmount_refused(panel->Tag.mid(8)))
+                return;
+        }
+    } else if (!mpClashes_accepted()) {
+        return;
     }
+    if (!gfbOtherStation_check(mpFile_path(), ReadStamp,
+                               gbCouponKeys ? "The coupon key file" : "The special key file"))
+        return;
+    const bool written =
+        gbCouponKeys
+            ? gpCouponKeys_write(keyOf(cmdSpecial[0]), keyOf(cmdSpecial[1]), keyOf(cmdSpecial[2]))
+            : gpSpecialKeys_write(cmdSpecial[0]->Caption(), cmdSpecial[1]->Caption(),
+                                  cmdSpecial[2]->Caption());
+    // A failed save keeps the screen, so the keys can be saved again.
+    if (written)
+        accept();
+}
+
+void frmSpecialKeys::reject()
+{
+    if (!mpChanged() || gfbChanges_discard())
+        KeyPreviewForm::reject();
+}
+
+bool frmSpecialKeys::mpChanged() const
+{
+    for (const SpecialKeyPanel *panel : cmdSpecial) {
+        if (panel->Caption() != ReadCaptions[panel->Index()] ||
+            panel->Tag != ReadTags[panel->Index()])
+            return true;
+    }
+    return false;
+}
+
+bool frmSpecialKeys::mpClashes_accepted() const
+{
+    for (int a = 0; a < 3; ++a) {
+        for (int b = a + 1; b < 3; ++b) {
+            const QString character = cmdSpecial[a]->Tag;
+            if (conv::Trim(character).isEmpty() || cmdSpecial[b]->Tag != character)
+                continue;
+            return platform::MsgBox(
+                       QString("Special keys %1 and %2 both use the keyboard character \"%3\", so "
+                               "the keyboard reaches only one of them.\r\rYes: save them as they "
+                               "are.\rNo: stay here and change one of them.")
+                           .arg(a + 1)
+                           .arg(b + 1)
+                           .arg(character),
+                       platform::vbYesNo + platform::vbExclamation + platform::vbDefaultButton2,
+                       "Special Keys") == platform::vbYes;
+        }
+    }
+    return true;
 }
 
 QString frmSpecialKeys::mpFile_path() const

@@ -25,9 +25,16 @@ public:
 
     void cmdSpecial_Click(int Index);
     void cmdOkCancel_Click(int Index);
+    // Cancel, Esc and the window's close button: asks first when a key was changed.
+    void reject() override;
 
 private:
     QString mpFile_path() const;
+    bool mpChanged() const;
+    // Two special keys on one keyboard character: asks whether to save them so.
+    bool mpClashes_accepted() const;
+    std::array<QString, 3> ReadCaptions;
+    std::array<QString, 3> ReadTags;
     // The file as it was read, to tell on Accept whether another station saved it meanwhile.
     versions::FileStamp ReadStamp;
 };

@@ -173,6 +173,9 @@ void frmVersions::cmdRestore_Click()
                          platform::vbYesNo + platform::vbQuestion,
                          "Restore Version") != platform::vbYes)
         return;
+    const bool wasRemoved = !QFile::exists(gDataPath.DataPath() + '/' + version.fileName);
+    const QList<ClearedKey> cleared =
+        wasRemoved ? hotKeySetClearedKeys(version.fileName) : QList<ClearedKey>();
     QString error;
     if (!versions::restore(version, &error)) {
         platform::MsgBox(QDir::toNativeSeparators(gDataPath.DataPath() + '/' + version.fileName) +
@@ -184,7 +187,39 @@ void frmVersions::cmdRestore_Click()
     Restored = true;
     fileName = version.fileName;
     mpSets_fill();
-    lblStatus->setText("Set " + number + " was restored as it was before " + when + ".");
+    lblStatus->setText("Set " + number + " was restored as it was before " + when + "." +
+                       mpClearedKeys_offer(cleared, number));
+}
+
+QString frmVersions::mpClearedKeys_offer(const QList<ClearedKey> &cleared, const QString &number)
+{
+    if (cleared.isEmpty())
+        return QString();
+    QList<LinkingKeys> linking;
+    for (const ClearedKey &key : cleared) {
+        if (linking.isEmpty() || linking.last().fileName != key.fileName)
+            linking << LinkingKeys{key.fileName, 0};
+        ++linking.last().keys;
+    }
+    if (platform::MsgBox("Removing set " + number + " cleared " + hotKeySetLinkingText(linking) +
+                             " that opened it, and their places are still empty.\r\rPut "
+                             "those keys back as they were before the removal?",
+                         platform::vbYesNo + platform::vbQuestion,
+                         "Restore Version") != platform::vbYes)
+        return QString();
+    QStringList problems;
+    const int restored = hotKeySetClearedKeys_restore(cleared, &problems);
+    if (!problems.isEmpty())
+        platform::MsgBox("These sets could not be changed, so their keys were not put back:\r" +
+                             problems.join('\r') +
+                             "\r\rMake sure the data folder can be written to and restore "
+                             "again.",
+                         platform::vbExclamation, "Restore Version");
+    return QString(" %1 key%2 that open%3 it %4 put back.")
+        .arg(restored)
+        .arg(restored == 1 ? "" : "s")
+        .arg(restored == 1 ? "s" : "")
+        .arg(restored == 1 ? "was" : "were");
 }
 
 void frmVersions::Form_KeyDown(int &KeyCode, int)

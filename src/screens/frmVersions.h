@@ -1,4 +1,5 @@
 #pragma once
+#include "hotkeys/hkeyRelink.h"
 #include "hotkeys/hkeyVersions.h"
 #include "platform/KeyPreviewForm.h"
 #include <array>
@@ -36,5 +37,7 @@ private:
     void mpSets_fill();
     void mpVersions_fill();
     void mpVersion_draw();
+    // After a removed set came back: offers to put back the keys its removal cleared.
+    QString mpClearedKeys_offer(const QList<ClearedKey> &cleared, const QString &number);
     QList<versions::Version> Shown;
 };

@@ -1,4 +1,5 @@
 #include "screens/posButtons.h"
+#include "hotkeys/hkeyPictures.h"
 #include <QPainter>
 #include <QStyleOptionButton>
 #include <QStylePainter>
@@ -36,7 +37,7 @@ void MyButton::clearPicture()
 bool MyButton::setPicture(const QString &file)
 {
     QPixmap p;
-    if (!p.load(file))
+    if (!hotKeyPictureProblem(file).isEmpty() || !p.load(file))
         return false;
     m_picture = p;
     update();

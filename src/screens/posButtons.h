@@ -19,7 +19,7 @@ public:
     QString caption() const { return m_caption; }
     void setCaption(const QString &caption);
     const QPixmap &picture() const { return m_picture; }
-    // False when the file is no picture; the former picture then stays.
+    // False when the file is no picture or too large to show; the former picture then stays.
     bool setPicture(const QString &file);
     void clearPicture();
     int captionalignment() const { return m_captionalignment; }

@@ -5,7 +5,9 @@
 #include "common/sm_Messages.h"
 #include "common/sm_Text.h"
 #include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyRelink.h"
 #include "hotkeys/hkeyServices.h"
+#include "hotkeys/hkeySetCheck.h"
 #include "platform/AppInfo.h"
 #include "platform/Dialogs.h"
 #include "platform/KeyCodes.h"
@@ -198,6 +200,8 @@ int frmMain::mpSetNumber_next() const
 bool frmMain::mpEditSet(const QString &setNumber, const QString &fileName, int helpContext,
                         QWidget *over)
 {
+    if (!fileName.isEmpty() && !mpUnreadable_accepted(fileName))
+        return false;
     frmHotKeys editor(over ? over : this);
     editor.HotKeySet = setNumber;
     editor.fileName = fileName;
@@ -205,6 +209,23 @@ bool frmMain::mpEditSet(const QString &setNumber, const QString &fileName, int h
     editor.Form_Load();
     platform::showModal(editor);
     return !editor.Canceled;
+}
+
+bool frmMain::mpUnreadable_accepted(const QString &fileName)
+{
+    QStringList parts = setcheck::unreadableParts(fileName);
+    if (parts.isEmpty())
+        return true;
+    constexpr qsizetype shown = 5;
+    if (parts.size() > shown)
+        parts = parts.mid(0, shown) << QString("and %1 more").arg(parts.size() - shown);
+    return platform::MsgBox(
+               fileName + " holds what this program cannot read:\r" + parts.join('\r') +
+                   "\r\rYes: open it anyway. The editor shows only what could be read, and "
+                   "Accept replaces the file with that (the file as it is now is kept in "
+                   "Versions).\rNo: leave the file as it is.",
+               platform::vbYesNo + platform::vbExclamation + platform::vbDefaultButton2,
+               "Set File Not Readable") == platform::vbYes;
 }
 
 // A stray copy such as HKSET01-old.SDF is listed but is no set: editing it would write
@@ -232,9 +253,10 @@ bool frmMain::mpRowIsSet(int row, const QString &nothingDone) const
 
 void frmMain::cmdEdit_Click(int Index)
 {
+    // The list is read again also after Cancel: another station may have changed the folder.
     if (Index == 0) {
-        if (mpEditSet(conv::Format(mpSetNumber_next(), "#0#"), QString(), 5))
-            mpSetList_fill();
+        mpEditSet(conv::Format(mpSetNumber_next(), "#0#"), QString(), 5);
+        mpSetList_fill();
         return;
     }
     const int row = fgrdItems->Row();
@@ -243,14 +265,19 @@ void frmMain::cmdEdit_Click(int Index)
                                     : "Nothing was deleted and no key was changed."))
         return;
     if (Index == 1) {
-        if (mpEditSet(number, "HKSET" + number + ".SDF", 6)) {
-            mpSetList_fill();
-            mpSelectRow(row);
-        }
+        mpEditSet(number, "HKSET" + number + ".SDF", 6);
+        mpSetList_fill();
+        mpSelectRow(row);
         return;
     }
     const QString title = fgrdItems->TextMatrix(row, 1);
-    if (platform::MsgBox("Ready To Delete '" + title + "'\r\rAre You Sure You Want To Delete?",
+    const QList<LinkingKeys> linking = hotKeySetLinkingKeys(number);
+    const QString links =
+        linking.isEmpty()
+            ? "No key of another set opens it."
+            : "Keys that open it, which will be cleared: " + hotKeySetLinkingText(linking) + ".";
+    if (platform::MsgBox("Ready To Delete '" + title + "'\r\r" + links +
+                             "\r\rAre You Sure You Want To Delete?",
                          platform::vbYesNo + platform::vbQuestion,
                          QString::fromLatin1(platform::kProductName)) != platform::vbYes)
         return;

@@ -82,6 +82,8 @@ private:
     void fgrdItems_DblClick();
     void cmdVersions_Click();
     // Shows the set editor for a set; true when the user accepted it.
+    // A set file with lines the reader cannot take: says so and asks whether to open it.
+    bool mpUnreadable_accepted(const QString &fileName);
     bool mpEditSet(const QString &setNumber, const QString &fileName, int helpContext,
                    QWidget *over = nullptr);
     // Check Sets and Where Used, in frmMain_Check.cpp.

@@ -61,10 +61,10 @@ void frmMain::mpCheck_show(int mode, const QString &setNumber)
 {
     frmSetCheck list(static_cast<frmSetCheck::Mode>(mode), this);
     list.SetNumber = setNumber;
-    // The list is made again when the editor closes; the set list only when a set was saved.
+    // The list and the set list are made again when the editor closes, also after Cancel.
     list.EditSet = [this](QWidget *over, const QString &number, const QString &file) {
-        if (mpEditSet(number, file, 6, over))
-            mpSetList_fill();
+        mpEditSet(number, file, 6, over);
+        mpSetList_fill();
     };
     list.PrintList = [](frmSetCheck &shown) {
         mpReport_headings(shown.Heading);

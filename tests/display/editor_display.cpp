@@ -60,6 +60,9 @@ TEST_F(EditorOnDisplay, AddASetWithALinkFromTheSetFinderAPictureAndAColumnTitle)
     });
     robot.on<frmHotKey_Define>([&](frmHotKey_Define &key) {
         EXPECT_EQ(key.txtEdit[3]->text(), "coffee.jpg");
+        EXPECT_FALSE(key.picPreview->picture().isNull()) << "the key as it will look";
+        EXPECT_EQ(key.lblPicture->text(), "");
+        robot.shot(&key, "key-dialog-picture");
         Robot::key("F10");
     });
     QPointer<frmHotKeys> editor;

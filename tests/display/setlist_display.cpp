@@ -52,8 +52,9 @@ TEST_F(SetListOnDisplay, RemoveASetAfterTheQuestionAndItsLinksGoToo)
     });
     EXPECT_EQ(runProgram(), 0);
     EXPECT_EQ(rows, 12);
-    EXPECT_EQ(robot.boxTexts, (QStringList{"Ready To Delete 'Lottery'\n\nAre You Sure You Want To "
-                                           "Delete?",
+    EXPECT_EQ(robot.boxTexts, (QStringList{"Ready To Delete 'Lottery'\n\nKeys that open it, which "
+                                           "will be cleared: 1 key in 1 other set (set 01).\n\n"
+                                           "Are You Sure You Want To Delete?",
                                            "Hot keys Removed"}));
     EXPECT_FALSE(QFile::exists(dataPath() + "/HKSET12.SDF"));
     EXPECT_FALSE(readDataFile("HKSET01.SDF").contains("Lottery"));

@@ -50,6 +50,8 @@ TEST_F(SpecialKeysOnDisplay, DefineASpecialKey)
         EXPECT_EQ(keys.cmdSpecial[1]->Caption(), "Price Check\r*");
         Robot::key("F10");
     });
+    // Void Line is on "*" too: the screen warns, and Yes saves them so.
+    robot.answer("Special keys 1 and 2 both use the keyboard character", QMessageBox::Yes);
     robot.on<frmMain>([&](frmMain &) { Robot::key("Escape"); });
     EXPECT_EQ(runProgram(), 0);
     EXPECT_EQ(readDataFile("SPECIAL.BDF"), "[BUTTON]1[CAPTION]Void Line[KEY]*\r\n"

@@ -1,10 +1,12 @@
 #include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyPictures.h"
 #include "hotkeys/hkeySetCheck.h"
 #include "support/HkTest.h"
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
 
 using namespace setcheck;
 using testing_support::HkTest;
@@ -43,8 +45,7 @@ protected:
         HkTest::SetUp();
         QDir(dataPath()).mkpath("pictures/HotKeys");
         gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
-        QFile picture(gsHotKeyPicturePath + "coffee.jpg");
-        ASSERT_TRUE(picture.open(QIODevice::WriteOnly));
+        picture("coffee.jpg", {8, 8});
     }
     // A set whose first column holds `keys`; the other columns are blank.
     void writeSet(int number, const QByteArray &title, const QByteArray &keys,
@@ -62,8 +63,8 @@ protected:
             QHash<QString, ItemState> known;
             for (const QString &key : keys) {
                 asked << (byId ? "I " : "S ") + key;
-                if (inventory.contains(key))
-                    known[key] = inventory[key];
+                if (inventory.contains(asked.last()))
+                    known[key] = inventory[asked.last()];
             }
             return std::optional(known);
         });
@@ -79,9 +80,16 @@ protected:
         }
         return files;
     }
-    QHash<QString, ItemState> inventory{{"00012345", ItemState::Found},
-                                        {"CAKE-1", ItemState::Found},
-                                        {"00099990", ItemState::Deleted}};
+    void picture(const QString &name, QSize size)
+    {
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        ASSERT_TRUE(image.save(gsHotKeyPicturePath + name));
+    }
+    // By the kind asked, as the inventory tells S/Ls and Item IDs apart.
+    QHash<QString, ItemState> inventory{{"S 00012345", ItemState::Found},
+                                        {"I CAKE-1", ItemState::Found},
+                                        {"S 00099990", ItemState::Deleted}};
     QStringList asked;
 };
 
@@ -225,13 +233,48 @@ TEST_F(SetCheckTest, WhereUsedFindsAnItemInEveryFormAndASetByEveryFormOfItsNumbe
     EXPECT_EQ(said, QStringList({"01 1/1 \"Coffee\" sells S/L 0001234.5",
                                  "01 1/3 \"By Id\" sells Item ID cafe-9"}))
         << said.join("\n").toStdString();
-    // "1234.5" is another S/L than "0001234.5", for the inventory as for the sales screen.
+    // A short S/L is looked for in its full form too; the full form finds only itself above.
     said = lines(whereItemUsed({"1234.5", ""}));
-    EXPECT_EQ(said, QStringList({"01 1/2 \"Coffee 2\" sells S/L 1234.5"}));
+    EXPECT_EQ(said, QStringList({"01 1/1 \"Coffee\" sells S/L 0001234.5",
+                                 "01 1/2 \"Coffee 2\" sells S/L 1234.5"}));
     EXPECT_TRUE(whereItemUsed({"", "0001234.5"}).findings.isEmpty()); // an Item ID is no S/L
 
     said = lines(whereSetUsed("01"));
     EXPECT_EQ(said,
               QStringList({"02 1/1 \"Back\" opens set 01", "02 1/2 \"Back 2\" opens set 01"}));
     EXPECT_EQ(whereSetUsed("2").findings.size(), 1);
+}
+
+TEST_F(SetCheckTest, EachKeyIsCheckedByItsOwnKindSpecialCodesNeedNoRowAndPicturesMustShow)
+{
+    picture("wide.png", {kMaxPictureSide + 1, 2});
+    writeDataFile("pictures/HotKeys/text.jpg", "not a picture");
+    writeSet(1, "Main",
+             key(1, "No Stock", "~NONSTK", "No", "") + key(2, "Paid Out", "~POUT", "No", "") +
+                 key(3, "Coupon", "~SCOUPN", "No", "") + key(4, "Cake", "CAKE-1", "No", "") +
+                 key(5, "Coffee", "00012345", "Yes", "") + key(6, "Cake", "CAKE-1", "Yes", "") +
+                 key(7, "Wide", "0001234.5", "No", "", "wide.png") +
+                 key(8, "Text", "0001234.5", "No", "", "text.jpg"));
+    writeDataFile("SPECIAL.BDF", "[BUTTON]1[CAPTION]Void[KEY]*\r\n"
+                                 "[BUTTON]2[CAPTION]Void Too[KEY]*\r\n"
+                                 "[BUTTON]3[CAPTION]Odd[KEY]~SCOUPN[VALUE]1.5.0\r\n");
+    writeDataFile("COUPON.BDF", "[BUTTON]1[CAPTION]Dollar Off[KEY]~SCOUPN[VALUE]abc-2.5x\r\n"
+                                "[BUTTON]2[CAPTION]Fine[KEY]~SCOUPN[VALUE].50\r\n");
+
+    QStringList found = lines(check());
+    found.removeFirst(); // set 01 is opened by no other set
+    EXPECT_EQ(found,
+              QStringList({"01 1/4 sells S/L CAKE-1, which is not in the inventory",
+                           "01 1/5 sells Item ID 00012345, which is not in the inventory",
+                           "01 1/7 shows the picture \"wide.png\", which is 4097 x 2 pixels, "
+                           "larger than the 4096 x 4096 a key can show",
+                           "01 1/8 shows the picture \"text.jpg\", which cannot be read as a "
+                           "picture",
+                           " 0/2 \"Void Too\" uses the keyboard character \"*\", as key 1 does: "
+                           "the keyboard reaches only one of them",
+                           " 0/3 coupon key \"Odd\" has the amount \"1.5.0\", which is not a "
+                           "number with at most two decimals",
+                           " 0/1 coupon key \"Dollar Off\" has the amount \"abc-2.5x\", which is "
+                           "not a number with at most two decimals"}));
+    EXPECT_EQ(asked.filter("~"), QStringList()) << "special codes are not asked for";
 }

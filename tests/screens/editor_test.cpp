@@ -55,7 +55,9 @@ TEST_F(EditorTest, ASetIsBuiltThroughTheScreensAndWrittenAsTheFileFormatSays)
 {
     writeSet("07", "Desserts");
     QDir(dataPath()).mkpath("pictures/HotKeys");
-    writeDataFile("pictures/HotKeys/coffee.jpg", "");
+    QImage coffee(8, 8, QImage::Format_RGB32);
+    coffee.fill(Qt::darkRed);
+    ASSERT_TRUE(coffee.save(dataPath() + "/pictures/HotKeys/coffee.jpg"));
 
     frmMain main;
     main.Form_Load();
@@ -140,13 +142,15 @@ TEST_F(EditorTest, CancelLeavesTheFileAndChangeKeepsTheSelectedRow)
     main.show();
     gpGrid_selectRow(main.fgrdItems, 2);
 
-    on<frmHotKeys>([](frmHotKeys &editor) {
+    on<frmHotKeys>([this](frmHotKeys &editor) {
         EXPECT_EQ(editor.windowTitle(), "Hot Keys Set:  - HKSET02.SDF");
         editor.txtButtonSet->setText("Changed");
+        dialogs.answer(vbYes); // discard the change
         QTest::keyClick(editor.txtButtonSet, Qt::Key_Escape);
     });
     QTest::keyClick(main.fgrdItems, Qt::Key_C);
     EXPECT_EQ(readDataFile("HKSET02.SDF"), before);
+    EXPECT_EQ(boxTexts(), QStringList({"Discard the changes to this set?"}));
 
     on<frmHotKeys>([](frmHotKeys &editor) {
         editor.txtButtonSet->clear();
@@ -233,6 +237,7 @@ TEST_F(EditorTest, KeyDialogValidatesAsTheStoreExpects)
     QTest::keyClick(key.txtEdit[1], Qt::Key_F10);
     EXPECT_TRUE(key.Canceled) << "No keeps the dialog open for a label";
     dialogs.answer(vbYes);
+    dialogs.answer(vbYes); // the picture is not there: keep its name all the same
     QTest::keyClick(key.txtEdit[1], Qt::Key_F10);
     EXPECT_FALSE(key.Canceled);
     EXPECT_EQ(key.ButtonLabel, "");
@@ -240,7 +245,8 @@ TEST_F(EditorTest, KeyDialogValidatesAsTheStoreExpects)
     EXPECT_EQ(key.ButtonIcon, "pic.jpg");
 
     const auto shown = boxes();
-    ASSERT_EQ(shown.size(), 4);
+    ASSERT_EQ(shown.size(), 5);
+    EXPECT_EQ(shown[4].title, "Set Picture");
     EXPECT_EQ(shown[0].text, "Button needs an Item or a Link");
     EXPECT_EQ(shown[0].style, 64);
     EXPECT_EQ(shown[1].text, "Button needs a Label or Icon");

@@ -9,6 +9,7 @@
 #include "screens/posButtons.h"
 #include "support/HkTest.h"
 #include <QApplication>
+#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QTest>
@@ -246,13 +247,16 @@ TEST_F(SafeEditTest, SpecialAndCouponScreensAskBeforeOverwritingAnotherStationsK
         gbCouponKeys = coupons;
         gbSpecialKeys = !coupons;
         const QString file = coupons ? "COUPON.BDF" : "SPECIAL.BDF";
-        writeDataFile(file, "[BUTTON]1[CAPTION]Old[KEY]*\r\n");
+        writeDataFile(file, coupons ? "[BUTTON]1[CAPTION]Old[KEY]~SCOUPN[VALUE]1\r\n"
+                                    : "[BUTTON]1[CAPTION]Old[KEY]*\r\n");
         frmSpecialKeys screen;
         screen.Form_Load();
         screen.show();
         modal.drive("frmSpecialKey_edit", [](QDialog &d) {
             auto &edit = static_cast<frmSpecialKey_edit &>(d);
             edit.txtEdit->setText("New");
+            edit.TxtAmount->setText("2");
+            edit.cboEdit->setEditText("/"); // not the old key's character
             QTest::keyClick(edit.txtEdit, Qt::Key_F10);
         });
         QTest::mouseClick(screen.cmdSpecial[1], Qt::LeftButton);

@@ -134,8 +134,10 @@ TEST_F(SpecialKeysTest, ClearedSpecialKeyWritesAnEmptyLineAndCancelDropsAllEdits
     auto special = open();
     onEdit([](frmSpecialKey_edit &d) { QTest::mouseClick(d.cmdClear, Qt::LeftButton); });
     QTest::mouseClick(special->cmdSpecial[0], Qt::LeftButton);
+    dialogs.answer(vbYes);
     QTest::keyClick(special.get(), Qt::Key_Escape);
     EXPECT_EQ(readDataFile("SPECIAL.BDF"), before);
+    EXPECT_EQ(boxTexts(), QStringList({"Discard the changes to this set?"}));
 
     auto again = open();
     onEdit([](frmSpecialKey_edit &d) { QTest::mouseClick(d.cmdClear, Qt::LeftButton); });
@@ -176,6 +178,7 @@ TEST_F(SpecialKeysTest, HandEditedFilesAreReadWithoutHarm)
     QTest::mouseClick(odd->cmdSpecial[0], Qt::LeftButton);
     QTest::keyClick(odd.get(), Qt::Key_F10);
     EXPECT_EQ(readDataFile("COUPON.BDF"), "[BUTTON]1[CAPTION]Odd[KEY]~SCOUPN[VALUE]abc\r\n");
+    EXPECT_EQ(boxes().size(), 2) << "refused by the key and by the screen: nothing written";
 }
 
 TEST_F(SpecialKeysTest, TheSetListOpensEachKindAndAFailedSaveKeepsTheScreen)

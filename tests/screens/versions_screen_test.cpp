@@ -104,3 +104,41 @@ TEST_F(VersionsScreenTest, WithNothingKeptTheScreenSaysSoAndRestoresNothing)
     QTest::mouseClick(main.cmdVersions, Qt::LeftButton);
     EXPECT_EQ(modal.shown, QStringList{"frmVersions"});
 }
+
+TEST_F(VersionsScreenTest, RestoringARemovedSetPutsBackTheKeysItsRemovalClearedWhereStillEmpty)
+{
+    saveSet("05", "Bar", "Beer");
+    gpHotKeySet_clear();
+    gHotKeyGroups[1].Buttons[1] = {"Bar", "", "5", "", "No", ""};
+    gHotKeyGroups[3].Buttons[8] = {"Bar Too", "", "05", "", "No", ""};
+    ASSERT_TRUE(gpHotKeySet_write("01", "Main"));
+    gHotKeyGroups[3].Buttons[8] = HotKeyButton();
+    ASSERT_TRUE(gpHotKeySet_write("02", "Drinks"));
+    const QByteArray main = readDataFile("HKSET01.SDF");
+    ASSERT_TRUE(gpHotKeySet_remove("05").removed);
+    // Set 02 got a new key where the link was; set 01 is as the removal left it.
+    gHotKeyGroups[1].Buttons[1] = {"Tea", "0002", "", "", "No", ""};
+    ASSERT_TRUE(gpHotKeySet_write("02", "Drinks"));
+    const QByteArray drinks = readDataFile("HKSET02.SDF");
+
+    onVersions([&](frmVersions &screen) {
+        screen.cboSet->setCurrentIndex(screen.cboSet->findData("HKSET05.SDF"));
+        dialogs.answer(vbYes);
+        dialogs.answer(vbYes);
+        QTest::mouseClick(screen.cmdRestore, Qt::LeftButton);
+        EXPECT_TRUE(screen.lblStatus->text().endsWith(" 2 keys that open it were put back."))
+            << screen.lblStatus->text().toStdString();
+        screen.reject();
+    });
+    frmMain list;
+    list.Form_Load();
+    list.cmdVersions->click();
+    EXPECT_EQ(readDataFile("HKSET01.SDF"), main) << "both keys back where they were";
+    EXPECT_EQ(readDataFile("HKSET02.SDF"), drinks);
+    const QList<testing_support::Box> asked = boxes();
+    ASSERT_EQ(asked.size(), 2);
+    EXPECT_EQ(asked[1].text, "Removing set 05 cleared 2 keys in 1 other set (set 01) that opened "
+                             "it, and their places are still empty.\r\rPut those keys back as "
+                             "they were before the removal?");
+    EXPECT_EQ(asked[1].style, vbYesNo + vbQuestion);
+}

@@ -116,11 +116,81 @@ TEST_F(MainScreenTest, DeleteAsksRemovesRepairsAndSelectsRowOne)
     EXPECT_EQ(form->mpSetNumber_next(), 3);
     const auto shown = boxes();
     ASSERT_EQ(shown.size(), 3);
-    EXPECT_EQ(shown[0].text, "Ready To Delete 'Three'\r\rAre You Sure You Want To Delete?");
+    EXPECT_EQ(shown[0].text, "Ready To Delete 'Three'\r\rKeys that open it, which will be "
+                             "cleared: 1 key in 1 other set (set 01).\r\rAre You Sure You Want "
+                             "To Delete?");
     EXPECT_EQ(shown[0].style, 36);
     EXPECT_EQ(shown[0].title, "ZEL Hot Keys");
     EXPECT_EQ(shown[2].text, "Hot keys Removed");
     EXPECT_EQ(shown[2].style, 0);
+}
+
+TEST_F(MainScreenTest, DeleteSaysHowManyKeysInWhichSetsItClears)
+{
+    addSet(1, "One", "5");
+    addSet(2, "Two", "05");
+    addSet(3, "Three");
+    writeDataFile("HKSET04.SDF", "[SET]Four\r\n[GROUP]2[CAPTION][COLOR]\r\n"
+                                 "[BUTTON]1[CAPTION]A[ITEM][ICON][IDSELECT]No[LINKSET]5[ROOT]\r\n"
+                                 "[BUTTON]2[CAPTION]B[ITEM][ICON][IDSELECT]No[LINKSET]5[ROOT]\r\n");
+    addSet(5, "Five");
+    addSet(6, "Six");
+    for (int n = 11; n <= 17; ++n) addSet(n, "Many", "6");
+    const struct {
+        int row;
+        const char *line;
+    } cases[] = {
+        {3, "No key of another set opens it."},
+        {5, "Keys that open it, which will be cleared: 4 keys in 3 other sets (sets 01, 02, 04)."},
+        {6, "Keys that open it, which will be cleared: 7 keys in 7 other sets."},
+    };
+    load();
+    for (const auto &c : cases) {
+        gpGrid_selectRow(form->fgrdItems, c.row);
+        dialogs.answer(vbNo);
+        QTest::mouseClick(form->cmdEdit[2], Qt::LeftButton);
+        const QString title = form->fgrdItems->TextMatrix(c.row, 1);
+        EXPECT_EQ(boxTexts(), QStringList({"Ready To Delete '" + title + "'\r\r" + c.line +
+                                           "\r\rAre You Sure You Want To Delete?"}));
+    }
+}
+
+TEST_F(MainScreenTest, AnUnreadableSetFileIsToldBeforeTheEditorAndTheListIsReadAfterCancel)
+{
+    const QByteArray junk = "hello\r\n[GROUP]9[CAPTION]x\r\n";
+    writeDataFile("HKSET01.SDF", junk);
+    load();
+    dialogs.answer(vbNo);
+    QTest::mouseClick(form->cmdEdit[1], Qt::LeftButton);
+    EXPECT_TRUE(modal.shown.isEmpty()) << "No opens nothing";
+    const QList<testing_support::Box> asked = boxes();
+    ASSERT_EQ(asked.size(), 1);
+    EXPECT_EQ(asked[0].title, "Set File Not Readable");
+    EXPECT_EQ(asked[0].style, vbYesNo + vbExclamation + vbDefaultButton2);
+    EXPECT_EQ(asked[0].text,
+              "HKSET01.SDF holds what this program cannot read:\rline 1 is not the title line "
+              "([SET]): the set shows no title\rline 2 names column \"9\", which is not 1 to 4: "
+              "it and its keys were skipped\r\rYes: open it anyway. The editor shows only what "
+              "could be read, and Accept replaces the file with that (the file as it is now is "
+              "kept in Versions).\rNo: leave the file as it is.");
+    EXPECT_EQ(readDataFile("HKSET01.SDF"), junk);
+
+    // Yes opens it; Cancel writes nothing but the list shows what changed meanwhile.
+    modal.drive("frmHotKeys", [this](QDialog &editor) {
+        addSet(2, "Added Elsewhere");
+        QTest::keyClick(&editor, Qt::Key_Escape);
+    });
+    dialogs.answer(vbYes);
+    QTest::mouseClick(form->cmdEdit[1], Qt::LeftButton);
+    EXPECT_EQ(column(1), QStringList({"", "Added Elsewhere"}));
+    EXPECT_EQ(readDataFile("HKSET01.SDF"), junk);
+
+    // Accept replaces it, even with nothing changed on the screen.
+    modal.drive("frmHotKeys", [](QDialog &editor) { QTest::keyClick(&editor, Qt::Key_F10); });
+    dialogs.answer(vbYes);
+    QTest::mouseClick(form->cmdEdit[1], Qt::LeftButton);
+    EXPECT_EQ(readDataFile("HKSET01.SDF").count("\r\n"), 37);
+    EXPECT_EQ(boxes().size(), 2);
 }
 
 TEST_F(MainScreenTest, AStrayFileIsNeitherEditedNorDeleted)

@@ -1,0 +1,342 @@
+#include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyPictures.h"
+#include "hotkeys/hkeyServices.h"
+#include "lookup/LookupState.h"
+#include "screens/frmHotKey_Define.h"
+#include "screens/frmHotKeys.h"
+#include "screens/frmSpecialKey_edit.h"
+#include "screens/frmSpecialKeys.h"
+#include "screens/posButtons.h"
+#include "support/StoreDb.h"
+#include <QComboBox>
+#include <QDir>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+
+using namespace platform;
+using testing_support::HkTest;
+using testing_support::StoreDbTest;
+
+// What keeps a clerk's work and keeps a wrong item off a key: the questions before
+// changes are dropped, the checks before a file is written, the picture preview.
+namespace {
+
+const QString kDiscard = "Discard the changes to this set?";
+
+// Set 01 as the program writes it, with an untitled coloured third column.
+const QByteArray kSet = [] {
+    QByteArray text = "[SET]Lunch\r\n";
+    for (int g = 1; g <= 4; ++g) {
+        text += "[GROUP]" + QByteArray::number(g) +
+                (g == 1   ? "[CAPTION]Drinks[COLOR]\r\n"
+                 : g == 3 ? "[CAPTION][COLOR]BLUE\r\n"
+                          : "[CAPTION][COLOR]*Default\r\n");
+        for (int k = 1; k <= 8; ++k)
+            text +=
+                "[BUTTON]" + QByteArray::number(k) +
+                (g == 1 && k == 1 ? "[CAPTION]Coffee[ITEM]0001[ICON][IDSELECT]No[LINKSET][ROOT]\r\n"
+                                  : "[CAPTION][ITEM][ICON][IDSELECT][LINKSET][ROOT]\r\n");
+    }
+    return text;
+}();
+
+class ClerkTest : public HkTest {
+protected:
+    void SetUp() override
+    {
+        HkTest::SetUp();
+        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
+        QDir(dataPath()).mkpath("pictures/HotKeys");
+        giLinkOption = 0;
+        writeDataFile("HKSET01.SDF", kSet);
+    }
+    std::unique_ptr<frmHotKeys> openEditor()
+    {
+        auto editor = std::make_unique<frmHotKeys>();
+        editor->HotKeySet = "01";
+        editor->fileName = "HKSET01.SDF";
+        editor->Form_Load();
+        editor->setWindowState(Qt::WindowNoState);
+        editor->show();
+        return editor;
+    }
+    std::unique_ptr<frmSpecialKeys> openKeys(bool coupons)
+    {
+        gbCouponKeys = coupons;
+        gbSpecialKeys = !coupons;
+        auto screen = std::make_unique<frmSpecialKeys>();
+        screen->Form_Load();
+        screen->show();
+        return screen;
+    }
+    void onKey(std::function<void(frmHotKey_Define &)> act)
+    {
+        modal.drive("frmHotKey_Define",
+                    [act](QDialog &d) { act(static_cast<frmHotKey_Define &>(d)); });
+    }
+    void onEdit(std::function<void(frmSpecialKey_edit &)> act)
+    {
+        modal.drive("frmSpecialKey_edit",
+                    [act](QDialog &d) { act(static_cast<frmSpecialKey_edit &>(d)); });
+    }
+    // Edits key 1 of the special or coupon screen: label and character or amount.
+    void editKey(frmSpecialKeys &screen, int index, const QString &label, const QString &value)
+    {
+        onEdit([=](frmSpecialKey_edit &d) {
+            d.txtEdit->setText(label);
+            if (gbCouponKeys)
+                d.TxtAmount->setText(value);
+            else
+                d.cboEdit->setEditText(value);
+            QTest::keyClick(d.txtEdit, Qt::Key_F10);
+            if (d.isVisible()) // refused: the clerk gives up on this key
+                QTest::keyClick(d.txtEdit, Qt::Key_Escape);
+        });
+        QTest::mouseClick(screen.cmdSpecial[index], Qt::LeftButton);
+    }
+    void picture(const QString &name, QSize size)
+    {
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(Qt::darkGreen);
+        ASSERT_TRUE(image.save(gsHotKeyPicturePath + name));
+    }
+};
+
+} // namespace
+
+TEST_F(ClerkTest, CancelAndEscAskOnlyWhenSomethingChangedAndNoKeepsTheScreen)
+{
+    struct Screen {
+        const char *name;
+        std::function<std::unique_ptr<QDialog>()> open;
+        std::function<void(QDialog &)> change;
+        std::function<void(QDialog &)> cancel;
+    };
+    const Screen screens[] = {
+        {"editor", [this] { return std::unique_ptr<QDialog>(openEditor()); },
+         [](QDialog &f) { static_cast<frmHotKeys &>(f).txtButtonSet->setText("Dinner"); },
+         [](QDialog &f) {
+             QTest::mouseClick(static_cast<frmHotKeys &>(f).cmdOkCancel[1], Qt::LeftButton);
+         }},
+        {"special keys", [this] { return std::unique_ptr<QDialog>(openKeys(false)); },
+         [this](QDialog &f) { editKey(static_cast<frmSpecialKeys &>(f), 0, "Void", "*"); },
+         [](QDialog &f) {
+             QTest::mouseClick(static_cast<frmSpecialKeys &>(f).cmdOkCancel[1], Qt::LeftButton);
+         }},
+        {"coupons", [this] { return std::unique_ptr<QDialog>(openKeys(true)); },
+         [this](QDialog &f) { editKey(static_cast<frmSpecialKeys &>(f), 0, "Dollar Off", "1"); },
+         [](QDialog &f) { f.close(); }},
+    };
+    for (const Screen &s : screens) {
+        SCOPED_TRACE(s.name);
+        auto form = s.open();
+        QTest::keyClick(form.get(), Qt::Key_Escape);
+        EXPECT_FALSE(form->isVisible()) << "nothing changed: closes at once";
+        EXPECT_TRUE(boxes().isEmpty());
+
+        form = s.open();
+        s.change(*form);
+        dialogs.answer(vbNo);
+        QTest::keyClick(form.get(), Qt::Key_Escape);
+        EXPECT_TRUE(form->isVisible()) << "No keeps the screen";
+        dialogs.answer(vbYes);
+        s.cancel(*form);
+        EXPECT_FALSE(form->isVisible());
+        const QList<testing_support::Box> asked = boxes();
+        ASSERT_EQ(asked.size(), 2);
+        for (const auto &box : asked) {
+            EXPECT_EQ(box.text, kDiscard);
+            EXPECT_EQ(box.style, vbYesNo + vbQuestion + vbDefaultButton2);
+        }
+    }
+    EXPECT_EQ(readDataFile("HKSET01.SDF"), kSet);
+    EXPECT_FALSE(QFile::exists(dataPath() + "/SPECIAL.BDF"));
+    EXPECT_FALSE(QFile::exists(dataPath() + "/COUPON.BDF"));
+}
+
+TEST_F(ClerkTest, EveryUndoStepChangesSomethingAndUndoingAllGivesTheFileBackAsRead)
+{
+    auto editor = openEditor();
+    onKey([](frmHotKey_Define &key) { QTest::keyClick(key.txtEdit[0], Qt::Key_F10); });
+    QTest::mouseClick(editor->cmdHkGroup[1][0], Qt::LeftButton);
+    EXPECT_FALSE(editor->cmdUndo->isEnabled()) << "a key accepted unchanged is no step";
+
+    QTest::mouseClick(editor->cmdEdit_Group[3], Qt::LeftButton);
+    editor->txtEdit->setText("Snacks");
+    QTest::keyClick(editor->txtEdit, Qt::Key_F10);
+    QTest::keyClick(editor->txtEdit, Qt::Key_F10); // the same title twice: one step
+    EXPECT_EQ(gHotKeyGroups[3].Color, kSilverColor) << "its first title turns it silver";
+    QTest::mouseClick(editor->cmdUndo, Qt::LeftButton);
+    EXPECT_FALSE(editor->cmdUndo->isEnabled());
+    EXPECT_EQ(editor->txtEdit->text(), "") << "the open panel shows the undone title";
+    QTest::keyClick(editor->txtEdit, Qt::Key_F10);
+    EXPECT_FALSE(editor->cmdUndo->isEnabled()) << "so its Accept stores nothing again";
+    EXPECT_EQ(editor->cmdEdit_Group[3]->caption(), "");
+
+    QTest::mouseClick(editor->cmdGroup_OkCancel[1], Qt::LeftButton);
+    QTest::keyClick(editor->txtButtonSet, Qt::Key_F10);
+    EXPECT_FALSE(editor->isVisible());
+    EXPECT_EQ(readDataFile("HKSET01.SDF"), kSet) << "BLUE kept, byte for byte";
+
+    // A hand-written file taken back to what was read stays as it was, too.
+    const QByteArray handWritten = QByteArray(kSet).replace("\r\n", "\n");
+    writeDataFile("HKSET01.SDF", handWritten);
+    editor = openEditor();
+    QTest::mouseClick(editor->cmdEdit_Group[1], Qt::LeftButton);
+    editor->txtEdit->setText("Hot Drinks");
+    QTest::mouseClick(editor->cmdGroup_OkCancel[0], Qt::LeftButton);
+    QTest::keyClick(editor->txtButtonSet, Qt::Key_Z, Qt::ControlModifier);
+    QTest::mouseClick(editor->cmdGroup_OkCancel[1], Qt::LeftButton);
+    QTest::mouseClick(editor->cmdOkCancel[0], Qt::LeftButton);
+    EXPECT_EQ(readDataFile("HKSET01.SDF"), handWritten);
+}
+
+TEST_F(ClerkTest, CouponAmountsAreRefusedUnlessANumberAndSpecialKeysWarnOfAClash)
+{
+    const struct {
+        const char *amount;
+        bool taken;
+    } amounts[] = {{"abc-2.5x", false}, {"1.234", false}, {"", false},   {"-1", false},
+                   {"1", true},         {".50", true},    {"2.5", true}, {"10.00", true}};
+    auto coupons = openKeys(true);
+    for (const auto &c : amounts) {
+        SCOPED_TRACE(c.amount);
+        const QString before = coupons->cmdSpecial[0]->Tag;
+        editKey(*coupons, 0, "Coupon", c.amount);
+        EXPECT_EQ(coupons->cmdSpecial[0]->Tag, c.taken ? QString("~SCOUPN|") + c.amount : before);
+        const QStringList shown = boxTexts();
+        EXPECT_EQ(shown, c.taken ? QStringList()
+                                 : QStringList({QString("The amount \"%1\" is not a number with at "
+                                                        "most two decimals, such as 1.00 or .50, "
+                                                        "so the sales screen cannot take it.\r\r"
+                                                        "Type the coupon's amount again; nothing "
+                                                        "was saved.")
+                                                    .arg(c.amount)}));
+    }
+    EXPECT_FALSE(QFile::exists(dataPath() + "/COUPON.BDF"));
+
+    // A bad amount from a hand edit is refused at Accept too, before anything is written.
+    const QByteArray handEdited = "[BUTTON]2[CAPTION]Odd[KEY]~SCOUPN[VALUE]abc\r\n";
+    writeDataFile("COUPON.BDF", handEdited);
+    coupons = openKeys(true);
+    QTest::keyClick(coupons.get(), Qt::Key_F10);
+    EXPECT_EQ(boxes().size(), 1);
+    EXPECT_TRUE(coupons->isVisible());
+    EXPECT_EQ(readDataFile("COUPON.BDF"), handEdited);
+
+    auto special = openKeys(false);
+    editKey(*special, 0, "Void", "*");
+    editKey(*special, 2, "Void Too", "*");
+    dialogs.answer(vbNo);
+    QTest::keyClick(special.get(), Qt::Key_F10);
+    EXPECT_TRUE(special->isVisible()) << "No stays to change one of them";
+    EXPECT_FALSE(QFile::exists(dataPath() + "/SPECIAL.BDF"));
+    dialogs.answer(vbYes);
+    QTest::keyClick(special.get(), Qt::Key_F10);
+    EXPECT_EQ(readDataFile("SPECIAL.BDF"),
+              "[BUTTON]1[CAPTION]Void[KEY]*\r\n[BUTTON]3[CAPTION]Void Too[KEY]*\r\n");
+    const QList<testing_support::Box> asked = boxes();
+    ASSERT_EQ(asked.size(), 2);
+    EXPECT_EQ(asked[0].text, "Special keys 1 and 3 both use the keyboard character \"*\", so the "
+                             "keyboard reaches only one of them.\r\rYes: save them as they are.\r"
+                             "No: stay here and change one of them.");
+    EXPECT_EQ(asked[0].style, vbYesNo + vbExclamation + vbDefaultButton2);
+}
+
+TEST_F(ClerkTest, TheKeyDialogShowsThePictureAsOnTheKeyAndSaysWhyNot)
+{
+    picture("good.jpg", {40, 30});
+    picture("wide.png", {kMaxPictureSide + 1, 2});
+    writeDataFile("pictures/HotKeys/text.jpg", "not a picture");
+    const struct {
+        const char *name;
+        const char *said; // after "The picture "<name>" "
+    } cases[] = {
+        {"good.jpg", ""},
+        {"text.jpg", "cannot be read as a picture"},
+        {"wide.png", "is 4097 x 2 pixels, larger than the 4096 x 4096 a key can show"},
+        {"gone.jpg", "is not in the pictures folder"},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.name);
+        const QString said =
+            *c.said
+                ? QString("The picture \"%1\" %2, so the key shows no picture.").arg(c.name, c.said)
+                : QString();
+        frmHotKey_Define key;
+        key.ButtonLabel = "Coffee";
+        key.ButtomItem = "0001";
+        key.ButtonIcon = c.name;
+        key.Form_Load();
+        key.show();
+        EXPECT_EQ(key.lblPicture->text(), said);
+        EXPECT_EQ(key.picPreview->picture().isNull(), *c.said != 0);
+        EXPECT_EQ(key.picPreview->caption(), "Coffee");
+        if (*c.said) {
+            dialogs.answer(vbNo);
+            QTest::keyClick(key.txtEdit[0], Qt::Key_F10);
+            EXPECT_TRUE(key.Canceled) << "No stays to choose another picture";
+            dialogs.answer(vbYes);
+        }
+        QTest::keyClick(key.txtEdit[0], Qt::Key_F10);
+        EXPECT_FALSE(key.Canceled);
+        for (const auto &box : boxes()) {
+            EXPECT_EQ(box.title, "Set Picture");
+            EXPECT_EQ(box.text, said + "\r\rYes: keep this picture name on the key all the "
+                                       "same.\rNo: stay here and choose another picture.");
+        }
+    }
+}
+
+namespace {
+
+class KeyPickTest : public StoreDbTest {
+protected:
+    void SetUp() override
+    {
+        StoreDbTest::SetUp();
+        if (IsSkipped() || HasFatalFailure())
+            return;
+        openStore();
+        addItem("00012345", "COF-1", "COFFEE SMALL");
+        addItem("00020010", "CAKE-1", "CHOCOLATE CAKE");
+        giLinkOption = 0;
+    }
+    // Picks `sl` with F3 in the key dialog.
+    void pick(frmHotKey_Define &key, const QString &sl)
+    {
+        modal.drive("frm_Lookup", [sl](QDialog &) { gsLookupCode = sl; });
+        QTest::keyClick(key.txtEdit[1], Qt::Key_F3);
+    }
+};
+
+} // namespace
+
+TEST_F(KeyPickTest, APickFillsTheLabelOnlyWhenEmptyOrStillTheLastPicksOwn)
+{
+    const struct {
+        const char *typed;  // the label before the first pick; "-" for none
+        const char *retype; // typed between the two picks; "-" for none
+        const char *label;  // after the second pick
+    } cases[] = {
+        {"", "-", "CHOCOLATE CAKE"},
+        {"My Coffee", "-", "My Coffee"},
+        {"", "Mine", "Mine"},
+        {"   ", "-", "CHOCOLATE CAKE"},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.typed);
+        frmHotKey_Define key;
+        key.ButtonLabel = c.typed;
+        key.Form_Load();
+        key.show();
+        pick(key, "00012345");
+        if (QString(c.retype) != "-")
+            key.txtEdit[0]->setText(c.retype);
+        pick(key, "00020010");
+        EXPECT_EQ(key.txtEdit[0]->text(), c.label);
+        EXPECT_EQ(key.txtEdit[1]->text(), "0002001.0") << "the item follows every pick";
+    }
+}
