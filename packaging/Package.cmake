@@ -23,10 +23,14 @@ install(FILES ${PROJECT_SOURCE_DIR}/packaging/hotkeys.desktop
 install(FILES ${PROJECT_SOURCE_DIR}/packaging/hotkeys.svg
         DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 
-# Debian wants the changelog compressed the same way every time.
+# Debian wants the changelog and the manual page compressed the same way every time.
 configure_file(${PROJECT_SOURCE_DIR}/packaging/changelog.in ${PROJECT_BINARY_DIR}/packaging/changelog
                @ONLY)
-execute_process(COMMAND gzip -n -9 -f -k ${PROJECT_BINARY_DIR}/packaging/changelog)
+configure_file(${PROJECT_SOURCE_DIR}/packaging/hotkeys.1 ${PROJECT_BINARY_DIR}/packaging/hotkeys.1
+               COPYONLY)
+execute_process(COMMAND gzip -n -9 -f -k ${PROJECT_BINARY_DIR}/packaging/changelog
+                        ${PROJECT_BINARY_DIR}/packaging/hotkeys.1)
+install(FILES ${PROJECT_BINARY_DIR}/packaging/hotkeys.1.gz DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES ${PROJECT_SOURCE_DIR}/packaging/copyright ${PROJECT_BINARY_DIR}/packaging/changelog.gz
         DESTINATION ${CMAKE_INSTALL_DOCDIR})
 

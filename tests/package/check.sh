@@ -13,10 +13,11 @@ fail() {
 }
 
 echo "== what the package holds"
-contents="$(dpkg-deb --contents "$deb" | awk '{print $6, $7, $8}')"
+contents="$(dpkg-deb --contents "$deb" | awk '{$1 = $2 = $3 = $4 = $5 = ""; sub(/^ +/, ""); print}')"
 for path in ./usr/lib/hotkeys/hotkeys ./usr/lib/hotkeys/upper.alt \
   ./usr/share/applications/hotkeys.desktop ./usr/share/icons/hicolor/scalable/apps/hotkeys.svg \
-  ./usr/share/doc/hotkeys/copyright ./usr/share/doc/hotkeys/changelog.gz; do
+  ./usr/share/doc/hotkeys/copyright ./usr/share/doc/hotkeys/changelog.gz \
+  ./usr/share/man/man1/hotkeys.1.gz; do
   grep -qx "$path" <<<"$contents" || fail "$path is missing"
 done
 grep -qx './usr/bin/hotkeys -> ../lib/hotkeys/hotkeys' <<<"$contents" ||
@@ -41,7 +42,9 @@ work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 dpkg-deb -x "$deb" "$work/root"
 mkdir -p "$work/settings" "$work/drive-c"
-export XDG_CONFIG_HOME="$work/settings" HOTKEYS_DRIVE_C="$work/drive-c" HOME="$work"
+mkdir -m 700 "$work/runtime"
+export XDG_CONFIG_HOME="$work/settings" HOTKEYS_DRIVE_C="$work/drive-c" HOME="$work" \
+  XDG_RUNTIME_DIR="$work/runtime"
 QT_QPA_PLATFORM=offscreen "$seeder" "$work/data" >/dev/null
 rm -f "$work/data/upper.alt"
 "$here/../display/run.sh" "$here/start_once.sh" "$work/root/usr/bin/hotkeys"
