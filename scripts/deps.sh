@@ -3,6 +3,8 @@ hk_packages=(cmake g++ make libgtest-dev qt6-base-dev libqt6sql6-sqlite libqt6sq
   libqt6sql6-odbc libsqlite3-dev libcurl4-openssl-dev tdsodbc fonts-dejavu-core
   postgresql-15 python3-aiosmtpd poppler-utils xvfb xauth openbox x11-utils xdotool clang
   libclang-rt-14-dev cups printer-driver-cups-pdf openssl libzip-dev)
+# The Debian package (scripts/package) and the Windows compile check (scripts/windows-check).
+hk_packages+=(dpkg-dev lintian g++-mingw-w64-x86-64)
 
 hk_install_missing() {
   local missing=()
