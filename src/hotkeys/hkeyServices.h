@@ -1,4 +1,5 @@
 #pragma once
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 #include <array>
@@ -38,6 +39,8 @@ QString gfsHotKeySet_read(const QString &sSetNumber);
 // The reading of a set file's text on top of `groups`, as gfsHotKeySet_read does it;
 // each line that the record cannot take is told in `skipped` ("line 5 names ...").
 QString hotKeySetParse(const QString &text, HotKeySet &groups, QStringList *skipped = nullptr);
+// The bytes of the record as a set file with the title.
+QByteArray hotKeySetBytes(const QString &sTitle);
 // Writes the record as set `sSetNumber`. On failure the user is told what failed
 // and false comes back; the record is untouched either way.
 bool gpHotKeySet_write(const QString &sSetNumber, const QString &sTitle);
