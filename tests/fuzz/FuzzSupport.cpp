@@ -50,7 +50,10 @@ SilentDialogs &dialogs()
 
 QString dataFolder()
 {
-    static QTemporaryDir temp;
+    // In memory where the system has such a folder: every input rewrites a file,
+    // which on a disk waits for it.
+    static QTemporaryDir temp(QDir("/dev/shm").exists() ? "/dev/shm/hk-fuzz-XXXXXX"
+                                                        : QDir::tempPath() + "/hk-fuzz-XXXXXX");
     static const bool ready = [] {
         if (!temp.isValid())
             fail("no temporary folder", temp.errorString());
