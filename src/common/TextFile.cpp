@@ -75,7 +75,7 @@ QStringList splitLines(const QString &text)
     return lines;
 }
 
-bool readText(const QString &path, QString &text, QString *error)
+bool readBytes(const QString &path, QByteArray &bytes, QString *error)
 {
     QFile f(path);
     if (!f.open(QIODevice::ReadOnly)) {
@@ -83,12 +83,20 @@ bool readText(const QString &path, QString &text, QString *error)
             *error = f.errorString();
         return false;
     }
-    const QByteArray bytes = f.readAll();
+    bytes = f.readAll();
     if (f.error() != QFileDevice::NoError) {
         if (error)
             *error = f.errorString();
         return false;
     }
+    return true;
+}
+
+bool readText(const QString &path, QString &text, QString *error)
+{
+    QByteArray bytes;
+    if (!readBytes(path, bytes, error))
+        return false;
     text = fromCp1252(bytes);
     return true;
 }
@@ -102,7 +110,7 @@ bool readLines(const QString &path, QStringList &lines, QString *error)
     return true;
 }
 
-bool writeLines(const QString &path, const QStringList &lines, QString *error)
+QByteArray linesBytes(const QStringList &lines)
 {
     QByteArray bytes;
     for (const QString &line : lines) {
@@ -110,7 +118,12 @@ bool writeLines(const QString &path, const QStringList &lines, QString *error)
         one.replace('\r', ' ').replace('\n', ' ');
         bytes += one + "\r\n";
     }
-    return platform::replaceFile(path, bytes, error);
+    return bytes;
+}
+
+bool writeLines(const QString &path, const QStringList &lines, QString *error)
+{
+    return platform::replaceFile(path, linesBytes(lines), error);
 }
 
 } // namespace textfile

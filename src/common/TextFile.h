@@ -15,11 +15,16 @@ QStringList splitLines(const QString &text);
 // The same lines as views into `text`, which must outlive them.
 QList<QStringView> splitLineViews(const QString &text);
 
+// The whole file as it is on the disk; false with `error` set when it cannot be read.
+bool readBytes(const QString &path, QByteArray &bytes, QString *error = nullptr);
 // The whole file as text; false with `error` set when it cannot be read.
 bool readText(const QString &path, QString &text, QString *error = nullptr);
 
 // False when the file cannot be opened or read; `error` says why.
 bool readLines(const QString &path, QStringList &lines, QString *error = nullptr);
+// The lines as the file holds them: each ended by CR LF, a line break inside a line
+// made a blank.
+QByteArray linesBytes(const QStringList &lines);
 // Replaces the file whole with the lines, each ended by CR LF, through a temporary
 // file renamed over it: a reader sees the old file or the new one, never a part.
 // A line break inside a line becomes a blank, so the file holds exactly these

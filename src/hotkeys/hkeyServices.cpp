@@ -6,10 +6,14 @@
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyVersions.h"
 #include "platform/Dialogs.h"
+#include "platform/FileReplace.h"
 #include "settings/clsDataPath.h"
 #include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
+#include <QHash>
 #include <QRegularExpression>
 #include <optional>
 
@@ -203,13 +207,18 @@ QStringList hotKeySetLines(const HotKeySet &groups, const QString &sTitle)
     return lines;
 }
 
+QByteArray hotKeySetBytes(const QString &sTitle)
+{
+    return textfile::linesBytes(hotKeySetLines(gHotKeyGroups, sTitle));
+}
+
 bool gpHotKeySet_write(const QString &sSetNumber, const QString &sTitle)
 {
     const QString path = hotKeySetPath(sSetNumber);
     if (!gfbVersion_keep(path))
         return false;
     QString error;
-    if (!textfile::writeLines(path, hotKeySetLines(gHotKeyGroups, sTitle), &error)) {
+    if (!platform::replaceFile(path, hotKeySetBytes(sTitle), &error)) {
         showWriteFailure(path, error);
         return false;
     }
@@ -284,12 +293,28 @@ bool hotKeyLineLinksTo(const QString &line, double set)
 
 namespace {
 
+// Lets the screen paint and take a key now and then while a removal rewrites many
+// files, but not at every file: that would cost more than the files.
+class ScreenYield {
+public:
+    ScreenYield() { m_since.start(); }
+    void operator()()
+    {
+        if (m_since.elapsed() < 50)
+            return;
+        QCoreApplication::processEvents();
+        m_since.restart();
+    }
+
+private:
+    QElapsedTimer m_since;
+};
+
 // Drops every line that links to `removed`; true when anything was dropped.
 bool mpDropLinks(QStringList &lines, double removed)
 {
     bool changed = false;
     for (QString &line : lines) {
-        QCoreApplication::processEvents();
         if (hotKeyLineLinksTo(line, removed)) {
             line.clear();
             changed = true;
@@ -298,21 +323,22 @@ bool mpDropLinks(QStringList &lines, double removed)
     return changed;
 }
 
-bool mpRewrite(const QString &path, const QStringList &lines, QString *error)
+QByteArray mpRepairedBytes(const QStringList &lines)
 {
     QStringList kept;
     for (const QString &line : lines) {
         if (!conv::Trim(line).isEmpty())
             kept << line;
     }
-    return textfile::writeLines(path, kept, error);
+    return textfile::linesBytes(kept);
 }
 
 } // namespace
 
-// A changed file is rewritten at once. Passes repeat until one changes nothing,
-// so a file that another station adds meanwhile is repaired too; every file is
-// repaired in the same pass, since one file's repair never depends on another's.
+// Passes repeat until one changes nothing, so a file that another station adds or
+// saves meanwhile is repaired too; every file is repaired in the same pass, since
+// one file's repair never depends on another's. A pass writes and flushes every
+// repaired file before any replaces its old one, and flushes the folder once.
 SetRemoval gpHotKeySet_remove(const QString &sSetNumber)
 {
     SetRemoval result;
@@ -324,29 +350,49 @@ SetRemoval gpHotKeySet_remove(const QString &sSetNumber)
         return result;
     }
     QStringList failed;
+    ScreenYield yield;
+    const auto fail = [&](const QString &path, const QString &error) {
+        failed << QFileInfo(path).fileName();
+        result.problems << QDir::toNativeSeparators(path) + ": " + error;
+    };
     bool changed = true;
     while (changed) {
         changed = false;
+        QList<platform::Replacement> repairs;
+        QHash<QString, QByteArray> read;
         for (const QString &name : hotKeySetFiles()) {
+            yield();
             if (conv::Val(hotKeySetDigits(name)) == removed || failed.contains(name))
                 continue;
             const QString path = gDataPath.DataPath() + '/' + name;
-            QStringList lines;
+            QByteArray bytes;
             QString error;
-            if (!textfile::readLines(path, lines, &error)) {
-                if (QFile::exists(path)) { // gone meanwhile: nothing left to repair
-                    failed << name;
-                    result.problems << QDir::toNativeSeparators(path) + ": " + error;
-                }
+            if (!textfile::readBytes(path, bytes, &error)) {
+                if (QFile::exists(path)) // gone meanwhile: nothing left to repair
+                    fail(path, error);
                 continue;
             }
+            QStringList lines = textfile::splitLines(textfile::fromCp1252(bytes));
             if (!mpDropLinks(lines, removed))
                 continue;
             changed = true;
-            if (!versions::keep(path, &error) || !mpRewrite(path, lines, &error)) {
-                failed << name;
-                result.problems << QDir::toNativeSeparators(path) + ": " + error;
+            if (!versions::keep(path, bytes, &error)) {
+                fail(path, error);
+                continue;
             }
+            repairs.append({path, mpRepairedBytes(lines), false, {}});
+            read.insert(path, bytes);
+        }
+        // A file saved at another station since it was read is left to the next pass,
+        // which keeps that station's file as a version first.
+        platform::replaceFiles(repairs, [&](const platform::Replacement &repair) {
+            yield();
+            QByteArray now;
+            return textfile::readBytes(repair.path, now) && now == read.value(repair.path);
+        });
+        for (const platform::Replacement &repair : repairs) {
+            if (!repair.replaced && !repair.reason.isEmpty())
+                fail(repair.path, repair.reason);
         }
     }
     if (!result.problems.isEmpty())

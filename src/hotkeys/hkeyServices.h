@@ -1,4 +1,5 @@
 #pragma once
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
 #include <array>
@@ -42,6 +43,8 @@ QString gfsHotKeySet_read(const QString &sSetNumber);
 QString hotKeySetParse(const QString &text, HotKeySet &groups, QStringList *skipped = nullptr);
 // The 37 lines of a set file as the writer makes them.
 QStringList hotKeySetLines(const HotKeySet &groups, const QString &sTitle);
+// The bytes of the record as a set file with the title.
+QByteArray hotKeySetBytes(const QString &sTitle);
 // Writes the record as set `sSetNumber`. On failure the user is told what failed
 // and false comes back; the record is untouched either way.
 bool gpHotKeySet_write(const QString &sSetNumber, const QString &sTitle);

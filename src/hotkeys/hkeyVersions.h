@@ -26,6 +26,8 @@ struct Version {
 // Keeps the file as it is now; true when kept, when it does not exist, or when the
 // newest version already holds the same bytes. `error` says why not.
 bool keep(const QString &path, QString *error = nullptr);
+// The same for a file whose bytes were just read.
+bool keep(const QString &path, const QByteArray &bytes, QString *error = nullptr);
 // Newest first.
 QList<Version> list(const QString &fileName);
 // The names of the data folder's files that have versions.

@@ -1,4 +1,5 @@
 #include "FuzzSupport.h"
+#include "hotkeys/hkeyVersions.h"
 #include "platform/Dialogs.h"
 #include "settings/clsDataPath.h"
 #include <QDir>
@@ -49,16 +50,22 @@ SilentDialogs &dialogs()
 
 QString dataFolder()
 {
-    static QTemporaryDir temp;
+    // In memory where the system has such a folder: every input rewrites a file,
+    // which on a disk waits for it.
+    static QTemporaryDir temp(QDir("/dev/shm").exists() ? "/dev/shm/hk-fuzz-XXXXXX"
+                                                        : QDir::tempPath() + "/hk-fuzz-XXXXXX");
     static const bool ready = [] {
         if (!temp.isValid())
             fail("no temporary folder", temp.errorString());
-        gDataPath.setDataPath(temp.path());
+        QDir(temp.path()).mkpath("data");
+        gDataPath.setDataPath(temp.filePath("data"));
+        // A save keeps a version first: in a folder of the run's own, never the user's.
+        versions::setRoot(temp.filePath("versions"));
         platform::DialogPort::install(&dialogs());
         return true;
     }();
     (void)ready;
-    return temp.path();
+    return temp.filePath("data");
 }
 
 QString writeDataFile(const QString &name, const QByteArray &bytes)

@@ -2,15 +2,23 @@
 //   hk_save_helper loop FOLDER COUNT        saves set 07 COUNT times, its two versions in turn
 //   hk_save_helper once FOLDER WHAT LIMIT   one save (see saveOnce) with files limited to
 //                                           LIMIT bytes; prints what the user was told
+//   hk_save_helper killed FOLDER COUNT      COUNT times starts a station that saves set 07 in
+//                                           a loop and kills it at a random moment; prints
+//                                           how many temporary files the killed ones left
 #include "hotkeys/hkeyServices.h"
 #include "hotkeys/hkeyVersions.h"
 #include "settings/clsDataPath.h"
 #include "support/SaveScenarios.h"
 #include <QCoreApplication>
+#include <QDir>
+#include <QRandomGenerator>
 #include <QStandardPaths>
+#include <climits>
 #include <csignal>
 #include <cstdio>
 #include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace testing_support;
 
@@ -25,6 +33,31 @@ int saveLoop(ScriptedDialogs &dialogs, int count)
             return 1;
         }
     }
+    return 0;
+}
+
+int temporaryFilesIn(const QString &folder)
+{
+    return static_cast<int>(QDir(folder).entryList({"~hk-*"}, QDir::Files | QDir::Hidden).size());
+}
+
+// A save takes a few milliseconds; the kills fall before, inside and between saves.
+int killedSaves(ScriptedDialogs &dialogs, int count)
+{
+    const QString versionsFolder = versions::dataFolderVersions() + "/HKSET07.SDF";
+    int left = 0;
+    for (int i = 0; i < count; ++i) {
+        const pid_t station = ::fork();
+        if (station < 0)
+            return 2;
+        if (station == 0)
+            ::_exit(saveLoop(dialogs, INT_MAX));
+        ::usleep(QRandomGenerator::global()->bounded(12000));
+        ::kill(station, SIGKILL);
+        ::waitpid(station, nullptr, 0);
+        left += temporaryFilesIn(gDataPath.DataPath()) + temporaryFilesIn(versionsFolder);
+    }
+    std::printf("%d\n", left);
     return 0;
 }
 
@@ -52,7 +85,8 @@ int main(int argc, char **argv)
     QStandardPaths::setTestModeEnabled(true);
     const QStringList args = app.arguments();
     if (args.size() < 4 || (args[1] == "once" && args.size() < 5)) {
-        std::fprintf(stderr, "usage: hk_save_helper loop FOLDER COUNT | once FOLDER WHAT LIMIT\n");
+        std::fprintf(stderr,
+                     "usage: hk_save_helper loop|killed FOLDER COUNT | once FOLDER WHAT LIMIT\n");
         return 2;
     }
     gDataPath.setDataPath(args[2]);
@@ -62,5 +96,7 @@ int main(int argc, char **argv)
     platform::DialogPort::install(&dialogs);
     if (args[1] == "loop")
         return saveLoop(dialogs, args[3].toInt());
+    if (args[1] == "killed")
+        return killedSaves(dialogs, args[3].toInt());
     return saveLimited(dialogs, args[3], args[4].toULongLong());
 }

@@ -1,5 +1,6 @@
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyServices.h"
+#include "hotkeys/hkeyVersions.h"
 #include "platform/FileReplace.h"
 #include "settings/clsDataPath.h"
 #include "support/HkTest.h"
@@ -7,6 +8,7 @@
 #include <QDir>
 #include <QMap>
 #include <QProcess>
+#include <QRegularExpression>
 #include <cerrno>
 #ifdef HK_SAVE_HELPER
 #include <sys/mount.h>
@@ -183,6 +185,92 @@ TEST_F(SaveTest, AReaderDuringAThousandSavesSeesOnlyWholeFilesAndAlwaysTheSet)
     EXPECT_GT(seen[1], 0);
     EXPECT_EQ(QDir(dataPath()).entryList(QDir::Files | QDir::Hidden), QStringList{"HKSET07.SDF"});
     EXPECT_EQ(readDataFile("HKSET07.SDF"), versions[1]);
+}
+
+TEST_F(SaveTest, ASaveKilledAtAnyMomentLeavesWholeFilesAndTheNextSaveTakesItsTemporaryFile)
+{
+    const QByteArray versions[] = {versionBytes(0), versionBytes(1)};
+    writeDataFile("HKSET07.SDF", versions[1]);
+    QProcess stations;
+    stations.start(HK_SAVE_HELPER, {"killed", dataPath(), "250"});
+    ASSERT_TRUE(stations.waitForFinished(120000));
+    ASSERT_EQ(stations.exitCode(), 0) << stations.readAllStandardError().toStdString();
+    EXPECT_GT(stations.readAllStandardOutput().trimmed().toInt(), 0)
+        << "no kill fell inside a save";
+
+    const auto whole = [&](const QByteArray &bytes) {
+        return bytes == versions[0] || bytes == versions[1];
+    };
+    EXPECT_EQ(hotKeySetFiles(), QStringList{"HKSET07.SDF"});
+    EXPECT_TRUE(whole(readDataFile("HKSET07.SDF")));
+    versions::setRoot(dataPath() + "-versions"); // where the stations kept theirs
+    const QList<versions::Version> kept = versions::list("HKSET07.SDF");
+    EXPECT_FALSE(kept.isEmpty());
+    for (const versions::Version &version : kept) {
+        EXPECT_TRUE(version.time.isValid()) << version.path.toStdString();
+        EXPECT_TRUE(whole(versions::bytesOf(version))) << version.path.toStdString();
+    }
+
+    ASSERT_TRUE(gpHotKeySet_write("07", fillSetVersion(0)));
+    EXPECT_EQ(QDir(dataPath()).entryList(QDir::Files | QDir::Hidden), QStringList{"HKSET07.SDF"});
+    EXPECT_EQ(QDir(versions::dataFolderVersions() + "/HKSET07.SDF")
+                  .entryList({"~hk-*"}, QDir::Files | QDir::Hidden),
+              QStringList());
+}
+
+TEST_F(SaveTest, ASaveTakesOnlyTheTemporaryFilesOfItsFileThatNoSaveInProgressCanOwn)
+{
+    QProcess ended;
+    ended.start("true");
+    ASSERT_TRUE(ended.waitForStarted());
+    const qint64 endedPid = ended.processId();
+    ASSERT_TRUE(ended.waitForFinished());
+    const qint64 runningPid = ::getppid();
+    // The name a save of `file` at `computer` (this one when empty) by process `pid` leaves.
+    const auto leftBy = [](const QString &folder, const QString &file, const QString &computer,
+                           qint64 pid) {
+        static const QRegularExpression tail("-([0-9a-f]{8})-[0-9]+-([0-9a-f]{8})\\.tmp$");
+        const QString name = platform::temporaryNameFor(folder + '/' + file);
+        const QRegularExpressionMatch m = tail.match(name);
+        return folder + '/' + name.left(m.capturedStart()) + '-' +
+               (computer.isEmpty() ? m.captured(1) : computer) + '-' + QString::number(pid) + '-' +
+               m.captured(2) + ".tmp";
+    };
+    writeDataFile("HKSET07.SDF", "[SET]Before\r\n");
+    const QString data = dataPath();
+    const QString kept = versions::dataFolderVersions() + "/HKSET07.SDF";
+    QDir().mkpath(kept);
+    const QString earlier = data + "/~hk-HKSET07-" + QString::number(endedPid);
+    const struct {
+        QString path;
+        bool old, taken;
+    } temporaries[] = {
+        {leftBy(data, "HKSET07", "", endedPid), false, true},
+        {leftBy(data, "HKSET07", "", runningPid), false, false},
+        {leftBy(data, "HKSET07", "0badc0de", endedPid), false, false}, // maybe in progress
+        {leftBy(data, "HKSET07", "0badc0de", runningPid), true, true}, // older than any save
+        {earlier + "-0000abcd.tmp", false, false}, // an earlier version's name: from anywhere
+        {earlier + "-0000abce.tmp", true, true},
+        {leftBy(data, "HKSET08", "", endedPid), true, false}, // another file's
+        {leftBy(kept, "20261124T101500000Z", "", endedPid), false, true},
+        {leftBy(kept, "20261124T101500000Z", "", runningPid), false, false},
+    };
+    for (const auto &t : temporaries) {
+        QFile f(t.path);
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly)) << t.path.toStdString();
+        f.write("[SET]Half");
+        f.flush();
+        if (t.old)
+            f.setFileTime(QDateTime::currentDateTime().addSecs(-7200),
+                          QFileDevice::FileModificationTime);
+    }
+
+    ASSERT_TRUE(gpHotKeySet_write("07", fillSetVersion(1)));
+    for (const auto &t : temporaries)
+        EXPECT_NE(QFile::exists(t.path), t.taken) << t.path.toStdString();
+    EXPECT_EQ(hotKeySetFiles(), QStringList{"HKSET07.SDF"});
+    ASSERT_EQ(versions::list("HKSET07.SDF").size(), 1);
+    EXPECT_EQ(versions::bytesOf(versions::list("HKSET07.SDF").first()), "[SET]Before\r\n");
 }
 
 namespace {
