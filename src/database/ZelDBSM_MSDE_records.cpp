@@ -108,21 +108,13 @@ bool openRows(const QString &statement, const QString &table, Recordset &rs, DbE
     if (!mpDBSM_MayRun(error))
         return false;
     QSqlError failure;
-    QSqlQuery *q = e->runRead(statement, failure);
-    if (!q) {
+    QStringList names;
+    QVector<QVector<QVariant>> rows;
+    if (!e->read(statement, names, rows, maxRows, failure)) {
         error = e->errorOf(failure);
         return false;
     }
-    const QSqlRecord record = q->record();
-    QStringList names;
-    for (int i = 0; i < record.count(); ++i) names << e->columnName(record.fieldName(i));
-    QVector<QVector<QVariant>> rows;
-    while (q->next() && (maxRows <= 0 || rows.size() <= maxRows)) {
-        QVector<QVariant> row(record.count());
-        for (int i = 0; i < record.count(); ++i) row[i] = q->value(i);
-        rows << row;
-    }
-    q->finish(); // a read left open would hold the other stations' writes
+    for (QString &name : names) name = e->columnName(name);
     rs.reset(statement, table, names, std::move(rows));
     return true;
 }
