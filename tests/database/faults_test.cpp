@@ -178,7 +178,9 @@ TEST_F(FaultTest, AColumnAnotherStationAddsLeavesTheReadsWhole)
     ASSERT_TRUE(read(opNext));
     // A newer version's first start at another station widens the table.
     auto station = anotherStation();
-    ASSERT_TRUE(QSqlQuery(station->db()).exec("ALTER TABLE items ADD Spare INT"));
+    for (int i = 1; i <= 40; ++i)
+        ASSERT_TRUE(
+            QSqlQuery(station->db()).exec(QString("ALTER TABLE items ADD Spare%1 INT").arg(i)));
     const struct {
         qint16 op;
         const char *sl;
@@ -187,6 +189,7 @@ TEST_F(FaultTest, AColumnAnotherStationAddsLeavesTheReadsWhole)
         const DbAction action;
         EXPECT_TRUE(read(step.op));
         EXPECT_EQ(gItem.SL.trimmed(), step.sl);
+        EXPECT_EQ(gfsDBSM_FieldName(0, "spare40").toLower(), "spare40") << "the new columns";
     }
     EXPECT_TRUE(boxes().isEmpty());
 }
