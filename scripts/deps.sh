@@ -1,6 +1,6 @@
 # Sourced by the set-up scripts: installs the Debian packages that are missing.
 hk_packages=(cmake g++ make libgtest-dev qt6-base-dev libqt6sql6-sqlite libqt6sql6-psql
-  libqt6sql6-odbc libsqlite3-dev libcurl4-openssl-dev tdsodbc fonts-dejavu-core
+  libqt6sql6-odbc libsqlite3-dev libpq-dev libcurl4-openssl-dev tdsodbc fonts-dejavu-core
   postgresql-15 python3-aiosmtpd poppler-utils xvfb xauth openbox x11-utils xdotool clang
   libclang-rt-14-dev cups printer-driver-cups-pdf openssl libzip-dev)
 # The Debian package (scripts/package) and the Windows compile check (scripts/windows-check).

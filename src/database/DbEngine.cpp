@@ -5,6 +5,7 @@
 #include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QSqlRecord>
 #include <QUuid>
 #include <cctype>
 #include <set>
@@ -82,23 +83,48 @@ std::pair<QString, QStringList> sqlParameters(const QString &statement)
 
 DbEngine::~DbEngine() = default;
 
-QSqlQuery *DbEngine::runRead(const QString &statement, QSqlError &error)
+DbStatement::DbStatement(DbEngine &engine) : m_engine(engine)
 {
-    for (int attempt = 0; attempt < 2; ++attempt) {
-        QSqlQuery *q = preparedRead(statement, error);
-        if (!q)
-            return nullptr;
-        if (q->exec())
-            return q;
-        error = q->lastError();
-        if (!isStalePlan(error))
-            return nullptr;
-        forgetPrepared(); // another program changed the table: prepare it again
-    }
-    return nullptr;
+    m_engine.statementStarts();
 }
 
-QSqlQuery *DbEngine::preparedRead(const QString &statement, QSqlError &error)
+DbStatement::~DbStatement()
+{
+    m_engine.statementEnds();
+}
+
+bool DbEngine::read(const QString &statement, QStringList &names, QVector<QVector<QVariant>> &rows,
+                    int maxRows, QSqlError &error)
+{
+    QSqlQuery *q = nullptr;
+    for (int attempt = 0; attempt < 2 && !q; ++attempt) {
+        q = preparedRead(statement, error);
+        if (!q)
+            return false;
+        const DbStatement bound(*this);
+        if (!q->exec()) {
+            error = q->lastError();
+            q = nullptr;
+            if (!isStalePlan(error))
+                return false;
+            forgetPrepared(); // another program changed the table: prepare it again
+        }
+    }
+    if (!q)
+        return false;
+    m_hasRead = true;
+    const QSqlRecord record = q->record();
+    for (int i = 0; i < record.count(); ++i) names << record.fieldName(i);
+    while (q->next() && (maxRows <= 0 || rows.size() <= maxRows)) {
+        QVector<QVariant> row(record.count());
+        for (int i = 0; i < record.count(); ++i) row[i] = q->value(i);
+        rows << row;
+    }
+    q->finish(); // a read left open would hold the other stations' writes
+    return true;
+}
+
+DbEngine::ReadShape DbEngine::readShape(const QString &statement) const
 {
     auto [shape, values] = sqlParameters(statement);
     // A planner that sees no values walks a whole index for the OR of a
@@ -106,28 +132,33 @@ QSqlQuery *DbEngine::preparedRead(const QString &statement, QSqlError &error)
     // the two-segment one a comparison of the pair, which binds as any other
     // read; the others keep their values in the text.
     static const QRegularExpression either("\\bOR\\b", QRegularExpression::CaseInsensitiveOption);
-    bool translated = false;
     if (!values.isEmpty() && shape.contains(either)) {
         const QString text = translate(statement);
         std::tie(shape, values) =
             text.contains(either) ? std::pair{text, QStringList{}} : sqlParameters(text);
-        shape.prepend('\n'), translated = true; // no statement of the suite starts so
+        return {'\n' + shape, values, shape}; // no statement of the suite starts so
     }
-    std::shared_ptr<QSqlQuery> &q = m_prepared[shape];
+    return {shape, values, translate(shape)};
+}
+
+QSqlQuery *DbEngine::preparedRead(const QString &statement, QSqlError &error)
+{
+    const ReadShape read = readShape(statement);
+    std::shared_ptr<QSqlQuery> &q = m_prepared[read.key];
     if (!q) {
-        if (m_prepared.size() > 500) { // statements with numbers in their text, one per number
+        if (m_prepared.size() > kMaxPrepared) {
             m_prepared.clear();
             return preparedRead(statement, error);
         }
         q = std::make_shared<QSqlQuery>(m_db);
         q->setForwardOnly(true);
-        if (!q->prepare(translated ? shape.mid(1) : translate(shape))) {
+        if (!q->prepare(read.text)) {
             error = q->lastError();
-            m_prepared.remove(shape);
+            m_prepared.remove(read.key);
             return nullptr;
         }
     }
-    for (int i = 0; i < values.size(); ++i) q->bindValue(i, values[i]);
+    for (int i = 0; i < read.values.size(); ++i) q->bindValue(i, read.values[i]);
     return q.get();
 }
 
@@ -178,17 +209,20 @@ QString DbEngine::translateTransactSql(const QString &statement) const
         // value" as an OR that no index serves in order; as a comparison of the
         // pair it is one index seek, and means the same.
         static const QRegularExpression nextOfTwo(
-            "^SELECT\\s+TOP 1 \\* FROM (\\w+) WHERE \\(SELECT COUNT\\(\\*\\) FROM \\1 WHERE "
-            "(\\w+)=('(?:[^']|'')*')\\) > 1 AND \\2=\\3 AND (\\w+)([<>])('(?:[^']|'')*') OR "
-            "\\2\\5\\3 ORDER BY \\2((?: DESC)?),\\4\\7$");
+            "^SELECT\\s+TOP (\\d+) \\* FROM (\\w+) WHERE \\(SELECT COUNT\\(\\*\\) FROM \\2 WHERE "
+            "(\\w+)=('(?:[^']|'')*')\\) > 1 AND \\3=\\4 AND (\\w+)([<>])('(?:[^']|'')*') OR "
+            "\\3\\6\\4 ORDER BY \\3((?: DESC)?),\\5\\8$");
         if (s.contains("(SELECT COUNT(*)"))
-            s.replace(nextOfTwo, "SELECT TOP 1 * FROM \\1 WHERE (\\2,\\4)\\5(\\3,\\6) ORDER BY "
-                                 "\\2\\7,\\4\\7");
-        static const QRegularExpression top("^(SELECT\\s+)TOP 1 ",
+            s.replace(nextOfTwo, "SELECT TOP \\1 * FROM \\2 WHERE (\\3,\\5)\\6(\\4,\\7) ORDER BY "
+                                 "\\3\\8,\\5\\8");
+        static const QRegularExpression top("^(SELECT\\s+)TOP (\\d+) ",
                                             QRegularExpression::CaseInsensitiveOption);
-        if (s.contains("TOP 1 ", Qt::CaseInsensitive) && top.match(s).hasMatch()) {
-            s.replace(top, "\\1");
-            s += " LIMIT 1";
+        if (s.contains("TOP ", Qt::CaseInsensitive)) {
+            if (const QRegularExpressionMatch m = top.match(s); m.hasMatch()) {
+                const QString rows = m.captured(2);
+                s.replace(top, "\\1");
+                s += " LIMIT " + rows;
+            }
         }
         if (!s.contains("ltrim(ItemID)") && !s.contains("LEFT(", Qt::CaseInsensitive))
             return s;
@@ -275,8 +309,23 @@ QString uniqueConnection(const char *kind)
     return QString("%1-%2").arg(kind, QUuid::createUuid().toString(QUuid::Id128));
 }
 
+// Text as SQL Server's default collation weighs it: first the letters, with
+// case and accents set aside ("\u00c9clair" among the E's), then the accents.
+std::pair<QString, QString> collationWeights(const QString &text)
+{
+    const QString decomposed = text.normalized(QString::NormalizationForm_D).toCaseFolded();
+    QString letters;
+    letters.reserve(decomposed.size());
+    for (const QChar c : decomposed) {
+        if (c.category() != QChar::Mark_NonSpacing)
+            letters += c;
+    }
+    return {letters, decomposed};
+}
+
 // Compares as SQL Server's default collation does: case ignored, trailing blanks
-// ignored. The database text is UTF-8; ASCII, nearly all of it, is compared in place.
+// ignored, accents second to the letters. The database text is UTF-8; ASCII,
+// nearly all of it, is compared in place.
 int zelCompare(void *, int lengthA, const void *a, int lengthB, const void *b)
 {
     auto *x = static_cast<const unsigned char *>(a);
@@ -287,9 +336,13 @@ int zelCompare(void *, int lengthA, const void *a, int lengthB, const void *b)
     const int common = std::min(n, m);
     for (int i = 0; i < common; ++i) {
         if (x[i] >= 0x80 || y[i] >= 0x80) {
-            const QString p = QString::fromUtf8(reinterpret_cast<const char *>(x + i), n - i);
-            const QString q = QString::fromUtf8(reinterpret_cast<const char *>(y + i), m - i);
-            const int c = p.compare(q, Qt::CaseInsensitive);
+            const auto p =
+                collationWeights(QString::fromUtf8(reinterpret_cast<const char *>(x + i), n - i));
+            const auto q =
+                collationWeights(QString::fromUtf8(reinterpret_cast<const char *>(y + i), m - i));
+            int c = p.first.compare(q.first);
+            if (c == 0)
+                c = p.second.compare(q.second);
             return c < 0 ? -1 : (c > 0 ? 1 : 0);
         }
         const int p = std::tolower(x[i]), q = std::tolower(y[i]);
@@ -360,6 +413,8 @@ bool SqliteEngine::open(const QString &database, DbError &error)
         return false;
     }
     forgetPrepared();
+    m_hasRead = false;
+    m_handle = nullptr;
     m_db = QSqlDatabase();
     if (!m_connection.isEmpty())
         QSqlDatabase::removeDatabase(m_connection);
@@ -371,8 +426,9 @@ bool SqliteEngine::open(const QString &database, DbError &error)
         return false;
     }
     const QVariant handle = m_db.driver()->handle();
+    m_handle = nullptr;
     if (handle.isValid() && qstrcmp(handle.typeName(), "sqlite3*") == 0) {
-        sqlite3 *h = *static_cast<sqlite3 *const *>(handle.data());
+        sqlite3 *h = m_handle = *static_cast<sqlite3 *const *>(handle.data());
         sqlite3_create_collation_v2(h, "ZELCI", SQLITE_UTF8, nullptr, zelCompare, nullptr);
         // A lock of another station is waited for in short steps, out of what is
         // left of the action's allowance, so no action waits longer than that.
@@ -390,6 +446,87 @@ bool SqliteEngine::open(const QString &database, DbError &error)
             this);
     }
     return true;
+}
+
+void SqliteEngine::forgetPrepared()
+{
+    m_statements.clear();
+    DbEngine::forgetPrepared();
+}
+
+bool SqliteEngine::read(const QString &statement, QStringList &names,
+                        QVector<QVector<QVariant>> &rows, int maxRows, QSqlError &error)
+{
+    auto failure = [this, &error](int code) {
+        error =
+            QSqlError("Unable to execute statement", QString::fromUtf8(sqlite3_errmsg(m_handle)),
+                      QSqlError::StatementError, QString::number(code));
+        return false;
+    };
+    if (!m_handle)
+        return DbEngine::read(statement, names, rows, maxRows, error);
+    const ReadShape shape = readShape(statement);
+    std::shared_ptr<sqlite3_stmt> &prepared = m_statements[shape.key];
+    if (!prepared) {
+        if (m_statements.size() > kMaxPrepared) {
+            m_statements.clear();
+            return read(statement, names, rows, maxRows, error);
+        }
+        sqlite3_stmt *made = nullptr;
+        const QByteArray text = shape.text.toUtf8();
+        const int rc = sqlite3_prepare_v3(m_handle, text.constData(), int(text.size()),
+                                          SQLITE_PREPARE_PERSISTENT, &made, nullptr);
+        if (rc != SQLITE_OK) {
+            m_statements.remove(shape.key);
+            return failure(rc);
+        }
+        prepared.reset(made, sqlite3_finalize);
+    }
+    sqlite3_stmt *q = prepared.get();
+    for (int i = 0; i < shape.values.size(); ++i) {
+        const QString &v = shape.values[i];
+        sqlite3_bind_text16(q, i + 1, v.utf16(), int(v.size() * sizeof(char16_t)),
+                            SQLITE_TRANSIENT);
+    }
+    int rc = SQLITE_ROW;
+    while ((maxRows <= 0 || rows.size() <= maxRows) && (rc = sqlite3_step(q)) == SQLITE_ROW) {
+        // The columns are counted at each step: another station's change of
+        // the table prepares the statement again, with the table's new columns.
+        const int columns = sqlite3_column_count(q);
+        QVector<QVariant> row(columns);
+        for (int i = 0; i < columns; ++i) {
+            switch (sqlite3_column_type(q, i)) {
+            case SQLITE_INTEGER:
+                row[i] = qint64(sqlite3_column_int64(q, i));
+                break;
+            case SQLITE_FLOAT:
+                row[i] = sqlite3_column_double(q, i);
+                break;
+            case SQLITE_NULL:
+                row[i] = QVariant(QMetaType::fromType<QString>());
+                break;
+            case SQLITE_BLOB:
+                row[i] = QByteArray(static_cast<const char *>(sqlite3_column_blob(q, i)),
+                                    sqlite3_column_bytes(q, i));
+                break;
+            default:
+                row[i] = QString(static_cast<const QChar *>(sqlite3_column_text16(q, i)),
+                                 sqlite3_column_bytes16(q, i) / int(sizeof(QChar)));
+            }
+        }
+        rows << row;
+    }
+    const bool done = rc == SQLITE_ROW || rc == SQLITE_DONE;
+    if (!done) {
+        rows.clear();
+        failure(sqlite3_extended_errcode(m_handle));
+    }
+    const int columns = done ? sqlite3_column_count(q) : 0;
+    for (int i = 0; i < columns; ++i) names << QString::fromUtf8(sqlite3_column_name(q, i));
+    sqlite3_reset(q); // a read left open would hold the other stations' writes
+    sqlite3_clear_bindings(q);
+    m_hasRead = m_hasRead || done;
+    return done;
 }
 
 QStringList SqliteEngine::userTables()
@@ -434,6 +571,8 @@ DbError SqliteEngine::errorOf(const QSqlError &error) const
              DbFault::Busy};
     else if (code == SQLITE_CORRUPT || code == SQLITE_NOTADB)
         e = {kErrProvider, e.text, "SQLite", DbFault::Damaged};
+    else if (m.hasMatch() && m_hasRead && QFileInfo(m_db.databaseName()).size() == 0)
+        e = {kErrProvider, e.text, "SQLite", DbFault::Damaged}; // the file was cut under us
     else if (m.hasMatch())
         e.text = "Invalid object name '" + m.captured(1) + "'.";
     else if (e.text.contains("UNIQUE constraint failed"))

@@ -9,6 +9,11 @@
 #include <memory>
 #include <vector>
 
+struct sqlite3;
+struct sqlite3_stmt;
+class DbEngine;
+class SocketWatch;
+
 // What a store user is told about a failure: another station holds the data,
 // the database itself is damaged, or its server cannot be reached; anything else
 // is a plain failure.
@@ -31,6 +36,20 @@ inline constexpr qint64 kErrProvider = 0x80004005; // connection and provider fa
 
 // The longest one action of the user waits for a lock that another station holds.
 inline constexpr int kLockWaitMs = 3000;
+// The longest a statement runs on a server before it is given up.
+inline constexpr int kStatementLimitMs = 4000;
+
+// Marks one statement for the engine, from its start to its end.
+class DbStatement {
+public:
+    explicit DbStatement(DbEngine &engine);
+    ~DbStatement();
+    DbStatement(const DbStatement &) = delete;
+    DbStatement &operator=(const DbStatement &) = delete;
+
+private:
+    DbEngine &m_engine;
+};
 
 // Applies `change` to the parts of a statement outside its quoted values, so that
 // no text inside a value is ever taken for SQL.
@@ -78,10 +97,12 @@ public:
 
     // Runs a read, prepared once per connection for its shape: its quoted values
     // are bound as parameters, so every value of a key reuses one prepared
-    // statement. The query with its rows, or null with `error` set.
-    QSqlQuery *runRead(const QString &statement, QSqlError &error);
+    // statement. The column names and rows (with `maxRows` above 0, at most that
+    // many and one more), or false with `error` set.
+    virtual bool read(const QString &statement, QStringList &names,
+                      QVector<QVector<QVariant>> &rows, int maxRows, QSqlError &error);
     // Prepared statements end with their connection, and with a change of a table.
-    void forgetPrepared() { m_prepared.clear(); }
+    virtual void forgetPrepared() { m_prepared.clear(); }
 
     // What a statement meets when the data connection is not open.
     virtual DbError notOpenError() const;
@@ -96,6 +117,11 @@ public:
 
     // A new action of the user: it may wait kLockWaitMs for locks again.
     virtual void resetLockWait() { m_lockWaitLeftMs = kLockWaitMs; }
+    // Around each statement: an engine whose server may stop answering gives
+    // up the wait. A change of the tables is not bounded, as it may take long.
+    virtual void statementStarts() {}
+    virtual void statementEnds() {}
+    virtual void schemaChange(bool /*starts*/) {}
 
     // The machine of the server the settings name; empty when it cannot be cut from it.
     virtual QString machineOf(const QString &server) const;
@@ -105,7 +131,16 @@ public:
 protected:
     // A prepared statement that a change of its table made unusable.
     virtual bool isStalePlan(const QSqlError &) const { return false; }
-    QSqlQuery *preparedRead(const QString &statement, QSqlError &error);
+    // A read as it is prepared: the statement's shape, its values in order, and
+    // the shape in this engine's dialect.
+    struct ReadShape {
+        QString key;
+        QStringList values;
+        QString text;
+    };
+    ReadShape readShape(const QString &statement) const;
+    // So many shapes are statements with numbers in their text, one per number.
+    static constexpr int kMaxPrepared = 500;
     // The characters that the engine's LIKE takes for patterns.
     virtual QString likeSpecials() const { return "%_"; }
 
@@ -130,8 +165,10 @@ protected:
 
     QSqlDatabase m_db;
     int m_lockWaitLeftMs = kLockWaitMs;
+    bool m_hasRead = false; // a read of this connection found its table
 
 private:
+    QSqlQuery *preparedRead(const QString &statement, QSqlError &error);
     QHash<QString, std::shared_ptr<QSqlQuery>> m_prepared; // by the statement's shape
 };
 
@@ -158,6 +195,11 @@ public:
     QString fileOf(const QString &database) const;
     // Makes an empty database file, for the demo and the tests.
     static bool create(const QString &file, QString *error);
+    // Reads through the library itself: its statements prepare themselves again
+    // when another station changes a table, which the query layer's cannot.
+    bool read(const QString &statement, QStringList &names, QVector<QVector<QVariant>> &rows,
+              int maxRows, QSqlError &error) override;
+    void forgetPrepared() override;
 
 protected:
     QString leftOf() const override { return "substr(\\1,1,\\2)"; }
@@ -167,6 +209,8 @@ protected:
 private:
     QString m_folder;
     QString m_connection;
+    sqlite3 *m_handle = nullptr;                                // the connection's, owned by it
+    QHash<QString, std::shared_ptr<sqlite3_stmt>> m_statements; // by the statement's shape
 };
 
 // SQL Server through ODBC (FreeTDS here, the vendor's driver on Windows).
@@ -223,6 +267,9 @@ public:
     QString deleteOneRow(const QString &table, const QStringList &allColumns,
                          const QVector<QVariant> &original) const override;
     void resetLockWait() override;
+    void statementStarts() override;
+    void statementEnds() override;
+    void schemaChange(bool starts) override;
     // The management connection to the server's own database, once connectServer succeeded.
     QSqlDatabase &admin() { return m_admin; }
     QString machineOf(const QString &server) const override;
@@ -260,6 +307,10 @@ private:
     mutable QHash<QString, QString> m_columnNames; // lower case -> as declared
     mutable bool m_lost = false; // the server dropped the connection: open it again
     DbError m_reopenError;       // why it could not be opened again
+    bool m_schemaChange = false;
+    // Ends the wait for a server that neither answers nor closes the connection.
+    std::unique_ptr<SocketWatch> m_watch;
+    bool connectionEnded();
 };
 
 // An engine the program has, as the settings store names it. dbEngineKinds() is

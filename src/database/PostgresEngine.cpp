@@ -1,8 +1,16 @@
 #include "database/DbEngine.h"
 #include <QRegularExpression>
+#include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QUuid>
+#include <chrono>
+#include <condition_variable>
+#include <libpq-fe.h>
+#include <mutex>
+#include <poll.h>
+#include <sys/socket.h>
+#include <thread>
 
 const char *const PostgresEngine::kDatabasesQuery =
     "SELECT datname FROM pg_database WHERE NOT datistemplate AND datname <> 'postgres' "
@@ -20,6 +28,9 @@ namespace {
 const char *const kServerDatabase = "postgres";
 // A server that does not answer is given up after this many seconds.
 const int kConnectTimeoutSeconds = 5;
+
+// What the server may take past kStatementLimitMs to say that it gave the statement up.
+const int kAnswerGraceMs = 1500;
 
 // SQLSTATE classes and codes that are no refused statement.
 bool isConnectionState(const QString &state)
@@ -44,6 +55,74 @@ QString serverText(const QString &text)
 QString quotedName(const QString &name)
 {
     return '"' + QString(name).replace('"', "\"\"") + '"';
+}
+
+} // namespace
+
+// A frozen server's machine still acknowledges what is sent to it, so neither
+// the server's own limit nor the connection's keepalives end the wait for its
+// answer. The watch shuts the connection's socket when a statement runs past
+// its time: the driver then reports a connection the server dropped.
+class SocketWatch {
+public:
+    SocketWatch() : m_thread([this] { run(); }) {}
+    ~SocketWatch()
+    {
+        {
+            const std::lock_guard lock(m_mutex);
+            m_quit = true;
+        }
+        m_changed.notify_all();
+        m_thread.join();
+    }
+    void arm(int socket, std::chrono::milliseconds limit)
+    {
+        {
+            const std::lock_guard lock(m_mutex);
+            m_socket = socket;
+            m_deadline = std::chrono::steady_clock::now() + limit;
+        }
+        m_changed.notify_all();
+    }
+    void disarm()
+    {
+        const std::lock_guard lock(m_mutex);
+        m_socket = -1;
+    }
+
+private:
+    void run()
+    {
+        std::unique_lock lock(m_mutex);
+        while (!m_quit) {
+            if (m_socket < 0) {
+                m_changed.wait(lock);
+            } else if (std::chrono::steady_clock::now() >= m_deadline) {
+                ::shutdown(m_socket, SHUT_RDWR);
+                m_socket = -1;
+            } else {
+                m_changed.wait_until(lock, m_deadline);
+            }
+        }
+    }
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    int m_socket = -1;
+    std::chrono::steady_clock::time_point m_deadline;
+    bool m_quit = false;
+    std::thread m_thread;
+};
+
+namespace {
+
+PGconn *connectionOf(const QSqlDatabase &db)
+{
+    const QVariant handle = db.isOpen() ? db.driver()->handle() : QVariant();
+    // The driver names the type by its tag (pg_conn*) or by libpq's typedef.
+    if (!handle.isValid() ||
+        (qstrcmp(handle.typeName(), "pg_conn*") != 0 && qstrcmp(handle.typeName(), "PGconn*") != 0))
+        return nullptr;
+    return *static_cast<PGconn *const *>(handle.data());
 }
 
 } // namespace
@@ -112,12 +191,18 @@ QSqlDatabase PostgresEngine::connection(const QString &name, const QString &data
     db.setUserName(m_user);
     db.setPassword(m_password);
     db.setDatabaseName(database.trimmed());
-    // A statement waits kLockWaitMs at most for another station's lock; the
-    // server's notices (an object that exists already) are nobody's business.
-    db.setConnectOptions(QString("connect_timeout=%1;options='-c lock_timeout=%2 -c "
-                                 "client_min_messages=warning'")
-                             .arg(kConnectTimeoutSeconds)
-                             .arg(kLockWaitMs));
+    // A statement waits kLockWaitMs at most for another station's lock and runs
+    // kStatementLimitMs at most; a link that drops is found by the keepalives
+    // within seconds. The server's notices (an object that exists already) are
+    // nobody's business.
+    db.setConnectOptions(
+        QString("connect_timeout=%1;keepalives=1;keepalives_idle=2;keepalives_interval=1;"
+                "keepalives_count=2;tcp_user_timeout=%2;options='-c lock_timeout=%3 -c "
+                "statement_timeout=%4 -c client_min_messages=warning'")
+            .arg(kConnectTimeoutSeconds)
+            .arg(kStatementLimitMs)
+            .arg(kLockWaitMs)
+            .arg(kStatementLimitMs));
     return db;
 }
 
@@ -135,6 +220,13 @@ bool PostgresEngine::openConnection(const QString &database, DbError &error)
         return false;
     }
     m_database = database.trimmed();
+    QSqlQuery setup(m_db);
+    // Only the database's owner may make the collation: the demo seeder does it
+    // once, and a station without the right finds it there.
+    setup.exec(kCollation);
+    m_columnNames.clear();
+    loadColumnNames();
+    m_lost = false;
     return true;
 }
 
@@ -146,27 +238,59 @@ bool PostgresEngine::open(const QString &database, DbError &error)
         if (!known.compare(name, Qt::CaseInsensitive))
             name = known;
     }
-    if (!openConnection(name, error))
+    return openConnection(name, error);
+}
+
+bool PostgresEngine::connectionEnded()
+{
+    PGconn *connection = connectionOf(m_db);
+    if (!connection)
         return false;
-    QSqlQuery setup(m_db);
-    // Only the database's owner may make the collation: the demo seeder does it
-    // once, and a station without the right finds it there.
-    setup.exec(kCollation);
-    m_columnNames.clear();
-    loadColumnNames();
-    m_lost = false;
-    return true;
+    // Between two statements the server says nothing unless it ends the
+    // connection (a restart, an administrator): anything waiting means that.
+    pollfd socket{PQsocket(connection), POLLIN, 0};
+    return socket.fd < 0 || ::poll(&socket, 1, 0) != 0;
+}
+
+void PostgresEngine::statementStarts()
+{
+    PGconn *connection = connectionOf(m_db);
+    if (m_schemaChange || !connection)
+        return;
+    if (!m_watch)
+        m_watch = std::make_unique<SocketWatch>();
+    m_watch->arm(PQsocket(connection),
+                 std::chrono::milliseconds(kStatementLimitMs + kAnswerGraceMs));
+}
+
+void PostgresEngine::statementEnds()
+{
+    if (m_watch)
+        m_watch->disarm();
+}
+
+void PostgresEngine::schemaChange(bool starts)
+{
+    m_schemaChange = false;
+    {
+        const DbStatement bound(*this);
+        QSqlQuery(m_db).exec(
+            QString("SET statement_timeout = %1").arg(starts ? 0 : kStatementLimitMs));
+    }
+    m_schemaChange = starts;
 }
 
 void PostgresEngine::resetLockWait()
 {
     DbEngine::resetLockWait();
+    if (!m_lost && !m_database.isEmpty() && connectionEnded())
+        m_lost = true; // opened again before the action reads, so it says nothing
     if (!m_lost || m_database.isEmpty())
         return;
     // The server went away in an earlier action: this one starts on a new
     // connection, or fails at once while the server is still away.
     m_reopenError = DbError();
-    if (!open(m_database, m_reopenError)) {
+    if (!openConnection(m_database, m_reopenError)) {
         m_reopenError.fault = DbFault::Offline;
         m_lost = true;
     }
@@ -299,7 +423,9 @@ DbError PostgresEngine::errorOf(const QSqlError &error) const
               name()};
     static const QRegularExpression noTable("relation \"(?:\\w+\\.)?(\\w+)\" does not exist");
     const QRegularExpressionMatch m = noTable.match(e.text);
-    if (state == "55P03" || state == "40P01") {
+    if (state == "57014" && e.text.contains("statement timeout")) {
+        e = {kErrProvider, e.text, name(), DbFault::Offline}; // the server did not answer in time
+    } else if (state == "55P03" || state == "40P01") {
         e = {kErrProvider, "The database is locked by another program: " + e.text, name(),
              DbFault::Busy};
     } else if (state == "XX001" || state == "XX002") {

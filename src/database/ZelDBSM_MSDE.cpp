@@ -233,6 +233,7 @@ struct ActionState {
     int depth = 0;
     bool failed = false; // the action under way met a fault
     DbError fault;
+    quint64 serial = 1; // see mpDBSM_ReadSerial
 };
 
 ActionState &action()
@@ -280,10 +281,18 @@ bool execute(const QString &statement, DbError &error, qint32 *affected = nullpt
     if (sql.isEmpty())
         return true; // nothing to do on this engine
     QSqlQuery q(engine()->db());
+    const bool schemaChange = !changes.contains(verb);
+    if (schemaChange)
+        engine()->schemaChange(true);
+    bool done = true;
     for (const QString &part : sqlStatements(sql)) {
-        if (!mpDBSM_Run(q, &part, error))
-            return false;
+        if (!(done = mpDBSM_Run(q, &part, error)))
+            break;
     }
+    if (schemaChange)
+        engine()->schemaChange(false);
+    if (!done)
+        return false;
     if (affected) {
         // As the suite's provider reports it: rows for a change of data, -1 for anything else.
         *affected = changes.contains(verb) ? q.numRowsAffected() : -1;
@@ -306,14 +315,20 @@ DbError &lastCreateError()
 
 DbAction::DbAction()
 {
-    if (action().depth++ == 0 && engine())
+    if (action().depth++ > 0)
+        return;
+    ++action().serial;
+    if (engine())
         engine()->resetLockWait();
 }
 
 DbAction::~DbAction()
 {
     ActionState &a = action();
-    if (--a.depth > 0 || !a.failed)
+    if (--a.depth > 0)
+        return;
+    ++a.serial;
+    if (!a.failed)
         return;
     a.failed = false;
     tellUser(a.fault);
@@ -322,6 +337,11 @@ DbAction::~DbAction()
 bool gfbDBSM_ActionFailed()
 {
     return action().failed;
+}
+
+quint64 mpDBSM_ReadSerial()
+{
+    return action().depth > 0 ? action().serial : 0;
 }
 
 bool mpDBSM_MayRun(DbError &error)
@@ -340,6 +360,8 @@ bool mpDBSM_Run(QSqlQuery &query, const QString *sql, DbError &error)
 {
     if (!mpDBSM_MayRun(error))
         return false;
+    ++action().serial; // whatever was read ahead may be out of date now
+    const DbStatement bound(*engine());
     if (sql ? query.exec(*sql) : query.exec())
         return true;
     error = engine()->errorOf(query.lastError());
@@ -424,6 +446,10 @@ bool gfbDBSM_RenameColumn(const QString &sTable, const QString &sOld, const QStr
 
 QString gfsDBSM_LikeContains(const QString &sColumn, const QString &sValue)
 {
+    // No stored text holds a NUL, and no engine takes one in a pattern: such a
+    // value finds nothing (blanked, as a key value is, it would find every row).
+    if (sValue.contains(QChar(0)))
+        return sColumn + " IS NULL AND " + sColumn + " IS NOT NULL";
     const QString value = gfsDBSM_SqlText(sValue, true);
     if (engine())
         return sColumn + ' ' + engine()->likeContains(value);

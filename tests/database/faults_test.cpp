@@ -2,6 +2,7 @@
 #include "support/DbTest.h"
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QSqlError>
 #include <QSqlQuery>
 
@@ -34,6 +35,8 @@ protected:
 
 TEST_F(FaultTest, ALockOfAnotherStationIsOneBoxAndOneBoundedWaitPerAction)
 {
+    if (testing_support::testOnPostgres())
+        GTEST_SKIP() << "a file of the embedded engine";
     gItem.SL = "1";
     auto station = lockAsAnotherStation();
     QElapsedTimer clock;
@@ -63,6 +66,8 @@ TEST_F(FaultTest, ALockOfAnotherStationIsOneBoxAndOneBoundedWaitPerAction)
 
 TEST_F(FaultTest, ADamagedFileIsOneBoxPerActionAndOnePerCallOutsideOne)
 {
+    if (testing_support::testOnPostgres())
+        GTEST_SKIP() << "a file of the embedded engine";
     damageDatabase();
     for (int action = 0; action < 2; ++action) {
         const DbAction a;
@@ -164,4 +169,80 @@ TEST(LikePatterns, TypedPatternCharactersAreEscapedForEachEngine)
               "like '%50\\%\\_\\[a]\\\\%' ESCAPE '\\'");
     EXPECT_EQ(gfsDBSM_LikeContains("Description", "O'NEIL%"),
               "Description like '%O''NEIL\\%%' ESCAPE '\\'");
+}
+
+TEST_F(FaultTest, AColumnAnotherStationAddsLeavesTheReadsWhole)
+{
+    gItem.SL = "1";
+    ASSERT_TRUE(read(opEqual));
+    ASSERT_TRUE(read(opNext));
+    // A newer version's first start at another station widens the table.
+    auto station = anotherStation();
+    for (int i = 1; i <= 40; ++i)
+        ASSERT_TRUE(
+            QSqlQuery(station->db()).exec(QString("ALTER TABLE items ADD Spare%1 INT").arg(i)));
+    const struct {
+        qint16 op;
+        const char *sl;
+    } walk[] = {{opNext, "3"}, {opNext, "4"}, {opPrevious, "3"}, {opEqual, "3"}, {opFirst, "1"}};
+    for (const auto &step : walk) {
+        const DbAction action;
+        EXPECT_TRUE(read(step.op));
+        EXPECT_EQ(gItem.SL.trimmed(), step.sl);
+        EXPECT_EQ(gfsDBSM_FieldName(0, "spare40").toLower(), "spare40") << "the new columns";
+    }
+    EXPECT_TRUE(boxes().isEmpty());
+}
+
+TEST_F(FaultTest, AWildcardValueWithANulFindsNothing)
+{
+    const QString nul(QChar(0));
+    for (const QString &typed : {nul, "ITEM" + nul, "IT" + nul + "EM", nul + "3"}) {
+        QString sql = "SELECT * FROM items WHERE " + gfsDBSM_LikeContains("Description", typed);
+        EXPECT_FALSE(gfbDBSM_Select(sql, 0, false)) << sql.toStdString();
+    }
+    QString sql = "SELECT * FROM items WHERE " + gfsDBSM_LikeContains("Description", "EM 3");
+    ASSERT_TRUE(gfbDBSM_Select(sql, 0, false));
+    EXPECT_EQ(gRecordsets[0].RecordCount(), 1);
+    EXPECT_TRUE(boxes().isEmpty());
+}
+
+TEST_F(FaultTest, AccentsSortWithTheirLetterAndCaseIsIgnored)
+{
+    ASSERT_TRUE(insert("Fig", "6"));
+    ASSERT_TRUE(insert("\u00c9clair", "7"));
+    ASSERT_TRUE(insert("Egg", "8"));
+    ASSERT_TRUE(insert("Eclair", "9"));
+    gItem.Description.clear();
+    gItem.SL.clear();
+    QStringList order;
+    QString sql;
+    for (bool more = gfbDBSM_Record(0, opFirst, 3, false, false, sql); more && order.size() < 20;
+         more = gfbDBSM_Record(0, opNext, 3, false, false, sql))
+        order << gItem.Description.trimmed();
+    EXPECT_EQ(order, QStringList({"Eclair", "\u00c9clair", "Egg", "Fig", "ITEM 1", "ITEM 2",
+                                  "ITEM 3", "ITEM 4", "ITEM 5"}));
+    sql = "SELECT * FROM items WHERE Description = '\u00e9CLAIR'";
+    ASSERT_TRUE(gfbDBSM_Select(sql, 0, false));
+    EXPECT_EQ(gRecordsets[0].RecordCount(), 1) << "an accent is a difference, the case is none";
+    EXPECT_EQ(gfvDBSM_Field(0, 1).toString().trimmed(), "7");
+}
+
+TEST_F(FaultTest, ADatabaseFileCutToNothingIsOneBoxPerAction)
+{
+    if (testing_support::testOnPostgres())
+        GTEST_SKIP() << "a file of the embedded engine";
+    gItem.SL = "1";
+    ASSERT_TRUE(read(opEqual));
+    ASSERT_TRUE(QFile::resize(dataPath() + "/TestDB.db", 0));
+    for (int action = 0; action < 2; ++action) {
+        const DbAction a;
+        EXPECT_FALSE(read(opNext));
+        EXPECT_FALSE(read(opNext));
+        EXPECT_FALSE(read(opFirst));
+        QString table;
+        EXPECT_EQ(glDBSM_Count(0, table), 0);
+    }
+    EXPECT_EQ(boxTexts(), QStringList({kDamagedBox, kDamagedBox}));
+    EXPECT_EQ(QFileInfo(dataPath() + "/TestDB.db").size(), 0) << "no table made in the cut file";
 }

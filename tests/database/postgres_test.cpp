@@ -2,11 +2,18 @@
 #include "database/ZelDBSM_MSDE.h"
 #include "platform/SettingsStore.h"
 #include "support/DbTest.h"
+#include <QFile>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <condition_variable>
+#include <csignal>
+#include <mutex>
+#include <thread>
 
 using testing_support::DbTest;
 using testing_support::exitCode;
+using testing_support::gItem;
+using testing_support::kOfflineBox;
 using testing_support::PgCluster;
 
 TEST(PostgresEngine, TranslatesTheStatementsItCannotRunAsBuilt)
@@ -128,4 +135,96 @@ TEST_F(PgServerTest, TheDatabaseNameIsFoundTrimmedAndWithoutCaseAndStaysUsable)
     EXPECT_TRUE(logText().contains("Server Name = 127.0.0.1\r\nTime verified\r\n"));
     EXPECT_TRUE(insert("QUOTE'S", "1"));
     EXPECT_TRUE(gfbDBSM_TableExists("ITEMS"));
+}
+
+namespace {
+
+// The server of the test's own cluster, stopped as a frozen machine is: its
+// sockets stay open and nothing answers. It thaws when the test is done, or
+// after half a minute, so that a program that waits for it ends the wait.
+class FrozenServer {
+public:
+    FrozenServer(const PgCluster &cluster, qint64 backend)
+    {
+        QFile pidFile(cluster.folder() + "/data/postmaster.pid");
+        if (pidFile.open(QIODevice::ReadOnly))
+            m_pids << pidFile.readLine().trimmed().toInt();
+        m_pids << backend;
+        for (const qint64 pid : m_pids) ::kill(pid, SIGSTOP);
+        m_thaw = std::thread([this] {
+            std::unique_lock lock(m_mutex);
+            m_done.wait_for(lock, std::chrono::seconds(30), [this] { return m_over; });
+            for (const qint64 pid : m_pids) ::kill(pid, SIGCONT);
+        });
+    }
+    ~FrozenServer() { thaw(); }
+    void thaw()
+    {
+        {
+            const std::lock_guard lock(m_mutex);
+            m_over = true;
+        }
+        m_done.notify_all();
+        if (m_thaw.joinable())
+            m_thaw.join();
+    }
+
+private:
+    QList<qint64> m_pids;
+    std::mutex m_mutex;
+    std::condition_variable m_done;
+    bool m_over = false;
+    std::thread m_thaw;
+};
+
+// On a cluster of the test's own, which it stops, restarts and freezes.
+class PgServerFaultTest : public DbTest {
+protected:
+    PgServerFaultTest() { m_ownServer = true; }
+    void SetUp() override
+    {
+        DbTest::SetUp();
+        if (IsSkipped() || HasFatalFailure())
+            return;
+        ASSERT_TRUE(connect());
+        for (int i = 1; i <= 3; ++i)
+            ASSERT_TRUE(insert(QString("ITEM %1").arg(i), QString::number(i)));
+        gItem.SL = "1";
+        ASSERT_TRUE(next());
+    }
+    bool next()
+    {
+        const DbAction action;
+        QString sql;
+        return gfbDBSM_Record(0, opNext, 1, false, false, sql);
+    }
+};
+
+} // namespace
+
+TEST_F(PgServerFaultTest, AConnectionTheServerDroppedWhileIdleIsOpenedAgainSilently)
+{
+    ASSERT_TRUE(m_server->stop());
+    QString error;
+    ASSERT_TRUE(m_server->restart(&error)) << error.toStdString();
+    EXPECT_TRUE(next());
+    EXPECT_EQ(gItem.SL.trimmed(), "3");
+    EXPECT_TRUE(boxes().isEmpty());
+    EXPECT_FALSE(QFile::exists(dataPath() + "/PVSW.log"));
+}
+
+TEST_F(PgServerFaultTest, AFrozenServerEndsTheActionWithTheOfflineBox)
+{
+    QSqlQuery pid(gpDBSM_Engine()->db());
+    ASSERT_TRUE(pid.exec("SELECT pg_backend_pid()") && pid.next());
+    {
+        FrozenServer frozen(*m_server, pid.value(0).toLongLong());
+        EXPECT_FALSE(next()) << "the server answered only when it thawed";
+        EXPECT_EQ(boxTexts(), QStringList({kOfflineBox}));
+        EXPECT_FALSE(next()) << "the next action does not wait for ever either";
+        EXPECT_EQ(boxTexts(), QStringList({kOfflineBox}));
+    }
+    EXPECT_TRUE(next());
+    EXPECT_EQ(gItem.SL.trimmed(), "3");
+    EXPECT_TRUE(boxes().isEmpty());
 }

@@ -9,12 +9,10 @@
 #include <QLineEdit>
 #include <QTest>
 
+using testing_support::kOfflineBox;
 using testing_support::StoreDbTest;
 
 namespace {
-
-const QString kOfflineBox = "The database server cannot be reached. Check that it is running and "
-                            "that this station is on the network, then try again.";
 
 // The lookup on a PostgreSQL cluster of the test's own, which it stops and starts.
 // Run by the PostgreSQL pass of the tests only.

@@ -189,6 +189,16 @@ std::unique_ptr<SqliteEngine> DbTest::lockAsAnotherStation()
     return station;
 }
 
+std::unique_ptr<DbEngine> DbTest::anotherStation()
+{
+    const DBSM_Settings where = gfDBSM_Settings();
+    std::unique_ptr<DbEngine> station = makeDbEngine(where.sEngine, dataPath());
+    DbError error;
+    EXPECT_EQ(station->connectServer(where.sServer, where.sUser, where.sPassword, error), 1);
+    EXPECT_TRUE(station->open(where.sDBName, error)) << error.text.toStdString();
+    return station;
+}
+
 void DbTest::release(SqliteEngine &station)
 {
     EXPECT_TRUE(QSqlQuery(station.db()).exec("COMMIT"));

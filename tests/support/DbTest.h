@@ -12,6 +12,9 @@ inline const QString kBusyBox =
     "The database is busy at another station. Please try again in a moment.";
 inline const QString kDamagedBox = "The database is damaged and cannot be read. Please call "
                                    "support; the details are in PVSW.log in the data folder.";
+inline const QString kOfflineBox = "The database server cannot be reached. Check that it is "
+                                   "running and that this station is on the network, then try "
+                                   "again.";
 
 // The record buffer of a small test table: fixed-width text padded with blanks.
 struct ItemRecord {
@@ -48,6 +51,8 @@ protected:
     // it is released (or destroyed).
     std::unique_ptr<SqliteEngine> lockAsAnotherStation();
     void release(SqliteEngine &station);
+    // Another station's connection to the test's database, on the test's engine.
+    std::unique_ptr<DbEngine> anotherStation();
     // Overwrites the database file in place with bytes that are no database.
     void damageDatabase();
 
