@@ -51,7 +51,6 @@ public:
     void release() { *this = Recordset(); }
     const QVector<QVariant> &originalRow() const { return m_original; }
     QVector<QVariant> currentRow() const;
-    const QVector<QVector<QVariant>> &rows() const { return m_rows; }
     QList<int> changedColumns() const { return m_changed; }
     void acceptChanges();
 
