@@ -41,18 +41,34 @@ int temporaryFilesIn(const QString &folder)
     return static_cast<int>(QDir(folder).entryList({"~hk-*"}, QDir::Files | QDir::Hidden).size());
 }
 
-// A save takes a few milliseconds; the kills fall before, inside and between saves.
+// A save takes a few milliseconds; the kills fall inside and between saves. The clock
+// starts when the station is about to save, so a slow start (a sanitizer build) does not
+// put every kill before the first save.
 int killedSaves(ScriptedDialogs &dialogs, int count)
 {
     const QString versionsFolder = versions::dataFolderVersions() + "/HKSET07.SDF";
     int left = 0;
     for (int i = 0; i < count; ++i) {
+        int ready[2];
+        if (::pipe(ready) != 0)
+            return 2;
         const pid_t station = ::fork();
         if (station < 0)
             return 2;
-        if (station == 0)
+        if (station == 0) {
+            ::close(ready[0]);
+            const char go = 1;
+            if (::write(ready[1], &go, 1) != 1)
+                ::_exit(2);
+            ::close(ready[1]);
             ::_exit(saveLoop(dialogs, INT_MAX));
-        ::usleep(QRandomGenerator::global()->bounded(12000));
+        }
+        ::close(ready[1]);
+        char go = 0;
+        const bool started = ::read(ready[0], &go, 1) == 1;
+        ::close(ready[0]);
+        if (started)
+            ::usleep(QRandomGenerator::global()->bounded(20000));
         ::kill(station, SIGKILL);
         ::waitpid(station, nullptr, 0);
         left += temporaryFilesIn(gDataPath.DataPath()) + temporaryFilesIn(versionsFolder);
