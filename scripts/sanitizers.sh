@@ -17,8 +17,11 @@ hk_sanitized_suite() {
   hk_configure "$dir" "-DCMAKE_CXX_FLAGS=$hk_sanitizer_flags" "-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O0 -g1" \
     "-DCMAKE_EXE_LINKER_FLAGS=-fsanitize=address,undefined"
   cmake --build "$dir" -j2 --target hk_tests
+  # The test that kills saving stations at random moments needs saves of normal speed
+  # to land its kills inside them; an unoptimised sanitized save under load is too slow
+  # for that. It runs in the normal suite.
   (cd "$dir" && env "${hk_sanitizer_env[@]}" QT_QPA_PLATFORM=offscreen \
-    ctest --output-on-failure -j2 -L offscreen "$@")
+    ctest --output-on-failure -j2 -L offscreen -E 'SaveTest\.ASaveKilled' "$@")
 }
 
 # Every fuzz target for `seconds` each, on a copy of its seed corpus; a crash,
