@@ -12,14 +12,26 @@ if [ "${1:-}" != "--on-display" ]; then
   exec xvfb-run -a -s "-screen 0 1280x1024x24 -nolisten tcp" "$0" --on-display "$@"
 fi
 shift
-openbox --sm-disable >/dev/null 2>&1 &
-wm=$!
-trap 'kill "$wm" 2>/dev/null || true' EXIT
+# A fresh machine's first openbox start can take seconds (font caches); its own
+# words are kept so a start that fails says why.
+wm_log="$(mktemp)"
+start_wm() {
+  openbox --sm-disable >"$wm_log" 2>&1 &
+  wm=$!
+}
+wm=
+trap 'kill "$wm" 2>/dev/null || true; rm -f "$wm_log"' EXIT
 # The window manager is up once it names itself on the root window.
 wm_up() { xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'; }
-for _ in $(seq 100); do
-  wm_up && break
-  sleep 0.05
+for attempt in 1 2; do
+  start_wm
+  for _ in $(seq 300); do
+    wm_up && break 2
+    kill -0 "$wm" 2>/dev/null || break
+    sleep 0.1
+  done
+  echo "openbox start $attempt did not come up:"; cat "$wm_log"
+  kill "$wm" 2>/dev/null || true
 done
 wm_up || { echo "openbox did not start on the test display"; exit 1; }
 export QT_QPA_PLATFORM=xcb
