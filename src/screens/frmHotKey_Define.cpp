@@ -28,7 +28,7 @@
 
 namespace {
 
-QPushButton *button(const QString &caption, const QString &name, QWidget *parent)
+QPushButton *plainButton(const QString &caption, const QString &name, QWidget *parent)
 {
     auto *b = new QPushButton(caption, parent);
     b->setObjectName(name);
@@ -57,7 +57,7 @@ frmHotKey_Define::frmHotKey_Define(QWidget *parent) : KeyPreviewForm(parent)
         });
     }
     txtEdit[2]->setReadOnly(true);
-    cmdBrowsePath = button("...", "cmdBrowsePath", this);
+    cmdBrowsePath = plainButton("...", "cmdBrowsePath", this);
     cmdBrowsePath->setFixedWidth(36);
     grid->addWidget(cmdBrowsePath, 3, 2);
 
@@ -93,11 +93,11 @@ frmHotKey_Define::frmHotKey_Define(QWidget *parent) : KeyPreviewForm(parent)
     grid->addLayout(preview, 4, 1, 1, 2);
     Option1[0]->setChecked(true); // as the form is stored
 
-    cmdFind[0] = button("F3 Find &Item", "cmdFind", this);
-    cmdFind[1] = button("F4 Find Set", "cmdFind", this);
-    cmdClear = button("Clea&r Key", "cmdClear", this);
-    cmdOkCancel[0] = button("F10 Accept", "cmdOkCancel", this);
-    cmdOkCancel[1] = button("Esc Cancel", "cmdOkCancel", this);
+    cmdFind[0] = plainButton("F3 Find &Item", "cmdFind", this);
+    cmdFind[1] = plainButton("F4 Find Set", "cmdFind", this);
+    cmdClear = plainButton("Clea&r Key", "cmdClear", this);
+    cmdOkCancel[0] = plainButton("F10 Accept", "cmdOkCancel", this);
+    cmdOkCancel[1] = plainButton("Esc Cancel", "cmdOkCancel", this);
     auto *buttons = new QHBoxLayout;
     for (QPushButton *b : {cmdFind[0], cmdFind[1], cmdClear}) buttons->addWidget(b);
     buttons->addStretch();

@@ -5,10 +5,7 @@
 
 namespace {
 
-QRgb rgbOf(quint32 colour)
-{
-    return qRgb(colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF);
-}
+using testing_support::rgbOf;
 
 // A shown button on a panel, scheme 3: up 0x800000, hover 0xA00000, down 0xF00000.
 class CandyMouse : public testing_support::HkTest {

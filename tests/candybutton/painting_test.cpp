@@ -5,10 +5,7 @@
 
 namespace {
 
-QRgb rgbOf(quint32 colour)
-{
-    return qRgb(colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF);
-}
+using testing_support::rgbOf;
 
 // The bounding box of the pixels of a colour close to black (the caption).
 QRect darkBox(const QImage &image)

@@ -1,5 +1,6 @@
 #pragma once
 #include "support/Doubles.h"
+#include <QColor>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -31,5 +32,11 @@ protected:
     ScriptedModal modal;
     RecordingShell shell;
 };
+
+// A colour as the files store it (0x00BBGGRR) as the screen shows it.
+inline QRgb rgbOf(quint32 colour)
+{
+    return qRgb(colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF);
+}
 
 } // namespace testing_support
