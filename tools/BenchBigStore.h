@@ -4,6 +4,7 @@
 // of the benchmark's own, and sets whose keys each sell another of its items.
 #include "BenchDatabase.h"
 #include "common/Conversions.h"
+#include "database/TableNames.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyServices.h"
@@ -41,8 +42,8 @@ inline bool openBigStore(const QTemporaryDir &dir, const char *demoFolder)
 
 inline qint32 bigStoreRows()
 {
-    QString table = gTables[1].sTableName;
-    return glDBSM_Count(1, table);
+    QString table = gTables[tblInventory].sTableName;
+    return glDBSM_Count(tblInventory, table);
 }
 
 // The newest `count` items of the inventory.
@@ -51,7 +52,7 @@ inline QList<BenchItem> bigStoreItems(int count)
     QList<BenchItem> items;
     QSqlQuery q(gpDBSM_Engine()->db());
     q.exec(QString("SELECT SL, ItemID FROM %1 ORDER BY RecordNum DESC LIMIT %2")
-               .arg(gTables[1].sTableName)
+               .arg(gTables[tblInventory].sTableName)
                .arg(count));
     while (q.next()) items << BenchItem{q.value(0).toString(), conv::Trim(q.value(1).toString())};
     return items;
