@@ -3,6 +3,7 @@
 #include "database/TableNames.h"
 #include "database/ZelDBSM_MSDE.h"
 #include <QSet>
+#include <algorithm>
 
 namespace {
 
@@ -60,7 +61,10 @@ bool gfbInventory_ReadMany(const QStringList &codes, bool bById,
     const QString select = "SELECT SL, ItemID, Description FROM " +
                            gTables[tblInventory].sTableName + " WHERE " +
                            (bById ? "ltrim(ItemID)" : "SL");
-    return readInBatches(tblInventory, select, codes, QString(), [&](const Recordset &rs) {
+    QStringList values = codes;
+    if (bById) // blanks around an Item ID count for nothing, as in the keyed reads
+        std::transform(values.begin(), values.end(), values.begin(), conv::Trim);
+    return readInBatches(tblInventory, select, values, QString(), [&](const Recordset &rs) {
         const InventoryBulkItem item{rs.value(rs.fieldIndex("SL")).toString(), text(rs, "ItemID"),
                                      text(rs, "Description")};
         found.insert(gfsInventory_BulkKey(bById ? item.itemId : item.sl), item);
