@@ -97,6 +97,9 @@ private:
             const QString number = fileForm(n);
             if (conv::Val(number) < 1 || seen.contains(number))
                 continue;
+            if (m_progress &&
+                !m_progress(static_cast<int>(seen.size()), static_cast<int>(m_request.sets.size())))
+                return fail("The export was stopped; no package was made.");
             seen.insert(number);
             SetFile set;
             QString error;
@@ -109,13 +112,16 @@ private:
         return true;
     }
 
+    struct KeyPlace {
+        int set, group, key;
+    };
+
+    // The items of all keys are asked for at once, a few statements in all.
     bool collect()
     {
-        const DbAction action; // a database fault is told once for the whole export
-        QHash<QString, std::optional<SourceItem>> known;
+        QList<ItemName> names;
+        QList<KeyPlace> places;
         for (int s = 0; s < m_sets.size(); ++s) {
-            if (m_progress && !m_progress(s, static_cast<int>(m_sets.size())))
-                return fail("The export was stopped; no package was made.");
             const SetFile &set = m_sets[s];
             m_manifestSets.append(QJsonObject{{"number", set.number},
                                               {"title", set.title},
@@ -124,22 +130,23 @@ private:
                 for (int k = 1; k <= 8; ++k) {
                     const HotKeyButton &b = set.groups[g].Buttons[k];
                     addPicture(b.Icon);
-                    if (!sellsItem(b))
-                        continue;
-                    const QString cacheKey = b.IdSelect + '\n' + b.Item;
-                    if (!known.contains(cacheKey)) {
-                        SourceItem item;
-                        known.insert(cacheKey, readSourceItem(b.Item, b.IdSelect, item)
-                                                   ? std::optional(item)
-                                                   : std::nullopt);
+                    if (sellsItem(b)) {
+                        names << ItemName{b.Item, b.IdSelect};
+                        places << KeyPlace{s, g, k};
                     }
-                    m_items.append(itemJson(set, g, k, b, known.value(cacheKey)));
                 }
             }
         }
-        if (gfbDBSM_ActionFailed())
+        const DbAction action; // a database fault is told once for the whole export
+        QList<std::optional<SourceItem>> items;
+        if (!readSourceItems(names, items))
             return fail("The inventory could not be read, so the items of the keys cannot be "
                         "described; no package was made.");
+        for (qsizetype i = 0; i < places.size(); ++i) {
+            const KeyPlace &p = places[i];
+            m_items.append(itemJson(m_sets[p.set], p.group, p.key,
+                                    m_sets[p.set].groups[p.group].Buttons[p.key], items[i]));
+        }
         m_result.itemKeys = static_cast<int>(m_items.size());
         return true;
     }
@@ -182,7 +189,7 @@ private:
         manifest["sets"] = m_manifestSets;
         manifest["pictures"] = QJsonArray::fromStringList(m_pictures);
         manifest["items"] = m_items;
-        if (!zip.addBytes(kManifest, QJsonDocument(manifest).toJson(), true, &error) ||
+        if (!zip.addBytes(kManifest, QJsonDocument(manifest).toJson(QJsonDocument::Compact), true, &error) ||
             !zip.commit(&error))
             return fail(QDir::toNativeSeparators(file) + ": " + error + " No package was made.");
         m_result.sets = static_cast<int>(m_sets.size());

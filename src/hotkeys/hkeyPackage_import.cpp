@@ -287,22 +287,21 @@ private:
 
     bool matchItems()
     {
-        const DbAction action; // a database fault is told once for the whole package
-        QHash<QString, ItemKey> matched;
         for (int s = 0; s < m_plan.sets.size(); ++s) {
             if (m_progress && !m_progress(s, static_cast<int>(m_plan.sets.size())))
                 return fail("The import was stopped.");
             for (int g = 1; g <= 4; ++g) {
-                for (int k = 1; k <= 8; ++k) addKey(s, g, k, matched);
+                for (int k = 1; k <= 8; ++k) addKey(s, g, k);
             }
         }
-        if (gfbDBSM_ActionFailed())
+        const DbAction action; // a database fault is told once for the whole package
+        if (!setpackage::detail::matchItems(m_plan.items))
             return fail("This store's inventory could not be read, so the items of the keys "
                         "cannot be found.");
         return true;
     }
 
-    void addKey(int s, int g, int k, QHash<QString, ItemKey> &matched)
+    void addKey(int s, int g, int k)
     {
         const PackageSet &set = m_plan.sets[s];
         const HotKeyButton &b = set.groups[g].Buttons[k];
@@ -320,19 +319,6 @@ private:
         key.item = b.Item;
         key.idSelect = b.IdSelect;
         key.source = m_sources.value(itemKey(set.number, g, k, b.Item, b.IdSelect), SourceItem{});
-        const QString cacheKey = b.IdSelect + '\n' + b.Item + '\n' + key.source.sl + '\n' +
-                                 key.source.itemId + '\n' + key.source.upc.join(',');
-        auto known = matched.constFind(cacheKey);
-        if (known == matched.constEnd()) {
-            matchItem(key);
-            matched.insert(cacheKey, key);
-        } else {
-            key.match = known->match;
-            key.code = known->code;
-            key.newItem = known->newItem;
-            key.newIdSelect = known->newIdSelect;
-            key.storeDescription = known->storeDescription;
-        }
         m_plan.items << key;
     }
 

@@ -1,58 +1,41 @@
 // The items of a package's keys: read from the source store's inventory on
-// export, found again in this store's on import.
+// export, found again in this store's on import, many at a time.
 #include "common/Conversions.h"
 #include "common/zelFormats.h"
-#include "database/ZelDBSM_MSDE.h"
-#include "database/zelDBSM_Inventory.h"
-#include "database/zelDBSM_InventoryKey.h"
-#include "database/zelDBSM_Upc.h"
+#include "database/zelDBSM_InventoryBulk.h"
 #include "hotkeys/hkeyPackage_internal.h"
 
 namespace setpackage {
 
 namespace {
 
-constexpr qint16 kInventory = 1, kUpc = 2;
-constexpr qint16 kUpcBySL = 0, kUpcByCode = 2, kInventoryBySL = 1;
+using Items = QHash<QString, InventoryBulkItem>;
 
-bool read(qint16 file, qint16 op, qint16 key)
+QString key(const QString &code)
 {
-    QString sql;
-    return gfbDBSM_Record(file, op, key, false, false, sql);
+    return gfsInventory_BulkKey(code);
 }
 
-bool readByStoredSL(const QString &stored)
+// The S/L as a key holds it, in the form the inventory stores.
+QString storedSL(const QString &sl)
 {
-    gInventoryRecord.setText("SL", stored);
-    return read(kInventory, opEqual, kInventoryBySL);
+    return gfsSL_toStored(gfsSL_normalize(sl));
 }
 
-// The bar codes of the item in the record. Codes that begin with "D" or "I" link
-// departments or items, not a product.
-QStringList upcCodes(const QString &stored)
+SourceItem sourceOf(const InventoryBulkItem &item)
 {
-    QStringList codes;
-    gUpcRecord.setText("SL", stored);
-    for (bool found = read(kUpc, opEqual, kUpcBySL); found && gUpcRecord.text("SL") == stored;
-         found = read(kUpc, opNext, kUpcBySL)) {
-        const QString code = conv::Trim(gUpcRecord.text("UPC"));
-        if (!code.isEmpty() && !QString("DI").contains(code.front()))
-            codes << code;
-    }
-    return codes;
+    return {conv::Trim(gfsSL_toDisplay(item.sl)), item.itemId, {}, item.description};
 }
 
-SourceItem recordItem()
+// Codes that begin with "D" or "I" link departments or items, not a product.
+bool productCode(const QString &code)
 {
-    return {conv::Trim(gfsSL_toDisplay(gInventoryRecord.text("SL"))),
-            conv::Trim(gInventoryRecord.text("ItemID")),
-            {},
-            conv::Trim(gInventoryRecord.text("Description"))};
+    return !code.isEmpty() && !QString("DI").contains(code.front());
 }
 
-void takeMatch(ItemKey &key, Match how, const QString &code)
+void takeMatch(ItemKey &key, Match how, const QString &code, const InventoryBulkItem &item)
 {
-    const SourceItem mine = recordItem();
+    const SourceItem mine = sourceOf(item);
     key.match = how;
     key.code = code;
     key.storeDescription = mine.description;
@@ -60,6 +43,37 @@ void takeMatch(ItemKey &key, Match how, const QString &code)
     const bool byId = key.idSelect == "Yes" && !mine.itemId.isEmpty();
     key.newItem = byId ? mine.itemId : mine.sl;
     key.newIdSelect = byId ? "Yes" : "No";
+}
+
+// The codes a key of another store gives for its item: the package's, or the
+// key's own text standing in for the one the package does not give.
+struct Wanted {
+    QString sl, id;
+};
+
+Wanted wantedCodes(const ItemKey &key)
+{
+    const SourceItem &s = key.source;
+    return {!s.sl.isEmpty()        ? s.sl
+            : key.idSelect == "No" ? key.item
+                                   : QString(),
+            !s.itemId.isEmpty()     ? s.itemId
+            : key.idSelect == "Yes" ? key.item
+                                    : QString()};
+}
+
+bool findByUpc(ItemKey &k, const QHash<QString, QString> &itemOfCode, const Items &bySL)
+{
+    for (const QString &code : k.source.upc) {
+        const auto sl = itemOfCode.constFind(key(code));
+        if (sl == itemOfCode.constEnd())
+            continue;
+        if (const auto item = bySL.constFind(key(*sl)); item != bySL.constEnd()) {
+            takeMatch(k, Match::ByUpc, code, *item);
+            return true;
+        }
+    }
+    return false;
 }
 
 } // namespace
@@ -81,35 +95,90 @@ QString matchText(Match m)
 
 namespace detail {
 
-bool readSourceItem(const QString &item, const QString &idSelect, SourceItem &found)
+bool readSourceItems(const QList<ItemName> &names, QList<std::optional<SourceItem>> &found)
 {
-    if (!gfbInventory_ByHotKey(item, idSelect))
+    QStringList sls, ids;
+    for (const ItemName &n : names) {
+        if (n.idSelect == "No")
+            sls << storedSL(n.item);
+        else if (n.idSelect == "Yes")
+            ids << n.item;
+    }
+    Items bySL, byId;
+    if (!gfbInventory_ReadMany(sls, false, bySL) || !gfbInventory_ReadMany(ids, true, byId))
         return false;
-    found = recordItem();
-    found.upc = upcCodes(gInventoryRecord.text("SL"));
+    QStringList itemSLs;
+    for (const Items *items : {&bySL, &byId}) {
+        for (const InventoryBulkItem &item : *items) itemSLs << item.sl;
+    }
+    QHash<QString, QStringList> codes;
+    if (!gfbUpc_CodesOfItems(itemSLs, codes))
+        return false;
+    found.clear();
+    for (const ItemName &n : names) {
+        const bool bySl = n.idSelect == "No";
+        const Items &items = bySl ? bySL : byId;
+        const auto item = items.constFind(key(bySl ? storedSL(n.item) : n.item));
+        if (item == items.constEnd() || (!bySl && n.idSelect != "Yes")) {
+            found << std::nullopt;
+            continue;
+        }
+        SourceItem source = sourceOf(*item);
+        for (const QString &code : codes.value(key(item->sl))) {
+            if (productCode(code))
+                source.upc << code;
+        }
+        found << source;
+    }
     return true;
 }
 
-void matchItem(ItemKey &key)
+// Each code is asked for only for the keys that the codes before it left unmatched.
+bool matchItems(QList<ItemKey> &keys)
 {
-    const SourceItem &s = key.source;
-    const QString sl = !s.sl.isEmpty() ? s.sl : key.idSelect == "No" ? key.item : QString();
-    const QString id = !s.itemId.isEmpty()     ? s.itemId
-                       : key.idSelect == "Yes" ? key.item
-                                               : QString();
-    key.match = Match::None;
-    key.newItem = key.item;
-    key.newIdSelect = key.idSelect;
-    key.storeDescription.clear();
-    if (!conv::Trim(sl).isEmpty() && gfbInventory_ByHotKey(sl, "No"))
-        return takeMatch(key, Match::BySL, sl);
-    if (!conv::Trim(id).isEmpty() && gfbInventory_ByHotKey(id, "Yes"))
-        return takeMatch(key, Match::ById, id);
-    for (const QString &code : s.upc) {
-        gUpcRecord.setText("UPC", code);
-        if (read(kUpc, opEqual, kUpcByCode) && readByStoredSL(gUpcRecord.text("SL")))
-            return takeMatch(key, Match::ByUpc, code);
+    QList<ItemKey *> open;
+    QStringList sls;
+    for (ItemKey &k : keys) {
+        k.match = Match::None;
+        k.newItem = k.item;
+        k.newIdSelect = k.idSelect;
+        k.storeDescription.clear();
+        open << &k;
+        sls << storedSL(wantedCodes(k).sl);
     }
+    Items bySL, byId;
+    if (!gfbInventory_ReadMany(sls, false, bySL))
+        return false;
+    QStringList ids;
+    open.removeIf([&](ItemKey *k) {
+        const QString sl = wantedCodes(*k).sl;
+        const auto item = bySL.constFind(key(storedSL(sl)));
+        if (conv::Trim(sl).isEmpty() || item == bySL.constEnd()) {
+            ids << wantedCodes(*k).id;
+            return false;
+        }
+        takeMatch(*k, Match::BySL, sl, *item);
+        return true;
+    });
+    if (!gfbInventory_ReadMany(ids, true, byId))
+        return false;
+    QStringList codes;
+    open.removeIf([&](ItemKey *k) {
+        const QString id = wantedCodes(*k).id;
+        const auto item = byId.constFind(key(id));
+        if (conv::Trim(id).isEmpty() || item == byId.constEnd()) {
+            codes << k->source.upc;
+            return false;
+        }
+        takeMatch(*k, Match::ById, id, *item);
+        return true;
+    });
+    QHash<QString, QString> itemOfCode;
+    if (!gfbUpc_ItemsOfCodes(codes, itemOfCode) ||
+        !gfbInventory_ReadMany(itemOfCode.values(), false, bySL))
+        return false;
+    for (ItemKey *k : open) findByUpc(*k, itemOfCode, bySL);
+    return true;
 }
 
 bool sellsItem(const HotKeyButton &b)

@@ -13,7 +13,9 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QSet>
 #include <filesystem>
+#include <utility>
 
 namespace setpackage {
 
@@ -26,10 +28,14 @@ std::filesystem::path fsPath(const QString &path)
     return std::filesystem::path(path.toStdU16String());
 }
 
-// One file of the import: the new bytes wait under `staged`, and a copy of the
-// file it replaces under `backup`, both in the file's own folder.
+// New bytes held before they are written out: pictures can be large.
+constexpr qint64 kStagedAtOnce = 32 * 1024 * 1024;
+
+// One file of the import: its new bytes wait in a temporary file beside it, and
+// a copy of the file it replaces under `backup`.
 struct Output {
     QString path;
+    QByteArray bytes;
     QString staged, backup;
     bool placed = false;
 };
@@ -56,7 +62,7 @@ public:
     bool run(QString *error)
     {
         if (!m_zip.open(m_plan.file, &m_error) || !stageSets() || !stagePictures() ||
-            !stageKeyFiles() || !keepVersions() || !place()) {
+            !stageKeyFiles() || !writeStaged() || !keepVersions() || !place()) {
             *error = m_error + "\rNothing was imported; the data folder is as it was.";
             return false;
         }
@@ -70,27 +76,46 @@ private:
         return false;
     }
 
-    bool stage(const QString &path, const QStringList *lines, const QByteArray &bytes)
+    bool stage(const QString &path, const QByteArray &bytes)
     {
-        Output o{path, besideName(path), QString()};
-        QString why;
-        const bool ok = lines ? textfile::writeLines(o.staged, *lines, &why)
-                              : platform::replaceFile(o.staged, bytes, &why);
-        if (!ok)
-            return fail(path, why);
-        if (QFileInfo::exists(path)) {
-            o.backup = besideName(path);
-            QFile old(path);
-            if (!old.copy(o.backup)) {
-                m_outputs << o;
-                return fail(path, old.errorString());
-            }
-        }
-        m_outputs << o;
+        m_outputs << Output{path, bytes, QString(), QString()};
+        m_waiting += bytes.size();
+        if (m_waiting > kStagedAtOnce && !writeStaged())
+            return false;
         if (!m_progress || m_progress(static_cast<int>(m_outputs.size()), total()))
             return true;
         m_error = "The import was stopped.";
         return false;
+    }
+
+    // The new bytes of the files staged since the last call reach the disk, many
+    // files at once, and a copy is made of each file they will replace, to put it
+    // back should a later step fail. No file of the data folder is touched yet.
+    bool writeStaged()
+    {
+        QList<platform::Replacement> files;
+        for (qsizetype i = m_written; i < m_outputs.size(); ++i)
+            files << platform::Replacement{
+                m_outputs[i].path, std::exchange(m_outputs[i].bytes, {}), false, {}};
+        QStringList staged;
+        const bool written = platform::stageFiles(files, staged);
+        const qsizetype first = std::exchange(m_written, m_outputs.size());
+        m_waiting = 0;
+        for (qsizetype i = 0; i < files.size(); ++i) {
+            m_outputs[first + i].staged = staged.value(i);
+            if (!written && !files[i].reason.isEmpty())
+                return fail(files[i].path, files[i].reason);
+        }
+        for (qsizetype i = first; i < m_outputs.size(); ++i) {
+            Output &o = m_outputs[i];
+            if (!QFileInfo::exists(o.path))
+                continue;
+            o.backup = besideName(o.path);
+            QFile old(o.path);
+            if (!old.copy(o.backup))
+                return fail(o.path, old.errorString());
+        }
+        return true;
     }
 
     int total() const { return static_cast<int>(m_plan.sets.size() + m_plan.pictures.size()) + 2; }
@@ -115,8 +140,8 @@ private:
                     b.Icon = pictures.value(conv::Trim(b.Icon), b.Icon);
                 }
             }
-            const QStringList lines = hotKeySetLines(groups[s], m_plan.sets[s].title);
-            if (!stage(hotKeySetPath(m_plan.sets[s].target), &lines, {}))
+            if (!stage(hotKeySetPath(m_plan.sets[s].target),
+                       textfile::linesBytes(hotKeySetLines(groups[s], m_plan.sets[s].title))))
                 return false;
         }
         return true;
@@ -131,7 +156,7 @@ private:
             QString why;
             if (!m_zip.read(p.entry, kMaxPicture, bytes, &why))
                 return fail(m_plan.file, "picture " + p.name + ": " + why);
-            if (!stage(gsHotKeyPicturePath + p.target, nullptr, bytes))
+            if (!stage(gsHotKeyPicturePath + p.target, bytes))
                 return false;
         }
         return true;
@@ -149,7 +174,7 @@ private:
             QString why;
             if (index < 0 || !m_zip.read(index, kMaxSetFile, bytes, &why))
                 return fail(m_plan.file, QString(name) + ": " + why);
-            if (!stage(gDataPath.DataPath() + '/' + name, nullptr, bytes))
+            if (!stage(gDataPath.DataPath() + '/' + name, bytes))
                 return false;
         }
         return true;
@@ -177,6 +202,7 @@ private:
     // Each rename replaces one file whole; a failure puts back the files placed before it.
     bool place()
     {
+        QSet<QString> folders;
         for (Output &o : m_outputs) {
             std::error_code code;
             std::filesystem::rename(fsPath(o.staged), fsPath(o.path), code);
@@ -186,7 +212,9 @@ private:
             }
             o.placed = true;
             o.staged.clear();
+            folders.insert(QFileInfo(o.path).absolutePath());
         }
+        for (const QString &folder : folders) platform::syncFolder(folder);
         return true;
     }
 
@@ -209,6 +237,8 @@ private:
     const Progress &m_progress;
     ziparchive::Reader m_zip;
     QList<Output> m_outputs;
+    qsizetype m_written = 0; // outputs before it are on the disk
+    qint64 m_waiting = 0;    // bytes of the outputs after it
     QString m_error;
 };
 

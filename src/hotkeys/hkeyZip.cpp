@@ -22,7 +22,7 @@ QString archiveError(zip_t *archive)
 
 } // namespace
 
-struct Reader::Archive {
+struct Archive {
     zip_t *handle = nullptr;
     ~Archive()
     {
@@ -86,15 +86,6 @@ bool Reader::read(int index, qint64 limit, QByteArray &bytes, QString *error) co
     return n == 0;
 }
 
-struct Writer::Archive {
-    zip_t *handle = nullptr;
-    ~Archive()
-    {
-        if (handle)
-            zip_discard(handle);
-    }
-};
-
 Writer::Writer() = default;
 Writer::~Writer() = default;
 
@@ -111,18 +102,17 @@ bool Writer::open(const QString &path, QString *error)
     return true;
 }
 
-bool Writer::addBytes(const QString &name, const QByteArray &bytes, bool compress, QString *error)
+bool Writer::add(const QString &name, const QString &what, void *data, bool compress,
+                 QString *error)
 {
-    m_kept << bytes;
     zip_t *handle = m_archive->handle;
-    zip_source_t *source = zip_source_buffer(handle, m_kept.last().constData(),
-                                             static_cast<zip_uint64_t>(bytes.size()), 0);
+    auto *source = static_cast<zip_source_t *>(data);
     const zip_int64_t index =
         source ? zip_file_add(handle, name.toUtf8().constData(), source, ZIP_FL_ENC_UTF_8) : -1;
     if (index < 0) {
         if (source)
             zip_source_free(source);
-        *error = name + ": " + archiveError(handle) + '.';
+        *error = what + ": " + archiveError(handle) + '.';
         return false;
     }
     if (!compress)
@@ -130,21 +120,21 @@ bool Writer::addBytes(const QString &name, const QByteArray &bytes, bool compres
     return true;
 }
 
+bool Writer::addBytes(const QString &name, const QByteArray &bytes, bool compress, QString *error)
+{
+    m_kept << bytes;
+    return add(name, name,
+               zip_source_buffer(m_archive->handle, m_kept.last().constData(),
+                                 static_cast<zip_uint64_t>(bytes.size()), 0),
+               compress, error);
+}
+
 bool Writer::addFile(const QString &name, const QString &file, QString *error)
 {
-    zip_t *handle = m_archive->handle;
-    zip_source_t *source = zip_source_file(handle, QFile::encodeName(file).constData(), 0, -1);
-    const zip_int64_t index =
-        source ? zip_file_add(handle, name.toUtf8().constData(), source, ZIP_FL_ENC_UTF_8) : -1;
-    if (index < 0) {
-        if (source)
-            zip_source_free(source);
-        *error = file + ": " + archiveError(handle) + '.';
-        return false;
-    }
     // Pictures are compressed already.
-    zip_set_file_compression(handle, static_cast<zip_uint64_t>(index), ZIP_CM_STORE, 0);
-    return true;
+    return add(name, file,
+               zip_source_file(m_archive->handle, QFile::encodeName(file).constData(), 0, -1),
+               false, error);
 }
 
 bool Writer::commit(QString *error)

@@ -7,6 +7,8 @@
 // Zip archives through libzip: the set packages carried from store to store.
 namespace ziparchive {
 
+struct Archive; // an open archive of libzip
+
 struct Entry {
     QString name;
     qint64 size = 0; // as the archive declares it, uncompressed
@@ -24,7 +26,6 @@ public:
     bool read(int index, qint64 limit, QByteArray &bytes, QString *error) const;
 
 private:
-    struct Archive;
     std::unique_ptr<Archive> m_archive;
     QList<Entry> m_entries;
 };
@@ -43,7 +44,8 @@ public:
     bool commit(QString *error);
 
 private:
-    struct Archive;
+    // Adds the entry; false, with `error` naming `what`, when it cannot.
+    bool add(const QString &name, const QString &what, void *source, bool compress, QString *error);
     std::unique_ptr<Archive> m_archive;
     QList<QByteArray> m_kept;
 };

@@ -2,9 +2,11 @@
 #include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QFileInfo>
+#include <QHash>
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QSysInfo>
+#include <algorithm>
 #include <atomic>
 #include <optional>
 #include <span>
@@ -519,18 +521,24 @@ struct Pending {
     int error = 0;
 };
 
-void replaceAll(QList<Replacement> &files,
-                const std::function<bool(const Replacement &)> &stillWanted, Durability durability)
+// Removes the temporary files that killed saves left of these files, each folder looked at once.
+void removeAbandonedOf(const QList<Replacement> &files)
 {
-    if (files.isEmpty())
-        return;
-    const QString folder = QFileInfo(files.first().path).absolutePath();
-    if (durability == Durability::Synced) {
-        QStringList bases;
-        for (const Replacement &file : files) bases << QFileInfo(file.path).completeBaseName();
-        removeAbandonedTemporaries(folder, bases);
+    QHash<QString, QStringList> bases; // folder -> base names
+    for (const Replacement &file : files) {
+        const QFileInfo info(file.path);
+        bases[info.absolutePath()] << info.completeBaseName();
     }
-    Replacement *const file = files.data();
+    for (auto folder = bases.cbegin(); folder != bases.cend(); ++folder)
+        removeAbandonedTemporaries(folder.key(), folder.value());
+}
+
+// Writes every file's temporary file, flushed to the disk in groups that wait for it together.
+QList<Pending> writeTemporaries(const QList<Replacement> &files, Durability durability)
+{
+    if (durability == Durability::Synced)
+        removeAbandonedOf(files);
+    const Replacement *const file = files.data();
     QList<Pending> pending(files.size());
     Pending *const p = pending.data();
     for (qsizetype first = 0; first < files.size(); first += kOpenAtOnce) {
@@ -548,6 +556,18 @@ void replaceAll(QList<Replacement> &files,
                 p[i].error = finishTemporary(p[i].handle, durability);
         });
     }
+    return pending;
+}
+
+void replaceAll(QList<Replacement> &files,
+                const std::function<bool(const Replacement &)> &stillWanted, Durability durability)
+{
+    if (files.isEmpty())
+        return;
+    const QString folder = QFileInfo(files.first().path).absolutePath();
+    QList<Pending> pending = writeTemporaries(files, durability);
+    Replacement *const file = files.data();
+    Pending *const p = pending.data();
     for (qsizetype i = 0; i < files.size(); ++i) {
         if (!p[i].error && stillWanted && !stillWanted(file[i])) {
             removeTemporary(p[i].temp);
@@ -606,6 +626,28 @@ void replaceFiles(QList<Replacement> &files,
 bool writeNewFile(const QString &path, const QByteArray &bytes, QString *reason)
 {
     return replaceOne(path, bytes, reason, Durability::Unsynced);
+}
+
+bool stageFiles(QList<Replacement> &files, QStringList &temps)
+{
+    QList<Pending> pending = writeTemporaries(files, Durability::Synced);
+    const qsizetype failed = std::find_if(pending.cbegin(), pending.cend(),
+                                          [](const Pending &p) { return p.error != 0; }) -
+                             pending.cbegin();
+    temps.clear();
+    for (const Pending &p : pending) {
+        if (failed < files.size() && !p.temp.isEmpty())
+            removeTemporary(p.temp);
+        temps << (failed < files.size() ? QString() : p.temp);
+    }
+    if (failed < files.size())
+        fail(files[failed], pending[failed].error);
+    return failed == files.size();
+}
+
+void syncFolder(const QString &folder)
+{
+    flushFolder(folder);
 }
 
 void removeAbandonedTemporaries(const QString &folder, const QStringList &baseNames)

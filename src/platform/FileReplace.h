@@ -31,6 +31,15 @@ struct Replacement {
 void replaceFiles(QList<Replacement> &files,
                   const std::function<bool(const Replacement &)> &stillWanted = {});
 
+// The first half of a change to many files, of one folder or several, that must
+// land whole or not at all: each file's bytes go to a new temporary file beside
+// it (named in `temps`, in the files' order), flushed to the disk with the waits shared, while the
+// file itself is not touched. The caller renames them into place, then syncs their folders. False
+// when one could not be written: its `reason` says why, and no temporary file is left.
+bool stageFiles(QList<Replacement> &files, QStringList &temps);
+// Flushes the names of a folder to the disk, after renames into it.
+void syncFolder(const QString &folder);
+
 // Writes a file that does not exist yet, whole or not at all (through a temporary
 // file renamed to its name), without waiting for the disk: for copies that a power
 // cut may take, never for the data folder's files.

@@ -138,6 +138,7 @@ void frmSetExport::cmdOkCancel_Click(int Index)
             QCoreApplication::processEvents();
             return !progress.wasCanceled();
         });
+    progress.reset(); // gone before the box that says what came of it
     if (!result.ok) {
         platform::MsgBox(result.error, platform::vbCritical);
         return;

@@ -20,6 +20,11 @@ const char *const kUsage =
     "--linked adds the sets their keys open, --special and --coupon the special and coupon\n"
     "keys. Import reads the package and reports what Import Sets would do; it writes nothing.\n";
 
+bool isCommand(const QString &argument)
+{
+    return argument == "--export-sets" || argument == "--import-sets";
+}
+
 void print(std::FILE *to, const QString &text)
 {
     std::fputs(text.toLocal8Bit().constData(), to);
@@ -135,10 +140,15 @@ int mpImportReport(const QStringList &args)
 
 } // namespace
 
+bool gfbCommandLine_windowless(int argc, char **argv)
+{
+    return argc > 1 && isCommand(QString::fromLocal8Bit(argv[1]));
+}
+
 std::optional<int> gfiCommandLine_run(const QStringList &arguments)
 {
     const QString command = arguments.value(1);
-    if (command != "--export-sets" && command != "--import-sets")
+    if (!isCommand(command))
         return std::nullopt;
     ConsoleDialogs console;
     platform::Dialogs *before = &platform::DialogPort::get();

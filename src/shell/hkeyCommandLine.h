@@ -8,3 +8,5 @@
 // Any other command line starts the program as usual, which does not read it.
 // The exit code when `arguments` (the program's name first) name a command.
 std::optional<int> gfiCommandLine_run(const QStringList &arguments);
+// Whether the command line names one of those commands; they need no display.
+bool gfbCommandLine_windowless(int argc, char **argv);

@@ -6,8 +6,7 @@
 #include "shell/frmMain.h"
 #include "shell/hkeyDBSM_Interface.h"
 #include "shell/hkeyDBSM_Setup.h"
-#include "support/DemoSeed.h"
-#include "support/HkTest.h"
+#include "support/DemoStoreTest.h"
 #include <QCheckBox>
 #include <QDir>
 #include <QLabel>
@@ -15,27 +14,16 @@
 #include <QPushButton>
 #include <QSpinBox>
 
-using testing_support::HkTest;
+using testing_support::DemoStoreTest;
 
 namespace {
 
-class PackagesScreenTest : public HkTest {
+class PackagesScreenTest : public DemoStoreTest {
 protected:
     void SetUp() override
     {
-        HkTest::SetUp();
-        const QString seeded =
-            testing_support::seedDemoStore(dataPath(), temp.filePath("settings"), 0);
-        ASSERT_TRUE(seeded.isEmpty()) << seeded.toStdString();
-        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
-        ASSERT_TRUE(gfbDBSM_Setup());
-        ASSERT_TRUE(gfbDBSM_Open());
+        DemoStoreTest::SetUp();
         list.Form_Load();
-    }
-    void TearDown() override
-    {
-        gpDBSM_Disconnect();
-        HkTest::TearDown();
     }
     QStringList column(platform::MSFlexGrid *grid, int col)
     {

@@ -9,8 +9,7 @@
 #include "shell/frmMain.h"
 #include "shell/hkeyDBSM_Interface.h"
 #include "shell/hkeyDBSM_Setup.h"
-#include "support/DemoSeed.h"
-#include "support/HkTest.h"
+#include "support/DemoStoreTest.h"
 #include "support/PrintSupport.h"
 #include <QFile>
 #include <QLabel>
@@ -21,29 +20,14 @@
 #include <QTest>
 #include <QTimer>
 
-using testing_support::HkTest;
+using testing_support::DemoStoreTest;
 
 namespace {
 
 // The demo store with three faults planted by hand: set 12 removed, the BLT
 // deleted from the inventory, the bread picture gone.
-class SetCheckScreenTest : public HkTest {
+class SetCheckScreenTest : public DemoStoreTest {
 protected:
-    void SetUp() override
-    {
-        HkTest::SetUp();
-        const QString seeded =
-            testing_support::seedDemoStore(dataPath(), temp.filePath("settings"), 0);
-        ASSERT_TRUE(seeded.isEmpty()) << seeded.toStdString();
-        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
-        ASSERT_TRUE(gfbDBSM_Setup());
-        ASSERT_TRUE(gfbDBSM_Open());
-    }
-    void TearDown() override
-    {
-        gpDBSM_Disconnect();
-        HkTest::TearDown();
-    }
     void plantFaults()
     {
         ASSERT_TRUE(QFile::remove(dataPath() + "/HKSET12.SDF"));

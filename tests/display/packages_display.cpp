@@ -1,0 +1,157 @@
+#include "common/zelFormats.h"
+#include "database/TableNames.h"
+#include "database/ZelDBSM_MSDE.h"
+#include "database/zelDBSM_Inventory.h"
+#include "database/zelDBSM_Upc.h"
+#include "display/ProgramTest.h"
+#include "platform/MSFlexGrid.h"
+#include "platform/SettingsStore.h"
+#include "screens/frmSetExport.h"
+#include "screens/frmSetImport.h"
+#include "shell/frmFirstRun.h"
+#include "shell/frmMain.h"
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QPushButton>
+
+using namespace display;
+
+namespace {
+
+class PackagesOnDisplay : public ProgramTest {
+protected:
+    // Another store's data folder with sets 01 and 02 of its own and no database
+    // yet, which the settings now name.
+    void becomeANewStore()
+    {
+        gpDBSM_Disconnect();
+        QDir().mkpath(second() + "/pictures/HotKeys");
+        QFile::copy(dataPath() + "/ZEL.INI", second() + "/ZEL.INI");
+        for (const char *n : {"01", "02"})
+            QFile::copy(dataPath() + "/HKSET05.SDF", second() + "/HKSET" + n + ".SDF");
+        for (const char *key : {"DATAPATH", "STATIONPATH"})
+            platform::SaveSetting("ZEL Settings", "DATABASE", key, second());
+        for (const char *key : {"Engine", "DBName", "Server", "UserName", "Password"})
+            platform::DeleteSetting("ZEL Settings", "DATABASE", key);
+    }
+    QString second() const { return temp.filePath("second"); }
+    QByteArray secondFile(const QString &name) const
+    {
+        QFile f(second() + '/' + name);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+    }
+    // Its inventory: the water under the demo's S/L, the espresso under its Item
+    // ID and the small coffee under its bar code only, each under a name of its own.
+    static void seedInventory()
+    {
+        const struct {
+            const char *sl, *itemId, *description, *upc;
+        } items[] = {{"0000101.0", "W-500", "SPRING WATER", ""},
+                     {"0555000.1", "ESPRESSO", "ESPRESSO DOUBLE", ""},
+                     {"0555000.2", "CS-B", "HOUSE COFFEE", "070000000014"}};
+        QString sql;
+        int record = 0;
+        for (const auto &item : items) {
+            gpInventory_Clear();
+            gInventoryRecord.setNumber("RecordNum", ++record);
+            gInventoryRecord.setText("SL", gfsSL_toStored(item.sl));
+            gInventoryRecord.setText("ItemID", item.itemId);
+            gInventoryRecord.setText("Description", item.description);
+            EXPECT_TRUE(gfbDBSM_Record(tblInventory, opInsert, 0, false, false, sql));
+            if (*item.upc == 0)
+                continue;
+            gUpcRecord.clear();
+            gUpcRecord.setText("SL", gfsSL_toStored(item.sl));
+            gUpcRecord.setText("UPC", item.upc);
+            EXPECT_TRUE(gfbDBSM_Record(tblUpc, opInsert, 0, false, false, sql));
+        }
+    }
+    static QStringList column(platform::MSFlexGrid *grid, int col)
+    {
+        QStringList cells;
+        for (int r = 1; r < grid->Rows(); ++r) cells << grid->TextMatrix(r, col);
+        return cells;
+    }
+    // The file dialog takes a whole path typed into its name field.
+    void choose(const QString &file)
+    {
+        robot.on<QFileDialog>([file](QFileDialog &) {
+            Robot::key("ctrl+a");
+            Robot::type(file);
+            Robot::key("Return");
+        });
+    }
+};
+
+} // namespace
+
+// The whole walk, at the screens alone: the demo store exports its main
+// menu with the sets it opens; a new store, set up by the first-run screen, with
+// sets of its own under the same numbers and an inventory of its own, imports it.
+TEST_F(PackagesOnDisplay, ADemoStorePackageImportsIntoANewStoreMadeByTheFirstRunScreen)
+{
+    const QString package = temp.filePath("demo.zip");
+    robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdExport); });
+    robot.on<frmSetExport>([&](frmSetExport &form) {
+        EXPECT_EQ(form.mpSets_chosen(), QStringList{"01"});
+        robot.shot(&form, "export-sets");
+        Robot::key("F10");
+    });
+    robot.answer("Keys of these sets open 11 more sets", QMessageBox::Yes);
+    choose(package);
+    robot.answer("The package holds 12 sets, 6 pictures and 37 keys", QMessageBox::Ok);
+    robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdExit); });
+    EXPECT_EQ(runProgram(), 0);
+    ASSERT_TRUE(QFile::exists(package));
+
+    becomeANewStore();
+    QPointer<frmFirstRun> setup;
+    robot.on<frmFirstRun>([&](frmFirstRun &f) {
+        setup = &f;
+        Robot::type("2");
+        Robot::click(f.txtStoreName);
+        Robot::type("Second Street");
+    });
+    robot.until(
+        "the new store's name",
+        [&] { return setup && setup->txtStoreName->text() == "Second Street"; },
+        [&] { Robot::click(setup->cmdOkCancel[0]); });
+    robot.on<frmMain>([&](frmMain &main) {
+        EXPECT_EQ(main.fgrdItems->Rows(), 3) << "its own two sets";
+        seedInventory();
+        Robot::click(main.cmdImport);
+    });
+    choose(package);
+    robot.on<frmSetImport>([&](frmSetImport &form) {
+        EXPECT_EQ(
+            column(form.fgrdSets, 3).mid(0, 3),
+            QStringList({"becomes set 03 (01 is taken here)", "becomes set 04 (02 is taken here)",
+                         "becomes set 05 (03 is taken here)"}));
+        const QStringList found = column(form.fgrdKeys, 5);
+        const std::pair<const char *, int> matches[] = {
+            {"found by S/L 0000101.0: SPRING WATER", 2}, // two keys sell the water
+            {"found by Item ID ESPRESSO: ESPRESSO DOUBLE", 1},
+            {"found by UPC 070000000014: HOUSE COFFEE (the key will hold 0555000.2)", 1},
+            {"NOT FOUND: kept as written", 37 - 4}};
+        for (const auto &[match, keys] : matches)
+            EXPECT_EQ(found.filter(match).size(), keys) << match;
+        robot.shot(&form, "import-preview");
+        Robot::click(form.cmdOkCancel[0]);
+    });
+    robot.answer("12 sets were imported.", QMessageBox::Ok);
+    int rows = 0;
+    robot.on<frmMain>([&](frmMain &main) {
+        rows = main.fgrdItems->Rows();
+        Robot::click(main.cmdExit);
+    });
+    EXPECT_EQ(runProgram(), 0);
+    EXPECT_EQ(rows, 15) << "a heading, its own two sets and the twelve imported";
+    const QByteArray menu = secondFile("HKSET03.SDF");
+    EXPECT_TRUE(menu.startsWith("[SET]Main Menu\r\n"));
+    EXPECT_TRUE(menu.contains("[CAPTION]Hot Drinks[ITEM][ICON]coffee.jpg[IDSELECT]No[LINKSET]4["));
+    EXPECT_TRUE(secondFile("HKSET04.SDF").contains("[ITEM]0555000.2"));
+    EXPECT_EQ(secondFile("HKSET01.SDF"), readDataFile("HKSET05.SDF")) << "its own sets stay";
+    EXPECT_TRUE(QFile::exists(second() + "/pictures/HotKeys/coffee.jpg"));
+}
