@@ -1,5 +1,5 @@
-// Times Check Sets and Where Used on a big store: hk_check_benchmark DEMO_FOLDER [SETS]
-// DEMO_FOLDER is a data folder made by `hk_demo_seed DEMO_FOLDER --items 1000000`; its
+// Times Check Sets, Where Used and Replace Item on a big store: hk_check_benchmark DEMO_FOLDER
+// [SETS] DEMO_FOLDER is a data folder made by `hk_demo_seed DEMO_FOLDER --items 1000000`; its
 // database is copied into a folder of the benchmark's own, beside SETS sets (999 by
 // default) of 32 keys that each sell another item of the inventory, half by S/L and
 // half by Item ID, so every key costs the inventory a question.
@@ -9,7 +9,9 @@
 #include "database/ZelDBSM_MSDE.h"
 #include "database/zelDBSM_InventoryKey.h"
 #include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyReplace.h"
 #include "hotkeys/hkeyServices.h"
+#include "hotkeys/hkeyVersions.h"
 #include "platform/KeyPreviewForm.h"
 #include "platform/MSFlexGrid.h"
 #include "screens/frmSetCheck.h"
@@ -44,7 +46,8 @@ QList<Item> inventoryItems(int count)
     return items;
 }
 
-void writeSets(int sets, const QList<Item> &items)
+// With `shared`, key 8 of column 4 sells one item in every set, for Replace Item.
+void writeSets(int sets, const QList<Item> &items, bool shared = false)
 {
     for (int n = 1; n <= sets; ++n) {
         gpHotKeySet_clear();
@@ -61,6 +64,8 @@ void writeSets(int sets, const QList<Item> &items)
                                                k == 1 ? "coffee.jpg" : ""};
             }
         }
+        if (shared)
+            gHotKeyGroups[4].Buttons[8] = {"Shared", items.first().sl, "", "", "No", ""};
         gpHotKeySet_write(QString("%1").arg(n, 2, 10, QChar('0')), QString("Set %1").arg(n));
     }
 }
@@ -101,6 +106,7 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "%s: no demo database there\n", qPrintable(source));
         return 1;
     }
+    versions::setRoot(dir.filePath("versions")); // never the user's own
     QDir(dir.path()).mkpath("pictures/HotKeys");
     gsHotKeyPicturePath = dir.filePath("pictures/HotKeys/");
     QFile(gsHotKeyPicturePath + "coffee.jpg").open(QIODevice::WriteOnly);
@@ -153,6 +159,21 @@ int main(int argc, char **argv)
         const double ms = timed([&] { used.cmdSearch_Click(); });
         std::printf("Where Used for S/L %s, run %d: %.1f ms, %d keys\n",
                     qPrintable(items[run * 100].sl), run, ms, used.fgrdItems->Rows() - 1);
+    }
+
+    // Replace Item: the shared key of every set changed to sell another item, and back.
+    writeSets(sets, items, true);
+    const setcheck::Result used = setcheck::whereItemUsed({items.first().sl, QString()});
+    const replace::Target to{items[1].sl, "No", "Replaced"};
+    for (int run = 1; run <= 3; ++run) {
+        replace::Outcome done;
+        const double ms = timed([&] { done = replace::apply(used.findings, to); });
+        QStringList problems;
+        const double undoMs = timed([&] { replace::undo(done.written, &problems); });
+        std::printf(
+            "Replace Item, run %d: %.0f ms for %d keys in %d sets; Undo Replace %.0f ms%s\n", run,
+            ms, done.keys, static_cast<int>(done.written.size()), undoMs,
+            problems.isEmpty() ? "" : " (failed)");
     }
     gpDBSM_Disconnect();
     return 0;
