@@ -1,8 +1,10 @@
-// Times Check Sets, Where Used and Replace Item on a big store: hk_check_benchmark DEMO_FOLDER
-// [SETS] DEMO_FOLDER is a data folder made by `hk_demo_seed DEMO_FOLDER --items 1000000`; its
+// Times Check Sets, Where Used and Replace Item on a big store:
+// hk_check_benchmark DEMO_FOLDER [SETS]
+// DEMO_FOLDER is a data folder made by `hk_demo_seed DEMO_FOLDER --items 1000000`; its
 // database is copied into a folder of the benchmark's own, beside SETS sets (999 by
 // default) of 32 keys that each sell another item of the inventory, half by S/L and
-// half by Item ID, so every key costs the inventory a question.
+// half by Item ID, so every key costs the inventory a question, and each has a label
+// of its own, so every label is measured.
 #include "BenchDatabase.h"
 #include "common/Conversions.h"
 #include "common/zelFormats.h"
@@ -56,7 +58,7 @@ void writeSets(int sets, const QList<Item> &items, bool shared = false)
             for (int k = 1; k <= 8; ++k) {
                 const Item &item = items[((n - 1) * 32 + (g - 1) * 8 + k - 1) % items.size()];
                 const bool byId = k % 2 == 0;
-                gHotKeyGroups[g].Buttons[k] = {QString("Key %1-%2").arg(g).arg(k),
+                gHotKeyGroups[g].Buttons[k] = {QString("Key %1-%2 %3").arg(g).arg(k).arg(n),
                                                byId ? item.id : item.sl,
                                                "",
                                                "",

@@ -92,8 +92,8 @@ frmSetCheck::frmSetCheck(Mode mode, QWidget *parent) : KeyPreviewForm(parent), m
         fgrdItems->setContextMenuPolicy(Qt::CustomContextMenu);
         connect(fgrdItems, &QWidget::customContextMenuRequested, this, [this](const QPoint &at) {
             const int row = fgrdItems->rowAt(at.y());
-            if (row >= 1)
-                gpGrid_selectRow(fgrdItems, row);
+            if (row >= 0)
+                gpGrid_selectRow(fgrdItems, row + fgrdItems->FixedRows());
             if (mpSelected() && setcheck::fixFor(*mpSelected()) != setcheck::Fix::None)
                 mnuFix->popup(fgrdItems->viewport()->mapToGlobal(at));
         });
@@ -260,9 +260,11 @@ void frmSetCheck::mpFix_show()
     const bool can = fix != setcheck::Fix::None;
     const qsizetype like = can ? mpLike(*f).size() : 0;
     const QString captions[] = {can ? "&Fix: " + setcheck::fixCaption(fix) : QString("&Fix"),
-                                QString("Fix &All %1 Like It").arg(like)};
+                                like > 0 ? QString("Fix &All %1 Like It").arg(like)
+                                         : QString("Fix &All Like It")};
     for (int i = 0; i < 2; ++i) {
         cmdFix[i]->setText(captions[i]);
+        cmdFix[i]->setMinimumWidth(cmdFix[i]->sizeHint().width());
         cmdFix[i]->setEnabled(can);
         mnuFix->actions()[i]->setText(captions[i]);
     }
