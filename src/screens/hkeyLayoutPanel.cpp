@@ -9,6 +9,7 @@
 #include <QPalette>
 #include <cmath>
 #include <memory>
+#include <unordered_map>
 
 namespace {
 
@@ -109,18 +110,31 @@ QSize trialKeySize()
     return size;
 }
 
-// One key drawn again and again; a label, picture and letter measured once.
+// A key of the trial panel's size for each picture, drawn with it once; the labels
+// are drawn on it in turn, each label, picture and letter measured once.
 struct LabelProbe {
-    MyButton key;
+    QSize size;
+    std::unordered_map<QString, std::unique_ptr<MyButton>> keys; // by picture
     QHash<QString, QString> problems;
 
+    MyButton &keyFor(const HotKeyButton &b)
+    {
+        std::unique_ptr<MyButton> &key = keys[b.Icon];
+        if (!key) {
+            key = std::make_unique<MyButton>();
+            key->resize(size);
+            frmHotKeys_Trial::DrawKeyPicture(key.get(), b);
+        }
+        return *key;
+    }
     QString problem(const HotKeyButton &b, int group, int index)
     {
         const QString id = b.Caption + '\n' + b.Icon + '\n' + QString::number(group * 10 + index);
         const auto known = problems.constFind(id);
         if (known != problems.cend())
             return *known;
-        frmHotKeys_Trial::DrawKey(&key, b, group, index);
+        MyButton &key = keyFor(b);
+        frmHotKeys_Trial::DrawKeyLabel(&key, b, group, index);
         return problems.insert(id, key.captionProblem()).value();
     }
 };
@@ -130,7 +144,7 @@ struct LabelProbe {
 setcheck::Drawing gfLayout_drawing()
 {
     auto probe = std::make_shared<LabelProbe>();
-    probe->key.resize(trialKeySize());
+    probe->size = trialKeySize();
     return {[probe](const HotKeyButton &b, int group, int index) {
                 return probe->problem(b, group, index);
             },
