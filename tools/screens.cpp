@@ -17,9 +17,11 @@
 #include "screens/frmHotKey_Define.h"
 #include "screens/frmHotKeys.h"
 #include "screens/frmHotKeys_Trial.h"
+#include "screens/frmReplaceItem.h"
 #include "screens/frmSetCheck.h"
 #include "screens/frmSpecialKey_edit.h"
 #include "screens/frmSpecialKeys.h"
+#include "screens/frmVersionCompare.h"
 #include "screens/frmVersions.h"
 #include "screens/posButtons.h"
 #include "settings/clsDataPath.h"
@@ -30,6 +32,7 @@
 #include "shell/hkeyDBSM_Interface.h"
 #include "shell/hkeyDBSM_Setup.h"
 #include <QAction>
+#include <QCheckBox>
 #include <QDir>
 #include <QFile>
 #include <QGroupBox>
@@ -99,6 +102,11 @@ void saveVersions(const QString &out)
     screen.Form_Load();
     screen.resize(1280, 760);
     save(screen, out, "frmVersions");
+    frmVersionCompare compare;
+    compare.Kept = versions::list("HKSET01.SDF");
+    compare.Left = 1;
+    compare.Form_Load();
+    save(compare, out, "frmVersionCompare");
     versions::restore(versions::list("HKSET01.SDF").last(), nullptr);
     if (file.open(QIODevice::ReadOnly) && file.readAll() != original)
         std::printf("HKSET01.SDF was not put back as it was\n");
@@ -248,6 +256,15 @@ int main(int argc, char **argv)
             used.txtItem->setText("0001234.5");
             used.cmdSearch_Click();
             save(used, out, "frmSetCheck-where-used");
+            frmReplaceItem preview;
+            preview.Keys = used.Findings;
+            preview.FromText = "S/L 0001234.5 (COFFEE SMALL)";
+            preview.To = {"0001299.0", "No", QString()};
+            preview.ToText = "S/L 0001299.0 (EXTRA SHOT)";
+            preview.Description = "EXTRA SHOT";
+            preview.Form_Load();
+            preview.chkLabel->setChecked(true);
+            save(preview, out, "frmReplaceItem");
         }
 
         gbSpecialKeys = true;

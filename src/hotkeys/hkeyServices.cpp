@@ -214,11 +214,17 @@ QByteArray hotKeySetBytes(const QString &sTitle)
 
 bool gpHotKeySet_write(const QString &sSetNumber, const QString &sTitle)
 {
+    return hotKeySetWrite(sSetNumber, gHotKeyGroups, sTitle);
+}
+
+bool hotKeySetWrite(const QString &sSetNumber, const HotKeySet &groups, const QString &sTitle)
+{
     const QString path = hotKeySetPath(sSetNumber);
     if (!gfbVersion_keep(path))
         return false;
     QString error;
-    if (!platform::replaceFile(path, hotKeySetBytes(sTitle), &error)) {
+    if (!platform::replaceFile(path, textfile::linesBytes(hotKeySetLines(groups, sTitle)),
+                               &error)) {
         showWriteFailure(path, error);
         return false;
     }

@@ -45,6 +45,8 @@ QString hotKeySetParse(const QString &text, HotKeySet &groups, QStringList *skip
 QStringList hotKeySetLines(const HotKeySet &groups, const QString &sTitle);
 // The bytes of the record as a set file with the title.
 QByteArray hotKeySetBytes(const QString &sTitle);
+// Writes `groups` as set `sSetNumber`, as gpHotKeySet_write writes the record.
+bool hotKeySetWrite(const QString &sSetNumber, const HotKeySet &groups, const QString &sTitle);
 // Writes the record as set `sSetNumber`. On failure the user is told what failed
 // and false comes back; the record is untouched either way.
 bool gpHotKeySet_write(const QString &sSetNumber, const QString &sTitle);

@@ -13,6 +13,7 @@
 #include <QRegularExpression>
 #include <QSet>
 #include <algorithm>
+#include <cmath>
 
 namespace setcheck {
 namespace {
@@ -73,8 +74,8 @@ SetText readSet(const QString &name)
     s.set.fileName = name;
     s.set.number = hotKeySetShownDigits(name);
     const QString path = gDataPath.DataPath() + '/' + name;
-    QString text, error;
-    if (!textfile::readText(path, text, &error)) {
+    QString error;
+    if (!textfile::readBytes(path, s.set.bytes, &error)) {
         s.problems << (QFileInfo::exists(path)
                            ? "could not be read (" + error +
                                  "): make sure the data folder can be read and check again"
@@ -82,6 +83,7 @@ SetText readSet(const QString &name)
         return s;
     }
     s.read = true;
+    const QString text = textfile::fromCp1252(s.set.bytes);
     hotKeySetClear(s.groups);
     QStringList skipped;
     s.set.title = hotKeySetParse(text, s.groups, &skipped);
@@ -208,7 +210,71 @@ struct CheckState {
     QSet<QString> present; // file names of the listing
     QSet<QString> opened;  // file names that a key of another set opens
     QList<Finding> sets;   // every set that was read, for the sets nobody opens
+    const Drawing &drawing;
 };
+
+QString keyPlace(int g, int k)
+{
+    return QString("column %1 key %2").arg(g).arg(k);
+}
+
+// Two keys of a set that sell one item: told at the later key, as information.
+void checkSameItems(const SetText &s, QList<Finding> &out)
+{
+    QHash<QString, QString> first; // kind and item key, the place of its first key
+    for (int g = 1; g <= 4; ++g) {
+        for (int k = 1; k <= 8; ++k) {
+            const HotKeyButton &b = s.groups[g].Buttons[k];
+            const bool byId = b.IdSelect == "Yes";
+            if (!isBlank(b.LinkSet) || isBlank(b.Item) || (!byId && b.IdSelect != "No") ||
+                (!byId && gfbInventory_IsSpecialSL(b.Item)))
+                continue;
+            const QString item = (byId ? "I " : "S ") + itemKey(b.Item, byId);
+            if (!first.contains(item)) {
+                first.insert(item, keyPlace(g, k));
+                continue;
+            }
+            out << at(s, g, k, Kind::SameItem,
+                      "sells " + itemText(b) + ", as " + first[item] +
+                          " does (for information: often a slip, sometimes meant)");
+        }
+    }
+}
+
+void checkLabel(const SetText &s, int g, int k, const CheckState &state, QList<Finding> &out)
+{
+    const HotKeyButton &b = s.groups[g].Buttons[k];
+    if (!isBlank(b.LinkSet) && isBlank(b.Caption))
+        out << at(s, g, k, Kind::LinkNoLabel,
+                  "opens set " + setText(b.LinkSet) +
+                      " but has no label, so nobody can tell where it leads: give it one");
+    if (isBlank(b.Caption) || !state.drawing.labelProblem)
+        return;
+    const QString problem = state.drawing.labelProblem(b, g, k);
+    if (!problem.isEmpty())
+        out << at(s, g, k, Kind::LabelCut,
+                  "shows the label \"" + b.Caption +
+                      "\", which does not fit the key as the sales screen draws it: " + problem);
+}
+
+void checkContrast(const SetText &s, int g, const CheckState &state, QList<Finding> &out)
+{
+    const HotKeyGroup &group = s.groups[g];
+    if (!state.drawing.contrast || group.Color == kButtonFaceColor)
+        return;
+    const auto labelled = [](const HotKeyButton &b) { return !isBlank(b.Caption); };
+    if (std::none_of(group.Buttons.begin() + 1, group.Buttons.end(), labelled))
+        return;
+    const double ratio = state.drawing.contrast(group.Color);
+    if (ratio >= kMinContrast)
+        return;
+    const QString colour = gfsHotKeyColor_name(group.Color);
+    out << at(s, g, 0, Kind::LowContrast,
+              QString("its labels are hard to read on its colour %1 (contrast %2:1, below "
+                      "3:1 as the sales screen draws them)")
+                  .arg(colour.isEmpty() ? QString("silver") : colour)
+                  .arg(std::floor(ratio * 10) / 10, 0, 'f', 1));
+}
 
 void checkItem(const SetText &s, int g, int k, ItemChecker &items, QList<Finding> &out)
 {
@@ -248,6 +314,7 @@ void checkKey(const SetText &s, int g, int k, CheckState &state, ItemChecker &it
     if (!isBlank(b.Icon) && isBlank(b.Caption) && isBlank(b.Item) && isBlank(b.LinkSet))
         out << at(s, g, k, Kind::LeftOver,
                   "has a picture but no label, item or link: a left-over that does nothing");
+    checkLabel(s, g, k, state, out);
 }
 
 void checkColumn(const SetText &s, int g, QList<Finding> &out)
@@ -281,7 +348,9 @@ void checkSet(const SetText &s, CheckState &state, ItemChecker &items, QList<Fin
     for (int g = 1; g <= 4; ++g) {
         for (int k = 1; k <= 8; ++k) checkKey(s, g, k, state, items, out);
         checkColumn(s, g, out);
+        checkContrast(s, g, state, out);
     }
+    checkSameItems(s, out);
 }
 
 // By set, then column and key; what concerns a set as a whole comes first.
@@ -299,9 +368,9 @@ constexpr int kSetsPerBatch = 32;
 
 } // namespace
 
-Result checkSets(const ItemLookup &lookup, const Progress &progress)
+Result checkSets(const ItemLookup &lookup, const Progress &progress, const Drawing &drawing)
 {
-    CheckState state;
+    CheckState state{{}, {}, {}, drawing};
     for (const QString &name : hotKeySetFiles()) state.present << name;
     ItemChecker items(lookup);
     int read = 0;

@@ -23,6 +23,10 @@ enum class Kind {
     KeyFile,        // a special or coupon key: a keyboard character used twice, an amount
     LeftOver,       // a picture or colour on a key or column that holds nothing else
     NotOpened,      // no key of another set opens it; information only
+    SameItem,       // sells what an earlier key of the set sells; information only
+    LinkNoLabel,    // opens a set but shows no label
+    LabelCut,       // a label the key cannot show whole
+    LowContrast,    // a column whose labels read badly on its colour
     Sells,          // where used: a key that sells the item
     Opens,          // where used: a key that opens the set
 };
@@ -36,7 +40,9 @@ struct Finding {
     int key = 0;
     Kind kind = Kind::Unreadable;
     QString text;
-    bool information() const { return kind == Kind::NotOpened; }
+    // The set file as the check read it, so that a fix can tell another station's change.
+    QByteArray bytes;
+    bool information() const { return kind == Kind::NotOpened || kind == Kind::SameItem; }
 };
 
 enum class ItemState { Found, Deleted, Missing };
@@ -56,7 +62,18 @@ struct Result {
     int sets = 0; // files read
 };
 
-Result checkSets(const ItemLookup &lookup, const Progress &progress = {});
+// How the sales screen draws keys, which only the screens know: what of a key's
+// label does not show (empty when all of it does), and the contrast ratio of a
+// column's labels on its colour. Either may be left out, and its check is skipped.
+struct Drawing {
+    std::function<QString(const HotKeyButton &key, int group, int index)> labelProblem;
+    std::function<double(qint32 color)> contrast;
+};
+// Below this contrast ratio a label is hard to read.
+inline constexpr double kMinContrast = 3.0;
+
+Result checkSets(const ItemLookup &lookup, const Progress &progress = {},
+                 const Drawing &drawing = {});
 // The special and coupon keys: characters used by two keys, amounts that are no number.
 QList<Finding> checkKeyFiles();
 // What the reader cannot take from a set file (an empty file, no title line, skipped

@@ -115,6 +115,29 @@ frmHotKey_Define::frmHotKey_Define(QWidget *parent) : KeyPreviewForm(parent)
     connect(cmdBrowsePath, &QPushButton::clicked, this, [this] { cmdBrowsePath_Click(); });
 }
 
+void frmHotKey_Define::LoadKey(const QString &set, const HotKeyGroup &group, int key)
+{
+    const HotKeyButton &k = group.Buttons[key];
+    ButtonSet = set;
+    Group = group.Caption;
+    ButtonNumber = QString::number(key);
+    ButtomItem = k.Item;
+    ButtonLabel = k.Caption;
+    ButtonLink = k.LinkSet;
+    ItemIDLink = k.IdSelect;
+    ButtonIcon = k.Icon;
+    Form_Load();
+}
+
+void frmHotKey_Define::StoreKey(HotKeyButton &key) const
+{
+    key.Caption = ButtonLabel;
+    key.Item = ButtomItem;
+    key.IdSelect = ItemIDLink;
+    key.LinkSet = ButtonLink;
+    key.Icon = ButtonIcon;
+}
+
 void frmHotKey_Define::Form_Load()
 {
     gpForm_initControls(this);

@@ -2,6 +2,8 @@
 #include "platform/KeyPreviewForm.h"
 #include <array>
 
+struct HotKeyButton;
+struct HotKeyGroup;
 class MyButton;
 class QGroupBox;
 class QLabel;
@@ -28,6 +30,10 @@ public:
     int HelpContextID = 0;
 
     void Form_Load();
+    // Fills the fields from key `key` of `group` of set `set` and loads the form.
+    void LoadKey(const QString &set, const HotKeyGroup &group, int key);
+    // The key as the user left the fields.
+    void StoreKey(HotKeyButton &key) const;
     void Form_KeyDown(int &KeyCode, int Shift) override;
 
     std::array<QLineEdit *, 4> txtEdit;

@@ -337,16 +337,7 @@ void frmHotKeys::PressKey(int group, int index)
 
 void frmHotKeys::PrepareKeyDialog(frmHotKey_Define &dialog, int group, int key)
 {
-    const HotKeyButton &k = gHotKeyGroups[group].Buttons[key];
-    dialog.ButtonSet = HotKeySet;
-    dialog.Group = gHotKeyGroups[group].Caption;
-    dialog.ButtonNumber = QString::number(key);
-    dialog.ButtomItem = k.Item;
-    dialog.ButtonLabel = k.Caption;
-    dialog.ButtonLink = k.LinkSet;
-    dialog.ItemIDLink = k.IdSelect;
-    dialog.ButtonIcon = k.Icon;
-    dialog.Form_Load();
+    dialog.LoadKey(HotKeySet, gHotKeyGroups[group], key);
 }
 
 void frmHotKeys::RunKeyDialog(frmHotKey_Define &dialog)
@@ -355,14 +346,7 @@ void frmHotKeys::RunKeyDialog(frmHotKey_Define &dialog)
     if (!dialog.Canceled) {
         const int key = static_cast<int>(conv::Val(dialog.ButtonNumber));
         if (key >= 1 && key <= 8) {
-            mpStep_make([&](::HotKeySet &set) {
-                HotKeyButton &k = set[CurrentGroup].Buttons[key];
-                k.Caption = dialog.ButtonLabel;
-                k.Item = dialog.ButtomItem;
-                k.IdSelect = dialog.ItemIDLink;
-                k.LinkSet = dialog.ButtonLink;
-                k.Icon = dialog.ButtonIcon;
-            });
+            mpStep_make([&](::HotKeySet &set) { dialog.StoreKey(set[CurrentGroup].Buttons[key]); });
         }
         gpHotKeys_populate("");
     }

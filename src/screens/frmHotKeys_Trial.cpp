@@ -219,6 +219,14 @@ void frmHotKeys_Trial::DrawSet(const QString &file)
 
 void frmHotKeys_Trial::DrawKey(MyButton *control, const HotKeyButton &key, int group, int index)
 {
+    DrawKeyLabel(control, key, group, index);
+    DrawKeyPicture(control, key);
+    control->setCaptionalignment(4);
+}
+
+void frmHotKeys_Trial::DrawKeyLabel(MyButton *control, const HotKeyButton &key, int group,
+                                    int index)
+{
     if (conv::Trim(key.Caption).isEmpty() && conv::Trim(key.Item).isEmpty()) {
         control->setCaption("");
         control->Tag.clear();
@@ -228,10 +236,13 @@ void frmHotKeys_Trial::DrawKey(MyButton *control, const HotKeyButton &key, int g
         control->setFont(f);
         SetCharKeyCaption(control, key.Caption, letterOf(group, index), true);
     }
+}
+
+void frmHotKeys_Trial::DrawKeyPicture(MyButton *control, const HotKeyButton &key)
+{
     const QString picture = gsHotKeyPicturePath + key.Icon;
     if (!(conv::AboveBlank(key.Icon) && gfbFile_exists(picture) && control->setPicture(picture)))
         control->clearPicture();
-    control->setCaptionalignment(4);
 }
 
 void frmHotKeys_Trial::PressKey(int group, int index)

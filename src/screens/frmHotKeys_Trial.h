@@ -32,6 +32,9 @@ public:
     void DrawSet(const QString &file);
     // One key as the panel shows it: label with its keyboard letter, and picture.
     static void DrawKey(MyButton *control, const HotKeyButton &key, int group, int index);
+    // Its two parts: the label with the letter, and the picture.
+    static void DrawKeyLabel(MyButton *control, const HotKeyButton &key, int group, int index);
+    static void DrawKeyPicture(MyButton *control, const HotKeyButton &key);
     void PressKey(int group, int index);
     void AddItemToList(const QString &item, const QString &idSelect);
     static QString SetFileName(const QString &setNumber);

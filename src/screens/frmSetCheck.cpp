@@ -1,5 +1,6 @@
 #include "screens/frmSetCheck.h"
 #include "common/Conversions.h"
+#include "common/TextFile.h"
 #include "common/sm_FGrid.h"
 #include "common/sm_Text.h"
 #include "common/zelFormats.h"
@@ -10,12 +11,17 @@
 #include "platform/Dialogs.h"
 #include "platform/KeyCodes.h"
 #include "platform/MSFlexGrid.h"
+#include "platform/Modal.h"
+#include "screens/frmHotKey_Define.h"
+#include "screens/frmReplaceItem.h"
+#include "screens/hkeyLayoutPanel.h"
 #include <QCoreApplication>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QProgressDialog>
 #include <QPushButton>
 #include <QSet>
@@ -70,6 +76,41 @@ frmSetCheck::frmSetCheck(Mode mode, QWidget *parent) : KeyPreviewForm(parent), m
         (*b)->setAutoDefault(false);
         (*b)->setMinimumHeight(34);
     }
+    for (int i = 0; i < 2; ++i) {
+        cmdFix[i] = new QPushButton(this);
+        cmdFix[i]->setAutoDefault(false);
+        cmdFix[i]->setMinimumHeight(34);
+        cmdFix[i]->setVisible(mode == Mode::Check);
+        connect(cmdFix[i], &QPushButton::clicked, this, [this, i] { cmdFix_Click(i); });
+    }
+    cmdFix[0]->setObjectName("cmdFix");
+    cmdFix[1]->setObjectName("cmdFixAll");
+    mnuFix = new QMenu(this);
+    mnuFix->setObjectName("mnuFix");
+    for (int i = 0; i < 2; ++i) mnuFix->addAction(QString(), this, [this, i] { cmdFix_Click(i); });
+    if (mode == Mode::Check) {
+        fgrdItems->setContextMenuPolicy(Qt::CustomContextMenu);
+        connect(fgrdItems, &QWidget::customContextMenuRequested, this, [this](const QPoint &at) {
+            const int row = fgrdItems->rowAt(at.y());
+            if (row >= 0)
+                gpGrid_selectRow(fgrdItems, row + fgrdItems->FixedRows());
+            if (mpSelected() && setcheck::fixFor(*mpSelected()) != setcheck::Fix::None)
+                mnuFix->popup(fgrdItems->viewport()->mapToGlobal(at));
+        });
+        connect(fgrdItems, &QTableWidget::itemSelectionChanged, this, [this] { mpFix_show(); });
+    }
+    cmdReplace = new QPushButton("&Replace Item...", this);
+    cmdUndoReplace = new QPushButton("&Undo Replace", this);
+    for (QPushButton *b : {cmdReplace, cmdUndoReplace}) {
+        b->setAutoDefault(false);
+        b->setMinimumHeight(34);
+        b->setVisible(mode == Mode::Item);
+    }
+    cmdReplace->setObjectName("cmdReplace");
+    cmdUndoReplace->setObjectName("cmdUndoReplace");
+    cmdUndoReplace->setEnabled(false);
+    connect(cmdReplace, &QPushButton::clicked, this, [this] { cmdReplace_Click(); });
+    connect(cmdUndoReplace, &QPushButton::clicked, this, [this] { cmdUndoReplace_Click(); });
     lblStatus = new QLabel(this);
     lblStatus->setObjectName("lblStatus");
     lblStatus->setWordWrap(true);
@@ -81,6 +122,10 @@ frmSetCheck::frmSetCheck(Mode mode, QWidget *parent) : KeyPreviewForm(parent), m
     itemRow->addWidget(cmdSearch);
     auto *buttons = new QHBoxLayout;
     buttons->addWidget(lblStatus, 1);
+    buttons->addWidget(cmdFix[0]);
+    buttons->addWidget(cmdFix[1]);
+    buttons->addWidget(cmdReplace);
+    buttons->addWidget(cmdUndoReplace);
     buttons->addWidget(cmdPrint);
     buttons->addWidget(cmdExit);
     auto *grid = new QGridLayout(this);
@@ -159,7 +204,7 @@ setcheck::Result frmSetCheck::mpRun()
     setcheck::Result result;
     if (mMode == Mode::Check) {
         const DbAction action; // a database fault is told once for the whole check
-        result = setcheck::checkSets(itemStates, step);
+        result = setcheck::checkSets(itemStates, step, gfLayout_drawing());
     } else if (mMode == Mode::Set) {
         result = setcheck::whereSetUsed(SetNumber, step);
     } else {
@@ -189,6 +234,88 @@ void frmSetCheck::mpList_show(const setcheck::Result &result)
     if (!rows.isEmpty())
         gpGrid_selectRow(fgrdItems, 1);
     lblStatus->setText(mpStatus(result));
+    mpFix_show();
+}
+
+const Finding *frmSetCheck::mpSelected() const
+{
+    const int row = fgrdItems->Row();
+    return row >= 1 && row <= Findings.size() ? &Findings[row - 1] : nullptr;
+}
+
+QList<Finding> frmSetCheck::mpLike(const Finding &f) const
+{
+    QList<Finding> like;
+    for (const Finding &other : Findings) {
+        if (other.kind == f.kind && setcheck::fixFor(other) != setcheck::Fix::None)
+            like << other;
+    }
+    return like;
+}
+
+void frmSetCheck::mpFix_show()
+{
+    const Finding *f = mpSelected();
+    const setcheck::Fix fix = f ? setcheck::fixFor(*f) : setcheck::Fix::None;
+    const bool can = fix != setcheck::Fix::None;
+    const qsizetype like = can ? mpLike(*f).size() : 0;
+    const QString captions[] = {can ? "&Fix: " + setcheck::fixCaption(fix) : QString("&Fix"),
+                                like > 0 ? QString("Fix &All %1 Like It").arg(like)
+                                         : QString("Fix &All Like It")};
+    for (int i = 0; i < 2; ++i) {
+        cmdFix[i]->setText(captions[i]);
+        cmdFix[i]->setMinimumWidth(cmdFix[i]->sizeHint().width());
+        cmdFix[i]->setEnabled(can);
+        mnuFix->actions()[i]->setText(captions[i]);
+    }
+}
+
+bool frmSetCheck::mpEditKey(const Finding &f)
+{
+    HotKeySet groups;
+    hotKeySetClear(groups);
+    hotKeySetParse(textfile::fromCp1252(f.bytes), groups);
+    frmHotKey_Define dialog(this);
+    dialog.LoadKey(hotKeySetNumber(f.fileName), groups[f.group], f.key);
+    platform::showModal(dialog);
+    if (dialog.Canceled)
+        return false;
+    setcheck::changeSet(f, [&](HotKeySet &set) { dialog.StoreKey(set[f.group].Buttons[f.key]); });
+    return true;
+}
+
+void frmSetCheck::cmdFix_Click(int Index)
+{
+    const Finding *selected = mpSelected();
+    if (!selected || setcheck::fixFor(*selected) == setcheck::Fix::None)
+        return;
+    const setcheck::Fix fix = setcheck::fixFor(*selected);
+    const QList<Finding> chosen = Index == 0 ? QList<Finding>{*selected} : mpLike(*selected);
+    if (chosen.size() > 1) {
+        QSet<QString> sets;
+        for (const Finding &f : chosen) sets << f.fileName;
+        const QString what =
+            fix == setcheck::Fix::EditKey
+                ? QString("Open the key dialog on each of the %1 keys in turn?").arg(chosen.size())
+                : setcheck::fixCaption(fix) + " on " + counted(chosen.size(), "key") + " in " +
+                      counted(sets.size(), "set") + "?";
+        if (platform::MsgBox(what + "\r\rEach set is kept in Versions before it is saved.",
+                             platform::vbYesNo + platform::vbQuestion,
+                             "Fix All") != platform::vbYes)
+            return;
+    }
+    if (fix == setcheck::Fix::EditKey) {
+        for (const Finding &f : chosen) {
+            if (!mpEditKey(f))
+                break;
+        }
+    } else {
+        setcheck::applyFixes(chosen);
+    }
+    const int row = fgrdItems->Row();
+    mpList_fill();
+    if (fgrdItems->Rows() > 1)
+        gpGrid_selectRow(fgrdItems, std::min(row, fgrdItems->Rows() - 1));
 }
 
 QString frmSetCheck::mpStatus(const setcheck::Result &result) const
@@ -269,6 +396,71 @@ void frmSetCheck::cmdFindItem_Click()
         return;
     txtItem->setText(conv::Trim(gfsSL_toDisplay(code)));
     cmdSearch_Click();
+}
+
+void frmSetCheck::cmdReplace_Click()
+{
+    if (Findings.isEmpty()) {
+        platform::MsgBox("No key sells the item looked for, so there is nothing to replace. Look "
+                         "for the item first.",
+                         platform::vbExclamation);
+        return;
+    }
+    const QString code = gfsInventory_find("");
+    if (code.isEmpty())
+        return;
+    frmReplaceItem preview(this);
+    preview.Keys = Findings;
+    preview.FromText = mItemText;
+    preview.To = {conv::Trim(gfsSL_toDisplay(code)), "No", QString()};
+    preview.ToText = "S/L " + preview.To.item;
+    {
+        const DbAction action;
+        if (gfbInventory_ByHotKey(preview.To.item, "No")) {
+            // The label a pick puts on a key in the key dialog.
+            preview.Description = conv::Trim(gInventoryRecord.text("Description")).left(15);
+            preview.ToText += " (" + conv::Trim(gInventoryRecord.text("Description")) + ")";
+        }
+    }
+    preview.Form_Load();
+    platform::showModal(preview);
+    if (preview.Canceled)
+        return;
+    const replace::Outcome done = replace::apply(Findings, preview.To);
+    if (!done.written.isEmpty())
+        LastReplace = done.written;
+    cmdUndoReplace->setEnabled(!LastReplace.isEmpty());
+    mpList_fill();
+    lblStatus->setText(QString("Replaced on %1 in %2; Undo Replace puts them back. ")
+                           .arg(counted(done.keys, "key"), counted(done.written.size(), "set")) +
+                       lblStatus->text());
+    if (!done.problems.isEmpty())
+        platform::MsgBox("These sets were not changed:\r\r" + done.problems.join("\r"),
+                         platform::vbExclamation);
+}
+
+void frmSetCheck::cmdUndoReplace_Click()
+{
+    const QStringList changed = replace::changedSince(LastReplace);
+    if (!changed.isEmpty()) {
+        platform::MsgBox("Undo Replace was refused: " + changed.join(", ") +
+                             (changed.size() == 1 ? " was" : " were") +
+                             " changed since the replace (at another station?), so nothing was "
+                             "put back.\r\rVersions holds every set as it was before the replace.",
+                         platform::vbExclamation);
+        return;
+    }
+    QStringList problems;
+    const qsizetype sets = LastReplace.size();
+    if (!replace::undo(LastReplace, &problems)) {
+        platform::MsgBox("Undo Replace could not put back every set:\r\r" + problems.join("\r"),
+                         platform::vbExclamation);
+    }
+    LastReplace.clear();
+    cmdUndoReplace->setEnabled(false);
+    mpList_fill();
+    lblStatus->setText("Put back " + counted(sets, "set") + " as they were before the replace. " +
+                       lblStatus->text());
 }
 
 void frmSetCheck::fgrdItems_DblClick()

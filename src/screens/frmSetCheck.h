@@ -1,10 +1,13 @@
 #pragma once
-#include "hotkeys/hkeySetCheck.h"
+#include "hotkeys/hkeyReplace.h"
+#include "hotkeys/hkeySetFix.h"
 #include "platform/KeyPreviewForm.h"
+#include <array>
 #include <functional>
 
 class QLabel;
 class QLineEdit;
+class QMenu;
 class QProgressDialog;
 class QPushButton;
 namespace platform {
@@ -36,6 +39,11 @@ public:
     void cmdSearch_Click();
     void cmdFindItem_Click();
     void fgrdItems_DblClick();
+    // Check Sets: mends the selected line (0) or every line of its kind (1), then checks again.
+    void cmdFix_Click(int Index);
+    // Where Used for an item: every listed key sells another item, picked with F3.
+    void cmdReplace_Click();
+    void cmdUndoReplace_Click();
 
     platform::MSFlexGrid *fgrdItems;
     QLabel *lblItem;
@@ -43,13 +51,18 @@ public:
     QPushButton *cmdFindItem;
     QPushButton *cmdSearch;
     QLabel *lblStatus;
+    std::array<QPushButton *, 2> cmdFix;
+    QMenu *mnuFix; // the same two on the list's right click
+    QPushButton *cmdReplace;
+    QPushButton *cmdUndoReplace;
     QPushButton *cmdPrint;
     QPushButton *cmdExit;
 
     QList<setcheck::Finding> Findings; // row r holds Findings[r - 1]
     // The progress display of the running fill; null between fills.
     QProgressDialog *Progress = nullptr;
-    QString Heading; // what the list shows, for the title and the printed page
+    QString Heading;                     // what the list shows, for the title and the printed page
+    QList<replace::Written> LastReplace; // what Undo Replace puts back
 
 private:
     Mode mMode;
@@ -60,4 +73,9 @@ private:
     void mpList_show(const setcheck::Result &result);
     QString mpStatus(const setcheck::Result &result) const;
     void mpResolveItem(const QString &typed);
+    const setcheck::Finding *mpSelected() const;
+    QList<setcheck::Finding> mpLike(const setcheck::Finding &f) const;
+    void mpFix_show();
+    // The key dialog on the key of `f`, saved when the user accepts; false on Cancel.
+    bool mpEditKey(const setcheck::Finding &f);
 };

@@ -3,7 +3,9 @@
 #include "common/sm_Text.h"
 #include "hotkeys/hkeyServices.h"
 #include "platform/Dialogs.h"
+#include "platform/Modal.h"
 #include "screens/frmHotKeys.h"
+#include "screens/frmVersionCompare.h"
 #include "screens/posButtons.h"
 #include "settings/clsDataPath.h"
 #include <QComboBox>
@@ -47,9 +49,11 @@ frmVersions::frmVersions(QWidget *parent) : KeyPreviewForm(parent)
     lstVersions->setStyleSheet("QListWidget::item { padding: 8px; }"); // a finger's height
     cmdRestore = new QPushButton("Restore This Version", this);
     cmdRestore->setObjectName("cmdRestore");
+    cmdCompare = new QPushButton("Compare...", this);
+    cmdCompare->setObjectName("cmdCompare");
     cmdClose = new QPushButton("Close", this);
     cmdClose->setObjectName("cmdClose");
-    for (QPushButton *b : {cmdRestore, cmdClose}) {
+    for (QPushButton *b : {cmdRestore, cmdCompare, cmdClose}) {
         b->setAutoDefault(false);
         b->setMinimumHeight(40);
     }
@@ -59,6 +63,7 @@ frmVersions::frmVersions(QWidget *parent) : KeyPreviewForm(parent)
     left->addWidget(new QLabel("Kept before it was changed or removed", this));
     left->addWidget(lstVersions, 1);
     left->addWidget(cmdRestore);
+    left->addWidget(cmdCompare);
     left->addWidget(cmdClose);
 
     lblSetTitle = new QLabel(this);
@@ -101,7 +106,20 @@ frmVersions::frmVersions(QWidget *parent) : KeyPreviewForm(parent)
     connect(cboSet, &QComboBox::currentIndexChanged, this, [this] { mpVersions_fill(); });
     connect(lstVersions, &QListWidget::currentRowChanged, this, [this] { mpVersion_draw(); });
     connect(cmdRestore, &QPushButton::clicked, this, [this] { cmdRestore_Click(); });
+    connect(cmdCompare, &QPushButton::clicked, this, [this] { cmdCompare_Click(); });
     connect(cmdClose, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void frmVersions::cmdCompare_Click()
+{
+    const int row = lstVersions->currentRow();
+    if (row < 0)
+        return;
+    frmVersionCompare compare(this);
+    compare.Kept = Shown;
+    compare.Left = row;
+    compare.Form_Load();
+    platform::showModal(compare);
 }
 
 void frmVersions::Form_Load()
@@ -142,6 +160,7 @@ void frmVersions::mpVersion_draw()
 {
     const int row = lstVersions->currentRow();
     cmdRestore->setEnabled(row >= 0);
+    cmdCompare->setEnabled(row >= 0);
     HotKeySet groups;
     hotKeySetClear(groups);
     QString title;

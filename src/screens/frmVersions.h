@@ -23,6 +23,8 @@ public:
     void Form_Load();
     void Form_KeyDown(int &KeyCode, int Shift) override;
     void cmdRestore_Click();
+    // The selected version beside the set as it is now, or another version.
+    void cmdCompare_Click();
 
     QComboBox *cboSet;
     QListWidget *lstVersions;
@@ -31,6 +33,7 @@ public:
     std::array<std::array<MyButton *, 8>, 4> cmdKey;
     QLabel *lblStatus;
     QPushButton *cmdRestore;
+    QPushButton *cmdCompare;
     QPushButton *cmdClose;
 
 private:

@@ -28,6 +28,10 @@ public:
     int picturealignment = 0;
     QString Tag;
 
+    // What of the caption the key cannot show at its size, in words ("the word ... is
+    // cut"); empty when the whole caption shows.
+    QString captionProblem() const;
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
@@ -35,6 +39,9 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
+    QRect pictureRect() const;
+    QRect captionFace() const;
+    QFont captionFont(const QRect &face, bool *fits = nullptr) const;
     QString m_caption;
     QPixmap m_picture;
     int m_captionalignment = 0;

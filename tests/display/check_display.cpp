@@ -5,6 +5,7 @@
 #include "screens/frmHotKeys.h"
 #include "screens/frmSetCheck.h"
 #include "shell/frmMain.h"
+#include <QApplication>
 #include <QFile>
 #include <QLineEdit>
 #include <QPrinterInfo>
@@ -56,6 +57,44 @@ TEST_F(ListsOnDisplay, CheckSetsFindsARemovedSetAndADoubleClickOpensTheSetThatLi
     EXPECT_TRUE(found.first().contains("opens set 12")) << found.first().toStdString();
     EXPECT_EQ(found.size(), 1) << found.join('\n').toStdString();
     EXPECT_EQ(editorSet, "01");
+}
+
+TEST_F(ListsOnDisplay, TheRightClickMendsADeadLinkAndTheListIsCheckedAgain)
+{
+    ASSERT_TRUE(QFile::remove(dataPath() + "/HKSET12.SDF"));
+    QStringList before, after;
+    robot.on<frmMain>([](frmMain &) { Robot::key("F7"); });
+    robot.on<frmSetCheck>([&](frmSetCheck &list) {
+        before = rowTexts(list.fgrdItems);
+        platform::MSFlexGrid *grid = list.fgrdItems;
+        const QPoint at =
+            grid->viewport()->mapToGlobal(grid->visualItemRect(grid->item(0, 4)).center());
+        Robot::run("xdotool", {"mousemove", "--sync", QString::number(at.x()),
+                               QString::number(at.y()), "click", "3"});
+        robot.settle(400);
+        robot.screenShot("check-sets-fix-menu");
+        Robot::key("Down Return"); // the first item: the fix of this line
+    });
+    robot.until(
+        "the list checked again",
+        [&] {
+            auto *list = qobject_cast<frmSetCheck *>(QApplication::activeModalWidget());
+            return list && list->fgrdItems->Rows() == 1;
+        },
+        [&] {
+            auto *list = qobject_cast<frmSetCheck *>(QApplication::activeModalWidget());
+            after = rowTexts(list->fgrdItems);
+            robot.shot(list, "check-sets-fixed");
+            Robot::key("Escape");
+        });
+    robot.on<frmMain>([](frmMain &) { Robot::key("Escape"); });
+    EXPECT_EQ(runProgram(), 0);
+    ASSERT_EQ(before.size(), 1);
+    EXPECT_TRUE(before.first().contains("opens set 12")) << before.first().toStdString();
+    EXPECT_EQ(after, QStringList());
+    QFile main(dataPath() + "/HKSET01.SDF");
+    ASSERT_TRUE(main.open(QIODevice::ReadOnly));
+    EXPECT_FALSE(main.readAll().contains("[LINKSET]12[")) << "the dead link is gone";
 }
 
 TEST_F(ListsOnDisplay, TheMailScreenOpensFromThePreviewTypesOnItsKeysAndLeavesNoFileBehind)

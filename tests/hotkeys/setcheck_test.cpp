@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
+#include <QRegularExpression>
 
 using namespace setcheck;
 using testing_support::HkTest;
@@ -270,6 +271,8 @@ TEST_F(SetCheckTest, EachKeyIsCheckedByItsOwnKindSpecialCodesNeedNoRowAndPicture
                            "larger than the 4096 x 4096 a key can show",
                            "01 1/8 shows the picture \"text.jpg\", which cannot be read as a "
                            "picture",
+                           "01 1/8 sells S/L 0001234.5, as column 1 key 7 does (for information: "
+                           "often a slip, sometimes meant)",
                            " 0/2 \"Void Too\" uses the keyboard character \"*\", as key 1 does: "
                            "the keyboard reaches only one of them",
                            " 0/3 coupon key \"Odd\" has the amount \"1.5.0\", which is not a "
@@ -277,4 +280,51 @@ TEST_F(SetCheckTest, EachKeyIsCheckedByItsOwnKindSpecialCodesNeedNoRowAndPicture
                            " 0/1 coupon key \"Dollar Off\" has the amount \"abc-2.5x\", which is "
                            "not a number with at most two decimals"}));
     EXPECT_EQ(asked.filter("~"), QStringList()) << "special codes are not asked for";
+}
+
+TEST_F(SetCheckTest, TwiceSoldItemsLinksWithoutLabelAndLabelsTheScreenCannotShow)
+{
+    writeSet(1, "Main",
+             key(1, "Coffee", "0001234.5", "No", "") + key(2, "Coffee 2", "1234.5", "No", "") +
+                 key(3, "Again", "0001234.5", "No", "") + key(4, "", "", "No", "2") +
+                 key(5, "Cake", "CAKE-1", "Yes", "") + key(6, "Cake too", "cake-1", "Yes", "") +
+                 key(7, "No Stock", "~NONSTK", "No", "") +
+                 key(8, "Far too long", "~NONSTK", "No", ""),
+             "[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n");
+    // Column 2 reads well, column 3 has no labels to read, column 4 is the button face.
+    writeDataFile("HKSET02.SDF",
+                  "[SET]Lunch\r\n[GROUP]1[CAPTION]A[COLOR]RED\r\n" + key(1, "Back", "", "No", "1") +
+                      "[GROUP]2[CAPTION]B[COLOR]BLUE\r\n" + key(1, "", "0001234.5", "No", "") +
+                      "[GROUP]3[CAPTION]C[COLOR]*Default\r\n" +
+                      key(1, "Fine", "0001234.5", "No", ""));
+    Drawing drawing;
+    drawing.labelProblem = [](const HotKeyButton &b, int, int) {
+        return b.Caption.size() > 10 ? QString("it takes 3 lines where 2 fit") : QString();
+    };
+    drawing.contrast = [](qint32 color) { return color == 0xFF0000 ? 2.44 : 5.25; };
+
+    const Result r = checkSets(
+        [](const QStringList &, bool) { return std::optional(QHash<QString, ItemState>()); }, {},
+        drawing);
+
+    QStringList said = lines(r).filter(QRegularExpression("^01 1/[1-8]|^01 1/0|^02"));
+    said.removeIf([](const QString &l) { return l.contains("not in the inventory"); });
+    EXPECT_EQ(said,
+              QStringList({"01 1/0 its labels are hard to read on its colour BLUE (contrast 2.4:1, "
+                           "below 3:1 as the sales screen draws them)",
+                           "01 1/3 sells S/L 0001234.5, as column 1 key 1 does (for information: "
+                           "often a slip, sometimes meant)",
+                           "01 1/4 opens set 02 but has no label, so nobody can tell where it "
+                           "leads: give it one",
+                           "01 1/6 sells Item ID cake-1, as column 1 key 5 does (for "
+                           "information: often a slip, sometimes meant)",
+                           "01 1/8 shows the label \"Far too long\", which does not fit the key as "
+                           "the sales screen draws it: it takes 3 lines where 2 fit",
+                           "02 3/1 sells S/L 0001234.5, as column 2 key 1 does (for information: "
+                           "often a slip, sometimes meant)"}))
+        << said.join("\n").toStdString();
+    const auto sameItem = std::find_if(r.findings.begin(), r.findings.end(),
+                                       [](const Finding &f) { return f.kind == Kind::SameItem; });
+    ASSERT_NE(sameItem, r.findings.end());
+    EXPECT_TRUE(sameItem->information());
 }

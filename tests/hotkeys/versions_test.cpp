@@ -1,3 +1,4 @@
+#include "hotkeys/hkeyCompare.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyServices.h"
 #include "hotkeys/hkeyVersions.h"
@@ -118,4 +119,48 @@ TEST_F(VersionsTest, AVersionThatCannotBeKeptIsSaidAndTheUserDecides)
     EXPECT_FALSE(r.removed);
     EXPECT_TRUE(r.problems.value(0).contains("could not be made"));
     EXPECT_TRUE(QFile::exists(dataPath() + "/HKSET01.SDF"));
+}
+
+TEST_F(VersionsTest, TwoStatesOfASetDifferInWordsFieldByField)
+{
+    HotKeySet before;
+    hotKeySetClear(before);
+    before[2].Caption = "Drinks";
+    before[2].Buttons[5] = {"Coffee", "0001234.5", "", "", "No", "coffee.jpg"};
+    const struct {
+        std::function<void(HotKeySet &, QString &)> change;
+        const char *said;
+    } cases[] = {
+        {[](HotKeySet &, QString &) {}, ""},
+        {[](HotKeySet &s, QString &) {
+             s[2].Buttons[5].Caption = "Tea";
+             s[2].Buttons[5].Item = "0001299.0";
+         },
+         "Column 2 key 5: label Coffee -> Tea; item 0001234.5 -> 0001299.0"},
+        {[](HotKeySet &s, QString &) { s[2].Buttons[5].IdSelect = "Yes"; },
+         "Column 2 key 5: sold by S/L -> Item ID"},
+        {[](HotKeySet &s, QString &) { s[2].Buttons[5].LinkSet = "03"; },
+         "Column 2 key 5: link (none) -> 03"},
+        {[](HotKeySet &s, QString &) { s[2].Buttons[5].Icon.clear(); },
+         "Column 2 key 5: picture coffee.jpg -> (none)"},
+        {[](HotKeySet &s, QString &) { s[2].Buttons[5].Root = "X"; },
+         "Column 2 key 5: root (none) -> X"},
+        {[](HotKeySet &s, QString &) { s[4].Buttons[8].Caption = "New"; },
+         "Column 4 key 8: label (none) -> New"},
+        {[](HotKeySet &s, QString &) {
+             s[2].Caption = "Hot Drinks";
+             s[2].Color = glHotKeyColor_value("RED");
+         },
+         "Column 2: title Drinks -> Hot Drinks; colour *Default -> RED"},
+        {[](HotKeySet &, QString &title) { title = "Dinner"; }, "Title: Lunch -> Dinner"},
+    };
+    for (const auto &c : cases) {
+        HotKeySet after = before;
+        QString title = "Lunch";
+        c.change(after, title);
+        QStringList said;
+        for (const SetDifference &d : hotKeySetDifferences(before, "Lunch", after, title))
+            said << d.text;
+        EXPECT_EQ(said.join(" | "), c.said);
+    }
 }

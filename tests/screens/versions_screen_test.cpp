@@ -2,7 +2,9 @@
 #include "hotkeys/hkeyServices.h"
 #include "hotkeys/hkeyVersions.h"
 #include "platform/MSFlexGrid.h"
+#include "screens/frmVersionCompare.h"
 #include "screens/frmVersions.h"
+#include "screens/hkeyLayoutPanel.h"
 #include "screens/posButtons.h"
 #include "shell/frmMain.h"
 #include "support/HkTest.h"
@@ -141,4 +143,48 @@ TEST_F(VersionsScreenTest, RestoringARemovedSetPutsBackTheKeysItsRemovalClearedW
                              "it, and their places are still empty.\r\rPut those keys back as "
                              "they were before the removal?");
     EXPECT_EQ(asked[1].style, vbYesNo + vbQuestion);
+}
+
+TEST_F(VersionsScreenTest, CompareDrawsBothStatesMarksTheKeysThatDifferAndSaysHow)
+{
+    saveSet("01", "Lunch", "Soup");
+    saveSet("01", "Lunch", "Salad");
+    saveSet("01", "Dinner", "Steak"); // two versions kept: Soup, then Salad
+    QStringList said, choices;
+    QImage same, differ;
+    modal.drive("frmVersionCompare", [&](QDialog &d) {
+        auto &compare = static_cast<frmVersionCompare &>(d);
+        for (int i = 0; i < compare.cboRight->count(); ++i)
+            choices << compare.cboRight->itemText(i);
+        for (int i = 0; i < compare.lstDifferences->count(); ++i)
+            said << compare.lstDifferences->item(i)->text();
+        differ = compare.picLeft->pixmap().toImage();
+        compare.cboRight->setCurrentIndex(compare.cboRight->findText("The set as it is now"));
+        said << compare.lstDifferences->item(0)->text() << compare.lblStatus->text();
+        QTest::keyClick(&compare, Qt::Key_Escape);
+    });
+    onVersions([](frmVersions &screen) {
+        screen.lstVersions->setCurrentRow(1); // Soup, the older
+        screen.cmdCompare->click();
+        screen.reject();
+    });
+    frmMain main;
+    main.Form_Load();
+    main.cmdVersions->click();
+    ASSERT_EQ(choices.size(), 2);
+    EXPECT_EQ(choices[0], "The set as it is now");
+    EXPECT_TRUE(choices[1].startsWith("Before ")) << "the newer version, shown first";
+    EXPECT_EQ(said, QStringList({"Column 2 key 3: label Soup -> Salad", "Title: Lunch -> Dinner",
+                                 "2 differences, framed in red on both panels."}));
+    // The differing key is framed: red pixels that a panel of the same set lacks.
+    const auto reds = [](const QImage &image) {
+        int n = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x) n += image.pixel(x, y) == qRgb(220, 0, 0);
+        return n;
+    };
+    HotKeySet plain;
+    hotKeySetClear(plain);
+    EXPECT_GT(reds(differ), 100);
+    EXPECT_EQ(reds(gfLayout_panelImage(plain, {560, 380})), 0);
 }

@@ -181,7 +181,7 @@ TEST_F(SetCheckScreenTest, LayoutPrintsEverySetAsItsPanelOnePerLandscapePage)
     EXPECT_EQ(orientation, print::orLandscape);
     EXPECT_EQ(headers[0], "Set 01: Main Menu");
     EXPECT_EQ(headers[11], "Set 12: Lottery");
-    // Set 01's columns are BLUE, DARK_RED, MAGENTA and GREEN: an empty key of each
+    // Set 01's columns are DARK_BLUE, DARK_RED, MAGENTA and GREEN: an empty key of each
     // shows its column's colour.
     const QImage &panel = panels[0];
     auto colourAt = [&panel](int column) {

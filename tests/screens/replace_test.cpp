@@ -1,0 +1,135 @@
+#include "hotkeys/hkeyVersions.h"
+#include "lookup/frm_Lookup.h"
+#include "platform/Dialogs.h"
+#include "platform/MSFlexGrid.h"
+#include "screens/frmReplaceItem.h"
+#include "screens/frmSetCheck.h"
+#include "support/StoreDb.h"
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+using testing_support::StoreDbTest;
+
+namespace {
+
+constexpr int kSets = 50;
+
+QByteArray key(int k, const QByteArray &caption, const QByteArray &item, const QByteArray &kind)
+{
+    return "[BUTTON]" + QByteArray::number(k) + "[CAPTION]" + caption + "[ITEM]" + item +
+           "[ICON][IDSELECT]" + kind + "[LINKSET][ROOT]";
+}
+
+// 50 sets that sell the small coffee by its S/L, every second one also by its Item ID.
+class ReplaceTest : public StoreDbTest {
+protected:
+    void SetUp() override
+    {
+        StoreDbTest::SetUp();
+        if (IsSkipped() || HasFatalFailure())
+            return;
+        openStore();
+        addItem("00012345", "COF-1", "COFFEE SMALL");
+        addItem("00020010", "COLA-1", "COLA 330ML");
+        for (int n = 1; n <= kSets; ++n) {
+            QByteArray text = "[SET]Set " + QByteArray::number(n) +
+                              "\r\n[GROUP]1[CAPTION]Drinks[COLOR]\r\n" +
+                              key(1, "Coffee", "0001234.5", "No") + "\r\n" +
+                              key(2, "Coffee Id", n % 2 ? "" : "COF-1", n % 2 ? "" : "Yes") +
+                              "\r\n" + key(3, "Tea", "0009999.0", "No") + "\r\n";
+            writeDataFile(name(n), text);
+            original[name(n)] = text;
+        }
+        list = std::make_unique<frmSetCheck>(frmSetCheck::Mode::Item);
+        list->Form_Load();
+        list->txtItem->setText("0001234.5");
+        list->cmdSearch->click();
+    }
+    static QString name(int n) { return QString("HKSET%1.SDF").arg(n, 2, 10, QChar('0')); }
+    QByteArray line(int n, int k)
+    {
+        for (const QByteArray &l : readDataFile(name(n)).split('\n'))
+            if (l.startsWith("[BUTTON]" + QByteArray::number(k) + "[CAPTION]"))
+                return l.trimmed();
+        return "?";
+    }
+    // Picks the cola in the lookup and accepts the preview, with new labels or not.
+    void replaceWithCola(bool labels, const std::function<void()> &meanwhile = {})
+    {
+        modal.drive("frm_Lookup", [](QDialog &) { gsLookupCode = "00020010"; });
+        modal.drive("frmReplaceItem", [labels, meanwhile, this](QDialog &d) {
+            auto &preview = static_cast<frmReplaceItem &>(d);
+            preview.chkLabel->setChecked(labels);
+            shownRows = preview.fgrdKeys->Rows() - 1;
+            firstRow.clear();
+            for (int c = 0; c < 6; ++c) firstRow << preview.fgrdKeys->TextMatrix(1, c);
+            heading = preview.lblWhat->text();
+            if (meanwhile)
+                meanwhile();
+            preview.cmdAccept->click();
+        });
+        list->cmdReplace->click();
+    }
+    std::unique_ptr<frmSetCheck> list;
+    QHash<QString, QByteArray> original;
+    int shownRows = 0;
+    QStringList firstRow;
+    QString heading;
+};
+
+} // namespace
+
+TEST_F(ReplaceTest, ReplaceChangesEveryKeyAfterAPreviewAndUndoPutsEveryFileBack)
+{
+    ASSERT_EQ(list->fgrdItems->Rows() - 1, 75);
+    replaceWithCola(true);
+
+    EXPECT_EQ(shownRows, 75);
+    EXPECT_EQ(firstRow, QStringList({"01", "Set 1", "1", "1", "\"Coffee\", S/L 0001234.5",
+                                     "\"COLA 330ML\", S/L 0002001.0"}));
+    EXPECT_EQ(heading, "75 keys in 50 sets will sell S/L 0002001.0 (COLA 330ML) instead of S/L "
+                       "0001234.5 or Item ID COF-1 (COFFEE SMALL). Each set is kept in Versions "
+                       "first, and Undo Replace puts them all back.");
+    for (int n = 1; n <= kSets; ++n) {
+        EXPECT_EQ(line(n, 1), key(1, "COLA 330ML", "0002001.0", "No")) << n;
+        EXPECT_EQ(line(n, 2),
+                  n % 2 ? key(2, "Coffee Id", "", "") : key(2, "COLA 330ML", "0002001.0", "No"))
+            << n;
+        EXPECT_EQ(line(n, 3), key(3, "Tea", "0009999.0", "No")) << n;
+        ASSERT_EQ(versions::list(name(n)).size(), 1);
+        EXPECT_EQ(versions::bytesOf(versions::list(name(n)).first()), original[name(n)]);
+    }
+    EXPECT_EQ(list->fgrdItems->Rows(), 1) << "no key sells the coffee any more";
+    EXPECT_TRUE(list->lblStatus->text().startsWith("Replaced on 75 keys in 50 sets"));
+    EXPECT_TRUE(list->cmdUndoReplace->isEnabled());
+
+    list->cmdUndoReplace->click();
+    for (int n = 1; n <= kSets; ++n) {
+        EXPECT_EQ(readDataFile(name(n)), original[name(n)]) << n;
+        EXPECT_EQ(versions::list(name(n)).size(), 2) << "the replaced file is kept too";
+    }
+    EXPECT_EQ(list->fgrdItems->Rows() - 1, 75);
+    EXPECT_FALSE(list->cmdUndoReplace->isEnabled());
+}
+
+TEST_F(ReplaceTest, ASetChangedElsewhereIsLeftAloneAndUndoIsRefusedAfterAnotherStationsChange)
+{
+    const QByteArray theirs = "[SET]Changed at the till\r\n";
+    replaceWithCola(false, [&] { writeDataFile(name(3), theirs); });
+    EXPECT_EQ(boxTexts(),
+              QStringList({"These sets were not changed:\r\rset 03 was changed at another "
+                           "station since the list was made: it was left as it is"}));
+    EXPECT_EQ(readDataFile(name(3)), theirs);
+    EXPECT_EQ(line(1, 1), key(1, "Coffee", "0002001.0", "No")) << "labels kept";
+
+    writeDataFile(name(7), theirs);
+    list->cmdUndoReplace->click();
+    EXPECT_EQ(boxTexts(),
+              QStringList({"Undo Replace was refused: set 07 was changed since the replace (at "
+                           "another station?), so nothing was put back.\r\rVersions holds every "
+                           "set as it was before the replace."}));
+    EXPECT_EQ(line(1, 1), key(1, "Coffee", "0002001.0", "No"));
+    EXPECT_EQ(readDataFile(name(7)), theirs);
+}
