@@ -209,17 +209,20 @@ QString DbEngine::translateTransactSql(const QString &statement) const
         // value" as an OR that no index serves in order; as a comparison of the
         // pair it is one index seek, and means the same.
         static const QRegularExpression nextOfTwo(
-            "^SELECT\\s+TOP 1 \\* FROM (\\w+) WHERE \\(SELECT COUNT\\(\\*\\) FROM \\1 WHERE "
-            "(\\w+)=('(?:[^']|'')*')\\) > 1 AND \\2=\\3 AND (\\w+)([<>])('(?:[^']|'')*') OR "
-            "\\2\\5\\3 ORDER BY \\2((?: DESC)?),\\4\\7$");
+            "^SELECT\\s+TOP (\\d+) \\* FROM (\\w+) WHERE \\(SELECT COUNT\\(\\*\\) FROM \\2 WHERE "
+            "(\\w+)=('(?:[^']|'')*')\\) > 1 AND \\3=\\4 AND (\\w+)([<>])('(?:[^']|'')*') OR "
+            "\\3\\6\\4 ORDER BY \\3((?: DESC)?),\\5\\8$");
         if (s.contains("(SELECT COUNT(*)"))
-            s.replace(nextOfTwo, "SELECT TOP 1 * FROM \\1 WHERE (\\2,\\4)\\5(\\3,\\6) ORDER BY "
-                                 "\\2\\7,\\4\\7");
-        static const QRegularExpression top("^(SELECT\\s+)TOP 1 ",
+            s.replace(nextOfTwo, "SELECT TOP \\1 * FROM \\2 WHERE (\\3,\\5)\\6(\\4,\\7) ORDER BY "
+                                 "\\3\\8,\\5\\8");
+        static const QRegularExpression top("^(SELECT\\s+)TOP (\\d+) ",
                                             QRegularExpression::CaseInsensitiveOption);
-        if (s.contains("TOP 1 ", Qt::CaseInsensitive) && top.match(s).hasMatch()) {
-            s.replace(top, "\\1");
-            s += " LIMIT 1";
+        if (s.contains("TOP ", Qt::CaseInsensitive)) {
+            if (const QRegularExpressionMatch m = top.match(s); m.hasMatch()) {
+                const QString rows = m.captured(2);
+                s.replace(top, "\\1");
+                s += " LIMIT " + rows;
+            }
         }
         if (!s.contains("ltrim(ItemID)") && !s.contains("LEFT(", Qt::CaseInsensitive))
             return s;
