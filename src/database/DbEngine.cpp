@@ -138,7 +138,12 @@ DbEngine::ReadShape DbEngine::readShape(const QString &statement) const
             text.contains(either) ? std::pair{text, QStringList{}} : sqlParameters(text);
         return {'\n' + shape, values, shape}; // no statement of the suite starts so
     }
-    return {shape, values, translate(shape)};
+    return {shape, values, QString()}; // translated when it is prepared
+}
+
+QString DbEngine::dialectOf(const ReadShape &shape) const
+{
+    return shape.text.isEmpty() ? translate(shape.key) : shape.text;
 }
 
 QSqlQuery *DbEngine::preparedRead(const QString &statement, QSqlError &error)
@@ -152,7 +157,7 @@ QSqlQuery *DbEngine::preparedRead(const QString &statement, QSqlError &error)
         }
         q = std::make_shared<QSqlQuery>(m_db);
         q->setForwardOnly(true);
-        if (!q->prepare(read.text)) {
+        if (!q->prepare(dialectOf(read))) {
             error = q->lastError();
             m_prepared.remove(read.key);
             return nullptr;
@@ -369,7 +374,9 @@ int zelCompare(void *, int lengthA, const void *a, int lengthB, const void *b)
                 c = p.second.compare(q.second);
             return c < 0 ? -1 : (c > 0 ? 1 : 0);
         }
-        const int p = std::tolower(x[i]), q = std::tolower(y[i]);
+        // Plain letters fold in place: the library's tolower asks the locale each time.
+        const auto fold = [](unsigned char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; };
+        const int p = fold(x[i]), q = fold(y[i]);
         if (p != q)
             return p < q ? -1 : 1;
     }
@@ -497,7 +504,7 @@ bool SqliteEngine::read(const QString &statement, QStringList &names,
             return read(statement, names, rows, maxRows, error);
         }
         sqlite3_stmt *made = nullptr;
-        const QByteArray text = shape.text.toUtf8();
+        const QByteArray text = dialectOf(shape).toUtf8();
         const int rc = sqlite3_prepare_v3(m_handle, text.constData(), int(text.size()),
                                           SQLITE_PREPARE_PERSISTENT, &made, nullptr);
         if (rc != SQLITE_OK) {
