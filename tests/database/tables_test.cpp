@@ -1,4 +1,5 @@
 #include "database/DbEngine.h"
+#include "database/TableNames.h"
 #include "database/zelDBSM_Common.h"
 #include "database/zelDBSM_Inventory.h"
 #include "database/zelDBSM_Upc.h"
@@ -9,6 +10,10 @@
 #include <algorithm>
 
 using testing_support::StoreDbTest;
+
+namespace {
+class StoreTablesTest : public StoreDbTest, public testing_support::OnEachEngine {};
+} // namespace
 
 namespace {
 
@@ -54,7 +59,7 @@ bool runTranslated(const QString &statement)
 
 } // namespace
 
-TEST_F(StoreDbTest, CreateStatementsStandAsTheSuiteWritesThem)
+TEST_P(StoreTablesTest, CreateStatementsStandAsTheSuiteWritesThem)
 {
     seedCommon(1);
     ASSERT_TRUE(setup());
@@ -89,7 +94,7 @@ TEST_F(StoreDbTest, CreateStatementsStandAsTheSuiteWritesThem)
     EXPECT_EQ(indexCount("UPC1"), 5);
 }
 
-TEST_F(StoreDbTest, StoreIdentityComesFromTheCommonRow)
+TEST_P(StoreTablesTest, StoreIdentityComesFromTheCommonRow)
 {
     seedCommon(0, "N");
     ASSERT_TRUE(setup());
@@ -113,7 +118,7 @@ TEST_F(StoreDbTest, StoreIdentityComesFromTheCommonRow)
     EXPECT_TRUE(shown[1].text.startsWith("The store number in the COMMON table is -4."));
 }
 
-TEST_F(StoreDbTest, EveryInventoryKeyWalksInItsOwnOrder)
+TEST_P(StoreTablesTest, EveryInventoryKeyWalksInItsOwnOrder)
 {
     seedCommon(1);
     ASSERT_TRUE(setup());
@@ -155,7 +160,7 @@ TEST_F(StoreDbTest, EveryInventoryKeyWalksInItsOwnOrder)
     EXPECT_TRUE(sql.contains("ltrim(ItemID)='40 "));
 }
 
-TEST_F(StoreDbTest, InventoryHelpersAndFieldRules)
+TEST_P(StoreTablesTest, InventoryHelpersAndFieldRules)
 {
     seedCommon(1);
     ASSERT_TRUE(setup());
@@ -204,7 +209,7 @@ TEST_F(StoreDbTest, InventoryHelpersAndFieldRules)
     EXPECT_EQ(gfsDBSM_InsertValues(7), "");
 }
 
-TEST_F(StoreDbTest, AnOldInventoryIsBroughtUpToDateWithItsRowsIntact)
+TEST_P(StoreTablesTest, AnOldInventoryIsBroughtUpToDateWithItsRowsIntact)
 {
     seedCommon(1);
     QStringList old;
@@ -254,10 +259,68 @@ TEST_F(StoreDbTest, AnOldInventoryIsBroughtUpToDateWithItsRowsIntact)
     EXPECT_TRUE(boxes().isEmpty());
 }
 
-TEST_F(StoreDbTest, AnEmptyOldTableIsLeftAsItIs)
+TEST_P(StoreTablesTest, AnEmptyOldTableIsLeftAsItIs)
 {
     seedCommon(1);
     ASSERT_TRUE(runTranslated("CREATE TABLE invt1 (SL CHAR(8), ItemID CHAR(15), Flg2 CHAR(1))"));
     ASSERT_TRUE(setup());
     EXPECT_EQ(columnsOf("invt1"), QStringList({"SL", "ItemID", "Flg2"}));
 }
+
+TEST_P(StoreTablesTest, BarCodesOfManyItemsAreTheOnesTheirOwnReadsFind)
+{
+    openStore();
+    struct Upc {
+        const char *sl, *upc;
+    };
+    // In the order they are added: the first of an S/L is the one that shows.
+    const Upc upcs[] = {{"00000001", "  012345678905"},
+                        {"00000002", "111"},
+                        {"00000002", "222"},
+                        {"00000003", "D12"},
+                        {"00000003", "333"},
+                        {"ABC", "0042"},
+                        {"O'1", "I7"},
+                        {"O'2", "777"}};
+    for (const Upc &u : upcs) {
+        gUpcRecord.clear();
+        gUpcRecord.setText("SL", u.sl);
+        gUpcRecord.setText("UPC", u.upc);
+        QString sql;
+        ASSERT_TRUE(gfbDBSM_Record(tblUpc, opInsert, 0, false, false, sql)) << u.sl;
+    }
+    const struct {
+        QString sl, shown;
+    } cases[] = {{"00000001", "012345678905"},
+                 {"00000002", "111"},
+                 {"00000003", ""},
+                 {"00000009", ""},
+                 {"abc     ", "0042"},
+                 {"O 1     ", ""},
+                 {"O 2     ", "777"}, // a quote is stored as a blank
+                 {"O'2     ", ""},
+                 {QString::fromUtf16(u"0\u0000", 2), ""}};
+    QStringList sls;
+    for (const auto &c : cases) sls << c.sl;
+    QHash<QString, QString> barCodes;
+    {
+        DbAction action;
+        ASSERT_TRUE(gfbUpc_BarCodes(sls, barCodes));
+    }
+    EXPECT_EQ(barCodes.size(), std::size(cases));
+    for (const auto &c : cases) {
+        EXPECT_EQ(barCodes.value(c.sl, "missing"), c.shown) << c.sl.toStdString();
+        // The read by "=" on the S/L key finds the same first row.
+        gUpcRecord.setText("SL", c.sl);
+        QString sql;
+        const bool found = gfbDBSM_Record(tblUpc, opEqual, upcKeySL, false, false, sql);
+        const QString upc = gUpcRecord.text("UPC");
+        const bool link = upc.startsWith('D') || upc.startsWith('I');
+        EXPECT_EQ(found && !link ? upc.trimmed() : QString(), c.shown) << c.sl.toStdString();
+    }
+    EXPECT_TRUE(gfbUpc_BarCodes({}, barCodes));
+    EXPECT_TRUE(barCodes.isEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, StoreTablesTest, testing_support::kEachEngine,
+                         testing_support::engineName);
