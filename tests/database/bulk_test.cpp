@@ -3,12 +3,14 @@
 #include "database/zelDBSM_Upc.h"
 #include "support/StoreDb.h"
 
-using testing_support::StoreDbTest;
+namespace {
+class BulkReadTest : public testing_support::StoreDbTest, public testing_support::OnEachEngine {};
+} // namespace
 
 // Three batches of codes, the items among them at the first place, in the middle
 // batch and at the last, which only the padded last batch holds; codes compared
 // as the keyed reads compare them, and a typed quote is only ever a value.
-TEST_F(StoreDbTest, BulkReadsFindEveryItemInEveryBatchAsTheKeyedReadsDo)
+TEST_P(BulkReadTest, BulkReadsFindEveryItemInEveryBatchAsTheKeyedReadsDo)
 {
     openStore();
     addItem("00012345", "COF-1", "COFFEE");
@@ -53,3 +55,6 @@ TEST_F(StoreDbTest, BulkReadsFindEveryItemInEveryBatchAsTheKeyedReadsDo)
     EXPECT_EQ(items.size(), 1);
     EXPECT_FALSE(gfbDBSM_ActionFailed());
 }
+
+INSTANTIATE_TEST_SUITE_P(Engines, BulkReadTest, testing_support::kEachEngine,
+                         testing_support::engineName);
