@@ -1,0 +1,96 @@
+#include "common/Conversions.h"
+#include "common/sm_Text.h"
+#include "common/zelFormats.h"
+#include "database/TableNames.h"
+#include "lookup/model/LookupInternal.h"
+
+using lookup_detail::read;
+
+namespace {
+
+QString money(const QString &text)
+{
+    QString s = conv::Trim(text);
+    if (s.contains('$'))
+        s = s.mid(s.indexOf('$') + 1);
+    double v = conv::Val(s);
+    if (s.endsWith(')'))
+        v = -v;
+    return conv::Format(v, "##.00");
+}
+
+} // namespace
+
+QVariant InventoryLookup::fieldValue(int field) const
+{
+    return mSource ? mSource->value(field) : gfvDBSM_Field(tblInventory, field);
+}
+
+QString InventoryLookup::upcCell(const QString &sl) const
+{
+    if (gbUpcSort && gUpcRecord.text("SL") == sl)
+        return conv::Trim(gUpcRecord.text("UPC"));
+    gUpcRecord.setText("SL", sl);
+    bool found = read(tblUpc, opEqual, upcKeySL);
+    // Values that begin with "D" or "I" link departments or items and do not show.
+    while (found && QString("DI").contains(gUpcRecord.text("UPC").left(1))) {
+        found = read(tblUpc, opNext, upcKeySL) && gUpcRecord.text("SL") == sl;
+    }
+    return found ? conv::Trim(gUpcRecord.text("UPC")) : QString();
+}
+
+QString InventoryLookup::cellText(int column, QString &sl) const
+{
+    const LookupColumn &c = gLookupColumns[column];
+    const QString text = fieldValue(c.iField).toString();
+    switch (c.iFormat) {
+    case 2:
+    case 7:
+        return money(text);
+    case 3:
+        return text; // dates: no column of the inventory layout has one
+    case 4:
+        sl = text.leftJustified(8, ' ', true);
+        return gfsSL_toDisplay(sl);
+    case 6: {
+        static const int slField = gfiInventoryField("SL");
+        return upcCell(sl.isEmpty() ? fieldValue(slField).toString() : sl);
+    }
+    case 12:
+        return " ";
+    default: {
+        bool number = false;
+        const double v = text.trimmed().toDouble(&number);
+        if (column != colItemID + giSelectColumn && number && text.contains('.'))
+            return QString::number(gfdNumber_round(v, 4));
+        return conv::Trim(text);
+    }
+    }
+}
+
+void InventoryLookup::fillRow(int iRow)
+{
+    if (gbStopSearch || iRow < 1 || iRow >= gsPageCells.size())
+        return;
+    QString sl;
+    for (int c = giSelectColumn; c < giGridCols; ++c) gsPageCells[iRow][c] = cellText(c, sl);
+}
+
+void InventoryLookup::clearRow(int iRow)
+{
+    if (iRow < 1 || iRow >= gsPageCells.size())
+        return;
+    for (int c = 0; c < giGridCols; ++c) gsPageCells[iRow][c].clear();
+}
+
+void InventoryLookup::shiftUp()
+{
+    for (int r = 1; r < giPageRows - 1; ++r) gsPageCells[r] = gsPageCells[r + 1];
+    gsPageCells[giPageRows - 1] = QStringList(giGridCols + 1);
+}
+
+void InventoryLookup::shiftDown()
+{
+    for (int r = giPageRows - 1; r > 1; --r) gsPageCells[r] = gsPageCells[r - 1];
+    gsPageCells[1] = QStringList(giGridCols + 1);
+}
