@@ -287,6 +287,30 @@ QString DbEngine::rowCondition(const QStringList &columns, const QVector<QVarian
     return parts.join(" AND ");
 }
 
+QString DbEngine::updateOneRow(const QString &table, const QStringList &setColumns,
+                               const QStringList &allColumns,
+                               const QVector<QVariant> &original) const
+{
+    const RowLocator at = rowLocator();
+    const QString condition = rowCondition(allColumns, original, at.equalForm);
+    const QString set = " SET " + assignments(setColumns) + " WHERE ";
+    if (at.column.isEmpty())
+        return "UPDATE TOP (1) " + table + set + condition;
+    return "UPDATE " + table + set + at.column + "=(SELECT " + at.column + " FROM " + table +
+           " WHERE " + condition + " LIMIT 1)";
+}
+
+QString DbEngine::deleteOneRow(const QString &table, const QStringList &allColumns,
+                               const QVector<QVariant> &original) const
+{
+    const RowLocator at = rowLocator();
+    const QString condition = rowCondition(allColumns, original, at.equalForm);
+    if (at.column.isEmpty())
+        return "DELETE TOP (1) FROM " + table + " WHERE " + condition;
+    return "DELETE FROM " + table + " WHERE " + at.column + "=(SELECT " + at.column + " FROM " +
+           table + " WHERE " + condition + " LIMIT 1)";
+}
+
 DbError DbEngine::errorOf(const QSqlError &error) const
 {
     DbError e;
@@ -582,20 +606,9 @@ DbError SqliteEngine::errorOf(const QSqlError &error) const
     return e;
 }
 
-QString SqliteEngine::updateOneRow(const QString &table, const QStringList &setColumns,
-                                   const QStringList &allColumns,
-                                   const QVector<QVariant> &original) const
+DbEngine::RowLocator SqliteEngine::rowLocator() const
 {
-    return "UPDATE " + table + " SET " + assignments(setColumns) +
-           " WHERE rowid=(SELECT rowid FROM " + table + " WHERE " +
-           rowCondition(allColumns, original, "%1 IS ? COLLATE BINARY") + " LIMIT 1)";
-}
-
-QString SqliteEngine::deleteOneRow(const QString &table, const QStringList &allColumns,
-                                   const QVector<QVariant> &original) const
-{
-    return "DELETE FROM " + table + " WHERE rowid=(SELECT rowid FROM " + table + " WHERE " +
-           rowCondition(allColumns, original, "%1 IS ? COLLATE BINARY") + " LIMIT 1)";
+    return {"rowid", "%1 IS ? COLLATE BINARY"};
 }
 
 const char *const SqlServerEngine::kDatabasesQuery =
@@ -761,18 +774,9 @@ DbError SqlServerEngine::errorOf(const QSqlError &error) const
     return e;
 }
 
-QString SqlServerEngine::updateOneRow(const QString &table, const QStringList &setColumns,
-                                      const QStringList &allColumns,
-                                      const QVector<QVariant> &original) const
+DbEngine::RowLocator SqlServerEngine::rowLocator() const
 {
-    return "UPDATE TOP (1) " + table + " SET " + assignments(setColumns) + " WHERE " +
-           rowCondition(allColumns, original, "%1=?");
-}
-
-QString SqlServerEngine::deleteOneRow(const QString &table, const QStringList &allColumns,
-                                      const QVector<QVariant> &original) const
-{
-    return "DELETE TOP (1) FROM " + table + " WHERE " + rowCondition(allColumns, original, "%1=?");
+    return {QString(), "%1=?"};
 }
 
 const std::vector<DbEngineKind> &dbEngineKinds()

@@ -89,11 +89,18 @@ public:
     // Statements that change exactly one row, the one whose columns hold `original`:
     // placeholders for the new values first, then for the original values that are
     // not NULL; a NULL original is matched with IS NULL.
-    virtual QString updateOneRow(const QString &table, const QStringList &setColumns,
-                                 const QStringList &allColumns,
-                                 const QVector<QVariant> &original) const = 0;
-    virtual QString deleteOneRow(const QString &table, const QStringList &allColumns,
-                                 const QVector<QVariant> &original) const = 0;
+    QString updateOneRow(const QString &table, const QStringList &setColumns,
+                         const QStringList &allColumns, const QVector<QVariant> &original) const;
+    QString deleteOneRow(const QString &table, const QStringList &allColumns,
+                         const QVector<QVariant> &original) const;
+    // How this engine finds one row among equal ones: the column that names a
+    // row (empty: the statement itself is limited to one row, as "TOP (1)"), and
+    // the condition that a column holds its original value.
+    struct RowLocator {
+        QString column;
+        QString equalForm;
+    };
+    virtual RowLocator rowLocator() const = 0;
 
     // Runs a read, prepared once per connection for its shape: its quoted values
     // are bound as parameters, so every value of a key reuses one prepared
@@ -185,11 +192,7 @@ public:
     QStringList userTables() override;
     QString translate(const QString &statement) const override;
     DbError errorOf(const QSqlError &error) const override;
-    QString updateOneRow(const QString &table, const QStringList &setColumns,
-                         const QStringList &allColumns,
-                         const QVector<QVariant> &original) const override;
-    QString deleteOneRow(const QString &table, const QStringList &allColumns,
-                         const QVector<QVariant> &original) const override;
+    RowLocator rowLocator() const override;
 
     // The file that holds a database.
     QString fileOf(const QString &database) const;
@@ -225,11 +228,7 @@ public:
     bool open(const QString &database, DbError &error) override;
     QStringList userTables() override;
     DbError errorOf(const QSqlError &error) const override;
-    QString updateOneRow(const QString &table, const QStringList &setColumns,
-                         const QStringList &allColumns,
-                         const QVector<QVariant> &original) const override;
-    QString deleteOneRow(const QString &table, const QStringList &allColumns,
-                         const QVector<QVariant> &original) const override;
+    RowLocator rowLocator() const override;
 
     static QString connectionString(const QString &server, const QString &database,
                                     const QString &user, const QString &password);
@@ -261,11 +260,7 @@ public:
     QStringList userTables() override;
     QString translate(const QString &statement) const override;
     DbError errorOf(const QSqlError &error) const override;
-    QString updateOneRow(const QString &table, const QStringList &setColumns,
-                         const QStringList &allColumns,
-                         const QVector<QVariant> &original) const override;
-    QString deleteOneRow(const QString &table, const QStringList &allColumns,
-                         const QVector<QVariant> &original) const override;
+    RowLocator rowLocator() const override;
     void resetLockWait() override;
     void statementStarts() override;
     void statementEnds() override;

@@ -446,20 +446,9 @@ DbError PostgresEngine::errorOf(const QSqlError &error) const
     return e;
 }
 
-QString PostgresEngine::updateOneRow(const QString &table, const QStringList &setColumns,
-                                     const QStringList &allColumns,
-                                     const QVector<QVariant> &original) const
+DbEngine::RowLocator PostgresEngine::rowLocator() const
 {
-    return "UPDATE " + table + " SET " + assignments(setColumns) +
-           " WHERE ctid=(SELECT ctid FROM " + table + " WHERE " +
-           rowCondition(allColumns, original, "%1=?") + " LIMIT 1)";
-}
-
-QString PostgresEngine::deleteOneRow(const QString &table, const QStringList &allColumns,
-                                     const QVector<QVariant> &original) const
-{
-    return "DELETE FROM " + table + " WHERE ctid=(SELECT ctid FROM " + table + " WHERE " +
-           rowCondition(allColumns, original, "%1=?") + " LIMIT 1)";
+    return {"ctid", "%1=?"};
 }
 
 bool PostgresEngine::create(const QString &server, const QString &user, const QString &password,

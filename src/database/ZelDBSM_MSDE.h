@@ -51,6 +51,7 @@ public:
     void release() { *this = Recordset(); }
     const QVector<QVariant> &originalRow() const { return m_original; }
     QVector<QVariant> currentRow() const;
+    const QVector<QVector<QVariant>> &rows() const { return m_rows; }
     QList<int> changedColumns() const { return m_changed; }
     void acceptChanges();
 
@@ -157,6 +158,14 @@ qint32 glDBSM_Count(qint16 iFile, QString &sTable);
 bool gfbDBSM_HasRows(qint16 iFile);
 // With `maxRows` above 0 at most that many rows and one more are fetched.
 bool gfbDBSM_Select(QString &sSQL, qint16 iFile, bool bNoBind, int maxRows = 0);
+// A read of a table's rows that leaves its row set and key buffer as they are:
+// the column names and the rows, or false when the database could not be read,
+// which is told as any read's fault is.
+bool gfbDBSM_Rows(qint16 iFile, const QString &sSQL, QStringList &names,
+                  QVector<QVector<QVariant>> &rows);
+// The column by which the engine tells apart rows that are equal on a key, in
+// the order they were added ("rowid"); empty when the engine has none.
+QString gfsDBSM_RowOrderColumn();
 qint32 glDBSM_Execute(const QString &sSQL);
 bool gfbDBSM_AddColumn(qint16 iFile, const QString &sName, const QString &sType);
 bool gfbDBSM_RenameColumn(const QString &sTable, const QString &sOld, const QString &sNew);

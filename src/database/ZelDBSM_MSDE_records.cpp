@@ -523,3 +523,25 @@ bool gfbDBSM_Select(QString &sSQL, qint16 iFile, bool bNoBind, int maxRows)
     gRecordsets[iFile].MoveFirst();
     return true;
 }
+
+bool gfbDBSM_Rows(qint16 iFile, const QString &sSQL, QStringList &names,
+                  QVector<QVector<QVariant>> &rows)
+{
+    if (!validFile(iFile))
+        return false;
+    Recordset rs;
+    DbError e;
+    if (!openRows(sSQL, gTables[iFile].sTableName, rs, e)) {
+        mpDBSM_Fault(sSQL, e);
+        return false;
+    }
+    names = rs.names();
+    rows = rs.rows();
+    return true;
+}
+
+QString gfsDBSM_RowOrderColumn()
+{
+    const DbEngine *e = gpDBSM_Engine();
+    return e ? e->rowLocator().column : QString();
+}

@@ -1,4 +1,6 @@
 #include "database/zelDBSM_Upc.h"
+#include "common/Conversions.h"
+#include "database/TableNames.h"
 #include "database/ZelDBSM_MSDE.h"
 
 TableRecord gUpcRecord({
@@ -73,4 +75,50 @@ void gpUpc_KeyValues(qint16 iFile, qint16 iKey)
 QString gfsUpc_InsertValues()
 {
     return gUpcRecord.insertValues();
+}
+
+namespace {
+
+// An S/L as the text columns compare it: case and trailing blanks ignored.
+QString comparedSL(const QString &sl)
+{
+    qsizetype n = sl.size();
+    while (n > 0 && sl[n - 1] == ' ') --n;
+    return sl.left(n).normalized(QString::NormalizationForm_D).toCaseFolded();
+}
+
+} // namespace
+
+bool gfbUpc_BarCodes(const QStringList &sls, QHash<QString, QString> &barCodes)
+{
+    barCodes.clear();
+    QStringList values;
+    for (const QString &sl : sls) {
+        barCodes.insert(sl, QString());
+        const QString value = '\'' + gfsDBSM_SqlText(sl, true) + '\'';
+        if (!sl.contains(QChar(0)) && !values.contains(value))
+            values << value;
+    }
+    if (values.isEmpty())
+        return true;
+    const QString order = gfsDBSM_RowOrderColumn();
+    const QString sql = "SELECT SL, UPC FROM " + gTables[tblUpc].sTableName + " WHERE SL IN (" +
+                        values.join(',') + ") ORDER BY SL" +
+                        (order.isEmpty() ? QString(",UPC") : ',' + order);
+    QStringList names;
+    QVector<QVector<QVariant>> rows;
+    if (!gfbDBSM_Rows(tblUpc, sql, names, rows))
+        return false;
+    QHash<QString, QString> first; // by the compared S/L
+    for (const QVector<QVariant> &row : rows) {
+        const QString sl = comparedSL(row.value(0).toString());
+        if (first.contains(sl))
+            continue;
+        const QString upc = row.value(1).toString();
+        // Values that begin with "D" or "I" link departments or items and do not show.
+        first.insert(sl, upc.startsWith('D') || upc.startsWith('I') ? QString() : conv::Trim(upc));
+    }
+    for (auto i = barCodes.begin(); i != barCodes.end(); ++i)
+        i.value() = first.value(comparedSL(i.key()));
+    return true;
 }

@@ -1,4 +1,5 @@
 #include "database/DbEngine.h"
+#include "database/TableNames.h"
 #include "database/zelDBSM_Common.h"
 #include "database/zelDBSM_Inventory.h"
 #include "database/zelDBSM_Upc.h"
@@ -260,4 +261,59 @@ TEST_F(StoreDbTest, AnEmptyOldTableIsLeftAsItIs)
     ASSERT_TRUE(runTranslated("CREATE TABLE invt1 (SL CHAR(8), ItemID CHAR(15), Flg2 CHAR(1))"));
     ASSERT_TRUE(setup());
     EXPECT_EQ(columnsOf("invt1"), QStringList({"SL", "ItemID", "Flg2"}));
+}
+
+TEST_F(StoreDbTest, BarCodesOfManyItemsAreTheOnesTheirOwnReadsFind)
+{
+    openStore();
+    struct Upc {
+        const char *sl, *upc;
+    };
+    // In the order they are added: the first of an S/L is the one that shows.
+    const Upc upcs[] = {{"00000001", "  012345678905"},
+                        {"00000002", "111"},
+                        {"00000002", "222"},
+                        {"00000003", "D12"},
+                        {"00000003", "333"},
+                        {"ABC", "0042"},
+                        {"O'1", "I7"},
+                        {"O'2", "777"}};
+    for (const Upc &u : upcs) {
+        gUpcRecord.clear();
+        gUpcRecord.setText("SL", u.sl);
+        gUpcRecord.setText("UPC", u.upc);
+        QString sql;
+        ASSERT_TRUE(gfbDBSM_Record(tblUpc, opInsert, 0, false, false, sql)) << u.sl;
+    }
+    const struct {
+        QString sl, shown;
+    } cases[] = {{"00000001", "012345678905"},
+                 {"00000002", "111"},
+                 {"00000003", ""},
+                 {"00000009", ""},
+                 {"abc     ", "0042"},
+                 {"O 1     ", ""},
+                 {"O 2     ", "777"}, // a quote is stored as a blank
+                 {"O'2     ", ""},
+                 {QString::fromUtf16(u"0\u0000", 2), ""}};
+    QStringList sls;
+    for (const auto &c : cases) sls << c.sl;
+    QHash<QString, QString> barCodes;
+    {
+        DbAction action;
+        ASSERT_TRUE(gfbUpc_BarCodes(sls, barCodes));
+    }
+    EXPECT_EQ(barCodes.size(), std::size(cases));
+    for (const auto &c : cases) {
+        EXPECT_EQ(barCodes.value(c.sl, "missing"), c.shown) << c.sl.toStdString();
+        // The read by "=" on the S/L key finds the same first row.
+        gUpcRecord.setText("SL", c.sl);
+        QString sql;
+        const bool found = gfbDBSM_Record(tblUpc, opEqual, upcKeySL, false, false, sql);
+        const QString upc = gUpcRecord.text("UPC");
+        const bool link = upc.startsWith('D') || upc.startsWith('I');
+        EXPECT_EQ(found && !link ? upc.trimmed() : QString(), c.shown) << c.sl.toStdString();
+    }
+    EXPECT_TRUE(gfbUpc_BarCodes({}, barCodes));
+    EXPECT_TRUE(barCodes.isEmpty());
 }
