@@ -163,6 +163,7 @@ int InventoryLookup::sortColumn() const
 
 LookupPage InventoryLookup::page()
 {
+    readBarCodes();
     LookupPage p;
     p.rows = gsPageCells;
     p.cursor = miRow;
@@ -187,6 +188,7 @@ InventoryLookup::ListGuard::ListGuard(InventoryLookup &lookup)
 
 InventoryLookup::ListGuard::~ListGuard()
 {
+    m_lookup.readBarCodes();
     if (!gfbDBSM_ActionFailed())
         return;
     InventoryLookup &l = m_lookup;

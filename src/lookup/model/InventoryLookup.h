@@ -111,7 +111,9 @@ public:
     bool gbPricesTaxIncluded = false;
 
     // The page and where the record buffer stands against it.
-    QVector<QStringList> gsPageCells; // rows 0 to giPageRows + 1
+    // Rows 0 to giPageRows + 1; the column past the last holds, while an operation
+    // fills the page, the S/L of a row that waits for its bar code.
+    QVector<QStringList> gsPageCells;
     qint16 giPageRows = 0;
     QString gsCursorEnd; // "Top", "Bottom" or empty
     bool gbAtTop = false;
@@ -144,7 +146,9 @@ private:
     void pageUp();
 
     // Cells
-    QString cellText(int column, QString &sl) const;
+    QString cellText(int row, int column, QString &sl);
+    // The bar codes of the rows that wait for theirs, in one read.
+    void readBarCodes();
     QString upcCell(const QString &sl) const;
     QVariant fieldValue(int field) const;
     void fillRow(int row);

@@ -3,6 +3,7 @@
 #include "common/zelFormats.h"
 #include "database/TableNames.h"
 #include "lookup/model/LookupInternal.h"
+#include <QHash>
 
 using lookup_detail::read;
 
@@ -28,7 +29,7 @@ QVariant InventoryLookup::fieldValue(int field) const
 
 QString InventoryLookup::upcCell(const QString &sl) const
 {
-    if (gbUpcSort && gUpcRecord.text("SL") == sl)
+    if (gUpcRecord.text("SL") == sl) // the row of the bar code order
         return conv::Trim(gUpcRecord.text("UPC"));
     gUpcRecord.setText("SL", sl);
     bool found = read(tblUpc, opEqual, upcKeySL);
@@ -39,7 +40,7 @@ QString InventoryLookup::upcCell(const QString &sl) const
     return found ? conv::Trim(gUpcRecord.text("UPC")) : QString();
 }
 
-QString InventoryLookup::cellText(int column, QString &sl) const
+QString InventoryLookup::cellText(int row, int column, QString &sl)
 {
     const LookupColumn &c = gLookupColumns[column];
     const QString text = fieldValue(c.iField).toString();
@@ -54,7 +55,12 @@ QString InventoryLookup::cellText(int column, QString &sl) const
         return gfsSL_toDisplay(sl);
     case 6: {
         static const int slField = gfiInventoryField("SL");
-        return upcCell(sl.isEmpty() ? fieldValue(slField).toString() : sl);
+        const QString key = sl.isEmpty() ? fieldValue(slField).toString() : sl;
+        if (gbUpcSort)
+            return upcCell(key);
+        // The page's bar codes are read together once its rows are there.
+        gsPageCells[row][giGridCols] = key;
+        return QString();
     }
     case 12:
         return " ";
@@ -73,14 +79,14 @@ void InventoryLookup::fillRow(int iRow)
     if (gbStopSearch || iRow < 1 || iRow >= gsPageCells.size())
         return;
     QString sl;
-    for (int c = giSelectColumn; c < giGridCols; ++c) gsPageCells[iRow][c] = cellText(c, sl);
+    for (int c = giSelectColumn; c < giGridCols; ++c) gsPageCells[iRow][c] = cellText(iRow, c, sl);
 }
 
 void InventoryLookup::clearRow(int iRow)
 {
     if (iRow < 1 || iRow >= gsPageCells.size())
         return;
-    for (int c = 0; c < giGridCols; ++c) gsPageCells[iRow][c].clear();
+    for (int c = 0; c <= giGridCols; ++c) gsPageCells[iRow][c].clear();
 }
 
 void InventoryLookup::shiftUp()
@@ -93,4 +99,23 @@ void InventoryLookup::shiftDown()
 {
     for (int r = giPageRows - 1; r > 1; --r) gsPageCells[r] = gsPageCells[r - 1];
     gsPageCells[1] = QStringList(giGridCols + 1);
+}
+
+void InventoryLookup::readBarCodes()
+{
+    const int column = colUPC + giSelectColumn;
+    QStringList sls;
+    for (const QStringList &row : std::as_const(gsPageCells))
+        if (!row.value(giGridCols).isEmpty())
+            sls << row[giGridCols];
+    if (sls.isEmpty())
+        return;
+    QHash<QString, QString> barCodes;
+    gfbUpc_BarCodes(sls, barCodes);
+    for (QStringList &row : gsPageCells) {
+        if (row.value(giGridCols).isEmpty())
+            continue;
+        row[column] = barCodes.value(row[giGridCols]);
+        row[giGridCols].clear();
+    }
 }
