@@ -74,7 +74,7 @@ public:
     // Searches for `typed` as it is: the wildcard search when it is on.
     LookupPage search(const QString &typed);
     LookupPage wildcard(const QString &typed);
-    // Clear: back to the first record with the wildcard off.
+    // Clear: the list from its first record again; `hadValue`: the box or the value held text.
     LookupPage clear(bool hadValue);
     // The stock locater of the item on `row`, in stored form; it becomes gsLookupCode.
     QString accept(int row);
