@@ -6,6 +6,7 @@
 #include "BenchDatabase.h"
 #include "common/Conversions.h"
 #include "common/zelFormats.h"
+#include "database/TableNames.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "database/zelDBSM_InventoryKey.h"
 #include "hotkeys/hkeyGlobal.h"
@@ -107,7 +108,7 @@ int main(int argc, char **argv)
     if (!gfbDBSM_Setup() || !gfbDBSM_Open())
         return 1;
     QString table = "invt1";
-    const qint32 rows = glDBSM_Count(1, table);
+    const qint32 rows = glDBSM_Count(tblInventory, table);
     const QList<Item> items = inventoryItems(sets * 32);
     writeSets(sets, items);
     std::printf("%d sets of 32 keys, %d distinct items, inventory of %d rows\n", sets,

@@ -6,6 +6,7 @@
 //   puts the database on a PostgreSQL server instead (a new database, made there).
 #include "common/zelFormats.h"
 #include "database/DbEngine.h"
+#include "database/TableNames.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "database/zelDBSM_Common.h"
 #include "database/zelDBSM_Inventory.h"
@@ -218,7 +219,7 @@ void addItem(const QString &sl, const QString &itemId, const QString &descriptio
     gInventoryRecord.setNumber("QtyOnHand", 5 + gRecordNum % 40);
     gInventoryRecord.setNumber("RecordNum", ++gRecordNum);
     QString sql;
-    gfbDBSM_Record(1, opInsert, 0, false, false, sql);
+    gfbDBSM_Record(tblInventory, opInsert, 0, false, false, sql);
     gUpcRecord.clear();
     gUpcRecord.setText("SL", sl);
     gUpcRecord.setText("UPC",
@@ -226,7 +227,7 @@ void addItem(const QString &sl, const QString &itemId, const QString &descriptio
     gUpcRecord.setText("LABEL", description);
     gUpcRecord.setNumber("InvUID", gRecordNum);
     sql.clear();
-    gfbDBSM_Record(2, opInsert, 0, false, false, sql);
+    gfbDBSM_Record(tblUpc, opInsert, 0, false, false, sql);
 }
 
 // The items the demo sets' keys sell, by S/L or by Item ID, under the keys' labels.
@@ -285,7 +286,7 @@ bool makeServerDatabase(const DBSM_Settings &server)
     gCommonRecord.setNumber("StoreNumber", 1);
     gCommonRecord.setText("MultiStore", "N");
     QString sql;
-    const bool stored = gfbDBSM_Record(0, opInsert, 0, false, false, sql);
+    const bool stored = gfbDBSM_Record(tblCommon, opInsert, 0, false, false, sql);
     gpDBSM_Disconnect();
     if (!stored)
         std::fprintf(stderr, "%s\n", qPrintable(gsInsertError));
@@ -305,7 +306,8 @@ bool seedDatabase(int items, const DBSM_Settings &server)
             return false;
         }
     }
-    if (!gfbDBSM_Setup() || !gfbDBSM_OpenTable(1, false) || !gfbDBSM_OpenTable(2, false))
+    if (!gfbDBSM_Setup() || !gfbDBSM_OpenTable(tblInventory, false) ||
+        !gfbDBSM_OpenTable(tblUpc, false))
         return false;
     QSqlDatabase &db = gpDBSM_Engine()->db();
     db.transaction();

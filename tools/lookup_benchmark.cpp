@@ -6,6 +6,7 @@
 // search with the memory it takes; then the ratios of the figures.
 #include "BenchDatabase.h"
 #include "database/DbEngine.h"
+#include "database/TableNames.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "database/zelDBSM_Common.h"
 #include "database/zelDBSM_Inventory.h"
@@ -58,6 +59,8 @@ void fill(int rows)
     q.exec("DELETE FROM invt1");
     if (gpDBSM_Engine()->name() == "PostgreSQL") {
         // The same rows as below, made by the server: a million round trips would take minutes.
+        // Making them takes longer than the limit of one statement of the program.
+        q.exec("SET statement_timeout = 0");
         q.exec(QString("INSERT INTO invt1 (SL, ItemID, Description, SubDescription, VendorCode, "
                        "DeptCode, Price, RecordNum, Status, LocFront, LocBack, Poll) SELECT "
                        "(10000000 + n)::text, (500000000 + n)::text, 'ITEM ' || lpad((n % 997)::"
@@ -198,9 +201,10 @@ int main(int argc, char **argv)
         gCommonRecord.setNumber("StoreNumber", 1);
         gCommonRecord.setText("DupID", "1");
         QString sql;
-        gfbDBSM_Record(0, opInsert, 0, false, false, sql);
+        gfbDBSM_Record(tblCommon, opInsert, 0, false, false, sql);
         gpDBSM_Disconnect();
-        if (!gfbDBSM_Setup() || !gfbDBSM_OpenTable(1, false) || !gfbDBSM_OpenTable(2, false))
+        if (!gfbDBSM_Setup() || !gfbDBSM_OpenTable(tblInventory, false) ||
+            !gfbDBSM_OpenTable(tblUpc, false))
             return 1;
         platform::MSFlexGrid grid;
         giGridRows = 20;

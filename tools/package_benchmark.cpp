@@ -6,6 +6,7 @@
 // second data folder over the same inventory.
 #include "BenchDatabase.h"
 #include "common/Conversions.h"
+#include "database/TableNames.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyPackage.h"
@@ -114,7 +115,7 @@ int main(int argc, char **argv)
     if (!gfbDBSM_Setup() || !gfbDBSM_Open())
         return 1;
     QString table = "invt1";
-    const qint32 rows = glDBSM_Count(1, table);
+    const qint32 rows = glDBSM_Count(tblInventory, table);
     writeSets(sets, inventoryItems(sets * 32));
     std::printf("%d sets of 32 keys, %d pictures, inventory of %d rows\n", sets, kPictures, rows);
     QStringList numbers;

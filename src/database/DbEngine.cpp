@@ -138,7 +138,12 @@ DbEngine::ReadShape DbEngine::readShape(const QString &statement) const
             text.contains(either) ? std::pair{text, QStringList{}} : sqlParameters(text);
         return {'\n' + shape, values, shape}; // no statement of the suite starts so
     }
-    return {shape, values, translate(shape)};
+    return {shape, values, QString()}; // translated when it is prepared
+}
+
+QString DbEngine::dialectOf(const ReadShape &shape) const
+{
+    return shape.text.isEmpty() ? translate(shape.key) : shape.text;
 }
 
 QSqlQuery *DbEngine::preparedRead(const QString &statement, QSqlError &error)
@@ -152,7 +157,7 @@ QSqlQuery *DbEngine::preparedRead(const QString &statement, QSqlError &error)
         }
         q = std::make_shared<QSqlQuery>(m_db);
         q->setForwardOnly(true);
-        if (!q->prepare(read.text)) {
+        if (!q->prepare(dialectOf(read))) {
             error = q->lastError();
             m_prepared.remove(read.key);
             return nullptr;
@@ -209,17 +214,20 @@ QString DbEngine::translateTransactSql(const QString &statement) const
         // value" as an OR that no index serves in order; as a comparison of the
         // pair it is one index seek, and means the same.
         static const QRegularExpression nextOfTwo(
-            "^SELECT\\s+TOP 1 \\* FROM (\\w+) WHERE \\(SELECT COUNT\\(\\*\\) FROM \\1 WHERE "
-            "(\\w+)=('(?:[^']|'')*')\\) > 1 AND \\2=\\3 AND (\\w+)([<>])('(?:[^']|'')*') OR "
-            "\\2\\5\\3 ORDER BY \\2((?: DESC)?),\\4\\7$");
+            "^SELECT\\s+TOP (\\d+) \\* FROM (\\w+) WHERE \\(SELECT COUNT\\(\\*\\) FROM \\2 WHERE "
+            "(\\w+)=('(?:[^']|'')*')\\) > 1 AND \\3=\\4 AND (\\w+)([<>])('(?:[^']|'')*') OR "
+            "\\3\\6\\4 ORDER BY \\3((?: DESC)?),\\5\\8$");
         if (s.contains("(SELECT COUNT(*)"))
-            s.replace(nextOfTwo, "SELECT TOP 1 * FROM \\1 WHERE (\\2,\\4)\\5(\\3,\\6) ORDER BY "
-                                 "\\2\\7,\\4\\7");
-        static const QRegularExpression top("^(SELECT\\s+)TOP 1 ",
+            s.replace(nextOfTwo, "SELECT TOP \\1 * FROM \\2 WHERE (\\3,\\5)\\6(\\4,\\7) ORDER BY "
+                                 "\\3\\8,\\5\\8");
+        static const QRegularExpression top("^(SELECT\\s+)TOP (\\d+) ",
                                             QRegularExpression::CaseInsensitiveOption);
-        if (s.contains("TOP 1 ", Qt::CaseInsensitive) && top.match(s).hasMatch()) {
-            s.replace(top, "\\1");
-            s += " LIMIT 1";
+        if (s.contains("TOP ", Qt::CaseInsensitive)) {
+            if (const QRegularExpressionMatch m = top.match(s); m.hasMatch()) {
+                const QString rows = m.captured(2);
+                s.replace(top, "\\1");
+                s += " LIMIT " + rows;
+            }
         }
         if (!s.contains("ltrim(ItemID)") && !s.contains("LEFT(", Qt::CaseInsensitive))
             return s;
@@ -366,7 +374,9 @@ int zelCompare(void *, int lengthA, const void *a, int lengthB, const void *b)
                 c = p.second.compare(q.second);
             return c < 0 ? -1 : (c > 0 ? 1 : 0);
         }
-        const int p = std::tolower(x[i]), q = std::tolower(y[i]);
+        // Plain letters fold in place: the library's tolower asks the locale each time.
+        const auto fold = [](unsigned char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; };
+        const int p = fold(x[i]), q = fold(y[i]);
         if (p != q)
             return p < q ? -1 : 1;
     }
@@ -494,7 +504,7 @@ bool SqliteEngine::read(const QString &statement, QStringList &names,
             return read(statement, names, rows, maxRows, error);
         }
         sqlite3_stmt *made = nullptr;
-        const QByteArray text = shape.text.toUtf8();
+        const QByteArray text = dialectOf(shape).toUtf8();
         const int rc = sqlite3_prepare_v3(m_handle, text.constData(), int(text.size()),
                                           SQLITE_PREPARE_PERSISTENT, &made, nullptr);
         if (rc != SQLITE_OK) {

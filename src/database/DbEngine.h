@@ -139,13 +139,15 @@ protected:
     // A prepared statement that a change of its table made unusable.
     virtual bool isStalePlan(const QSqlError &) const { return false; }
     // A read as it is prepared: the statement's shape, its values in order, and
-    // the shape in this engine's dialect.
+    // the shape in this engine's dialect when it had to be translated to be found.
     struct ReadShape {
         QString key;
         QStringList values;
         QString text;
     };
     ReadShape readShape(const QString &statement) const;
+    // The shape in this engine's dialect: translated only for a shape not yet prepared.
+    QString dialectOf(const ReadShape &shape) const;
     // So many shapes are statements with numbers in their text, one per number.
     static constexpr int kMaxPrepared = 500;
     // The characters that the engine's LIKE takes for patterns.

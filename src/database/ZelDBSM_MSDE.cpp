@@ -233,6 +233,7 @@ struct ActionState {
     int depth = 0;
     bool failed = false; // the action under way met a fault
     DbError fault;
+    quint64 serial = 1; // see mpDBSM_ReadSerial
 };
 
 ActionState &action()
@@ -314,14 +315,20 @@ DbError &lastCreateError()
 
 DbAction::DbAction()
 {
-    if (action().depth++ == 0 && engine())
+    if (action().depth++ > 0)
+        return;
+    ++action().serial;
+    if (engine())
         engine()->resetLockWait();
 }
 
 DbAction::~DbAction()
 {
     ActionState &a = action();
-    if (--a.depth > 0 || !a.failed)
+    if (--a.depth > 0)
+        return;
+    ++a.serial;
+    if (!a.failed)
         return;
     a.failed = false;
     tellUser(a.fault);
@@ -330,6 +337,11 @@ DbAction::~DbAction()
 bool gfbDBSM_ActionFailed()
 {
     return action().failed;
+}
+
+quint64 mpDBSM_ReadSerial()
+{
+    return action().depth > 0 ? action().serial : 0;
 }
 
 bool mpDBSM_MayRun(DbError &error)
@@ -348,6 +360,7 @@ bool mpDBSM_Run(QSqlQuery &query, const QString *sql, DbError &error)
 {
     if (!mpDBSM_MayRun(error))
         return false;
+    ++action().serial; // whatever was read ahead may be out of date now
     const DbStatement bound(*engine());
     if (sql ? query.exec(*sql) : query.exec())
         return true;

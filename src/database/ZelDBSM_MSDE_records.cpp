@@ -4,9 +4,11 @@
 #include "database/ZelDBSM_MSDE_internal.h"
 #include "platform/Dialogs.h"
 #include <QFile>
+#include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
+#include <algorithm>
 
 std::array<qint16, 10> giKeyField{};
 std::array<QVariant, 10> gvKeyValue{};
@@ -252,6 +254,170 @@ bool comparisonRead(qint16 iFile, qint16 iKey, bool bRow, const QString &op, QSt
     return readRows(iFile, sSQL);
 }
 
+// Rows read in one statement for a run of Get Next or Get Previous on one table
+// and key inside one action; the run's next calls are served from them. The
+// run ends with anything that may have changed the table or the key buffer.
+struct ReadAhead {
+    quint64 serial = 0; // mpDBSM_ReadSerial() when they were read
+    qint16 key = -1;
+    bool previous = false;
+    QStringList keys;    // the key's columns
+    QList<int> columns;  // where they stand in the rows
+    QStringList lastKey; // the key of the row served last, as the key buffer holds it
+    QStringList names;
+    QVector<QVector<QVariant>> rows; // in key order, from `next` on not yet served
+    int next = 0;
+    bool toEnd = false;  // no row lies beyond them
+    bool filled = false; // false: the run's first row only
+};
+
+// A page of the lookup and a few rows.
+constexpr int kReadAheadRows = 24;
+
+// The read-ahead of each table.
+std::vector<ReadAhead> &readAheads()
+{
+    static std::vector<ReadAhead> r;
+    return r;
+}
+
+ReadAhead &readAheadOf(qint16 iFile)
+{
+    std::vector<ReadAhead> &r = readAheads();
+    if (r.size() < gRecordsets.size())
+        r.resize(gRecordsets.size());
+    return r[iFile];
+}
+
+void dropReadAhead(qint16 iFile)
+{
+    if (iFile >= 0 && iFile < static_cast<int>(readAheads().size()))
+        readAheads()[iFile] = ReadAhead();
+}
+
+QString withoutTrailingBlanks(const QString &s)
+{
+    qsizetype n = s.size();
+    while (n > 0 && s[n - 1] == ' ') --n;
+    return s.left(n);
+}
+
+// Where the key's columns stand among the names; empty when one is missing.
+QList<int> keyColumns(const QStringList &names, const QStringList &keys)
+{
+    QList<int> columns;
+    for (const QString &k : keys) {
+        const auto i = std::find_if(names.begin(), names.end(), [&k](const QString &n) {
+            return !n.compare(k, Qt::CaseInsensitive);
+        });
+        if (i == names.end())
+            return {};
+        columns << static_cast<int>(i - names.begin());
+    }
+    return columns;
+}
+
+// A row's key as the key buffer holds it; empty when a segment is NULL.
+QStringList keyOf(const QVector<QVariant> &row, const QList<int> &columns)
+{
+    QStringList values;
+    for (int i : columns) {
+        if (row.value(i).isNull())
+            return {};
+        values << gfsDBSM_SqlText(row[i], true);
+    }
+    return values;
+}
+
+// The same key under every engine's collation: the same text but for trailing
+// blanks and the case of plain letters.
+bool sameKey(const QStringList &a, const QStringList &b)
+{
+    if (a.size() != b.size() || a.isEmpty())
+        return false;
+    for (int i = 0; i < a.size(); ++i) {
+        const QString x = withoutTrailingBlanks(a[i]), y = withoutTrailingBlanks(b[i]);
+        const auto plain = [](const QString &s) {
+            return std::all_of(s.begin(), s.end(), [](QChar c) { return c.unicode() < 0x80; });
+        };
+        if (x != y && !(plain(x) && plain(y) && !x.compare(y, Qt::CaseInsensitive)))
+            return false;
+    }
+    return true;
+}
+
+// A different key under every engine's collation: the letters differ with case
+// and accents set aside.
+bool otherKey(const QStringList &a, const QStringList &b)
+{
+    const auto letters = [](const QString &s) {
+        QString d =
+            withoutTrailingBlanks(s).normalized(QString::NormalizationForm_D).toCaseFolded();
+        d.removeIf([](QChar c) { return c.category() == QChar::Mark_NonSpacing; });
+        return d;
+    };
+    if (a.size() != b.size() || a.isEmpty())
+        return false;
+    for (int i = 0; i < a.size(); ++i) {
+        if (letters(a[i]) != letters(b[i]))
+            return true;
+    }
+    return false;
+}
+
+// Get Next or Get Previous: `sSQL` is the statement of this one call. The run's
+// second call reads a page and a few rows at once, the calls after it are served
+// from them while nothing else touched the table.
+bool nextRow(qint16 iFile, qint16 iKey, bool previous, const QString &sSQL)
+{
+    const QString &table = gTables[iFile].sTableName;
+    ReadAhead &a = readAheadOf(iFile);
+    const quint64 serial = mpDBSM_ReadSerial();
+    const QStringList keys = keyNames(iFile);
+    const bool run = serial != 0 && !gfbDBSM_ActionFailed() && a.serial == serial &&
+                     a.key == iKey && a.previous == previous && a.keys == keys &&
+                     keys.size() <= 2 && sameKey(keyValues(iFile), a.lastKey);
+    if (run && a.filled && a.next < a.rows.size()) {
+        const QVector<QVariant> &row = a.rows[a.next];
+        const QStringList key = keyOf(row, a.columns);
+        if (otherKey(key, a.lastKey)) {
+            gRecordsets[iFile].reset(sSQL, table, a.names, {row});
+            a.lastKey = key;
+            ++a.next;
+            return true;
+        }
+    } else if (run && a.filled && a.toEnd) {
+        a = ReadAhead();
+        return notFound(iFile);
+    }
+    const int count = run ? kReadAheadRows : 1;
+    QString statement = sSQL;
+    static const QRegularExpression top("^(SELECT\\s+)TOP 1 ");
+    if (count > 1)
+        statement.replace(top, QString("\\1TOP %1 ").arg(count));
+    Recordset rs;
+    DbError e;
+    if (!openRows(statement, table, rs, e)) {
+        a = ReadAhead();
+        mpDBSM_Fault(sSQL, e);
+        return false;
+    }
+    if (rs.RecordCount() == 0) {
+        a = ReadAhead();
+        return notFound(iFile);
+    }
+    const QVector<QVariant> first = rs.rows().first();
+    const QList<int> columns = keyColumns(rs.names(), keys);
+    a = {serial,     iKey,
+         previous,   keys,
+         columns,    keyOf(first, columns),
+         rs.names(), rs.rows().mid(1),
+         0,          rs.RecordCount() < count,
+         count > 1};
+    gRecordsets[iFile].reset(sSQL, table, rs.names(), {first});
+    return true;
+}
+
 bool insertRow(qint16 iFile, QString &sSQL)
 {
     const QString values = dispatch().InsertValues ? dispatch().InsertValues(iFile) : QString();
@@ -321,6 +487,8 @@ bool gfbDBSM_Record(qint16 iFile, qint16 iOperation, qint16 iKey, bool bRow, boo
     if (!validFile(iFile))
         return false;
     const QString text = QString::fromLatin1(opText(iOperation));
+    if (text != "Get Next" && text != "Get Previous")
+        dropReadAhead(iFile);
     const bool read = isComparison(text) || text == "Get First" || text == "Get Last" ||
                       text == "Get Next" || text == "Get Previous";
     if ((isComparison(text) || text == "Get First" || text == "Get Last") &&
@@ -341,7 +509,7 @@ bool gfbDBSM_Record(qint16 iFile, qint16 iOperation, qint16 iKey, bool bRow, boo
     } else if (text == "Get Next" || text == "Get Previous") {
         keyValuesOf(iFile, iKey);
         sSQL = dbsm::getNext(T, keyNames(iFile), keyValues(iFile), text == "Get Previous");
-        result = readRows(iFile, sSQL);
+        result = nextRow(iFile, iKey, text == "Get Previous", sSQL);
     } else if (text == "Insert") {
         result = insertRow(iFile, sSQL);
     } else if (text == "Update") {
@@ -508,6 +676,7 @@ bool gfbDBSM_Select(QString &sSQL, qint16 iFile, bool bNoBind, int maxRows)
 {
     if (!validFile(iFile))
         return false;
+    dropReadAhead(iFile);
     Recordset rs;
     DbError e;
     if (!openRows(sSQL, gTables[iFile].sTableName, rs, e, maxRows)) {

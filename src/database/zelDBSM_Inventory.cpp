@@ -1,5 +1,6 @@
 #include "database/zelDBSM_Inventory.h"
 #include "common/Conversions.h"
+#include "database/TableNames.h"
 #include "database/ZelDBSM_MSDE.h"
 
 // The 57 columns in table order, as the CREATE TABLE statement writes them.
@@ -99,7 +100,7 @@ QString indexStatements(const QString &T)
 
 const QString &T()
 {
-    return gTables[1].sTableName;
+    return gTables[tblInventory].sTableName;
 }
 
 } // namespace
@@ -175,9 +176,9 @@ void gpInventory_RecordToRow(qint16 iFile)
 
 void gpInventory_KeyValues(qint16 iFile, qint16 iKey)
 {
-    if (iKey < 0 || iKey > 12)
+    if (iKey < invKeyRecordNum || iKey > invKeyPoll)
         return;
-    if (iKey == 2 || iKey == 7 || iKey == 8)
+    if (iKey == invKeyItemID || iKey == invKeyVendorItemID || iKey == invKeyDeptItemID)
         gInventoryRecord.setText("ItemID", conv::LTrim(gInventoryRecord.text("ItemID")));
     QList<std::pair<qint16, QVariant>> segments;
     for (int column : kKeys[iKey]) {
@@ -200,9 +201,9 @@ QString gfsInventory_InsertValues()
 bool gfbInventory_ByRecordNum(qint32 lRecordNum)
 {
     QString sql = "SELECT * from " + T() + " WHERE recordnum = " + QString::number(lRecordNum);
-    if (!gfbDBSM_Select(sql, 1, false))
+    if (!gfbDBSM_Select(sql, tblInventory, false))
         return false;
-    gpInventory_RowToRecord(1);
+    gpInventory_RowToRecord(tblInventory);
     return true;
 }
 
@@ -210,8 +211,8 @@ qint32 glInventory_BySL(const QString &sSL, bool bSpecial)
 {
     // The code goes as a quoted value, its quotes doubled, so it can only ever be a value.
     QString sql = "SELECT * from " + T() + " WHERE SL = '" + gfsDBSM_SqlText(sSL, true) + "'";
-    if (gfbDBSM_Select(sql, 1, false)) {
-        gpInventory_RowToRecord(1);
+    if (gfbDBSM_Select(sql, tblInventory, false)) {
+        gpInventory_RowToRecord(tblInventory);
         return static_cast<qint32>(gInventoryRecord.number("RecordNum"));
     }
     if (!bSpecial)

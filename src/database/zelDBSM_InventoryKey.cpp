@@ -1,6 +1,7 @@
 #include "database/zelDBSM_InventoryKey.h"
 #include "common/Conversions.h"
 #include "common/zelFormats.h"
+#include "database/TableNames.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "database/zelDBSM_Inventory.h"
 
@@ -9,11 +10,11 @@ bool gfbInventory_ByHotKey(const QString &sItem, const QString &sIdSelect)
     QString sql;
     if (sIdSelect == "No") {
         gInventoryRecord.setText("SL", gfsSL_toStored(gfsSL_normalize(sItem)));
-        return gfbDBSM_Record(1, opEqual, 1, false, false, sql);
+        return gfbDBSM_Record(tblInventory, opEqual, invKeySL, false, false, sql);
     }
     if (sIdSelect == "Yes") {
         gInventoryRecord.setText("ItemID", conv::RTrim(sItem));
-        return gfbDBSM_Record(1, opEqual, 2, false, false, sql);
+        return gfbDBSM_Record(tblInventory, opEqual, invKeyItemID, false, false, sql);
     }
     return false;
 }
@@ -28,11 +29,11 @@ bool gfbInventory_Statuses(const QStringList &values, bool bById,
     for (const QString &v : values)
         quoted << "'" + gfsDBSM_SqlText(bById ? conv::Trim(v) : v, true) + "'";
     // ltrim(ItemID), as the reads by Item ID compare it.
-    QString sql = "SELECT SL, ItemID, Status FROM " + gTables[1].sTableName + " WHERE " +
+    QString sql = "SELECT SL, ItemID, Status FROM " + gTables[tblInventory].sTableName + " WHERE " +
                   (bById ? "ltrim(ItemID)" : "SL") + " IN (" + quoted.join(", ") + ")";
-    if (!gfbDBSM_Select(sql, 1, false))
+    if (!gfbDBSM_Select(sql, tblInventory, false))
         return !gfbDBSM_ActionFailed();
-    Recordset &rs = gRecordsets[1];
+    Recordset &rs = gRecordsets[tblInventory];
     const int key = rs.fieldIndex(bById ? "ItemID" : "SL"), status = rs.fieldIndex("Status");
     for (rs.MoveFirst(); !rs.atEOF(); rs.MoveNext())
         rows << std::pair(rs.value(key).toString(), rs.value(status).toString());

@@ -52,19 +52,19 @@ void gpUpc_KeyValues(qint16 iFile, qint16 iKey)
 {
     const TableRecord &r = gUpcRecord;
     switch (iKey) {
-    case 0:
+    case upcKeySL:
         gpDBSM_SetKey(iFile, 1, {{0, r.text("SL")}});
         break;
-    case 1:
+    case upcKeySLCode:
         gpDBSM_SetKey(iFile, 2, {{0, r.text("SL")}, {1, r.text("UPC")}});
         break;
-    case 2:
+    case upcKeyCode:
         gpDBSM_SetKey(iFile, 1, {{1, r.text("UPC")}});
         break;
-    case 3:
+    case upcKeyPoll:
         gpDBSM_SetKey(iFile, 1, {{3, r.text("POLL")}});
         break;
-    case 4:
+    case upcKeyInvUID:
         gpDBSM_SetKey(iFile, 1, {{4, static_cast<qint32>(r.number("InvUID"))}});
         break;
     default:

@@ -3,6 +3,7 @@
 #include "common/sm_Files.h"
 #include "common/sm_Text.h"
 #include "common/zelFormats.h"
+#include "database/TableNames.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "database/zelDBSM_Inventory.h"
 #include "hotkeys/hkeyGlobal.h"
@@ -178,12 +179,12 @@ void frmHotKey_Define::mpFindItem()
     gInventoryRecord.setText("SL", gfsSL_toStored(code));
     const DbAction action; // a locked or damaged database is told once for the pick
     QString sql;
-    if (gfbDBSM_Record(1, opEqual, 1, false, false, sql)) {
+    if (gfbDBSM_Record(tblInventory, opEqual, invKeySL, false, false, sql)) {
         if (Option1[0]->isChecked()) {
             txtEdit[1]->setText(conv::Trim(gfsSL_toDisplay(gInventoryRecord.text("SL"))));
         } else {
             sql.clear();
-            if (gfbDBSM_Record(1, opEqual, 2, false, false, sql))
+            if (gfbDBSM_Record(tblInventory, opEqual, invKeyItemID, false, false, sql))
                 txtEdit[1]->setText(conv::Trim(gInventoryRecord.text("ItemID")));
         }
     }

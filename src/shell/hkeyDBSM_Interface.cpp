@@ -1,4 +1,5 @@
 #include "shell/hkeyDBSM_Interface.h"
+#include "database/TableNames.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "database/zelDBSM_Common.h"
 #include "database/zelDBSM_Inventory.h"
@@ -7,13 +8,13 @@
 void gpDBSM_RowToRecord(qint16 iFile)
 {
     switch (iFile) {
-    case 0:
+    case tblCommon:
         gpCommon_RowToRecord(iFile);
         break;
-    case 1:
+    case tblInventory:
         gpInventory_RowToRecord(iFile);
         break;
-    case 2:
+    case tblUpc:
         gpUpc_RowToRecord(iFile);
         break;
     default:
@@ -24,13 +25,13 @@ void gpDBSM_RowToRecord(qint16 iFile)
 void gpDBSM_RecordToRow(qint16 iFile)
 {
     switch (iFile) {
-    case 0:
+    case tblCommon:
         gpCommon_RecordToRow(iFile);
         break;
-    case 1:
+    case tblInventory:
         gpInventory_RecordToRow(iFile);
         break;
-    case 2:
+    case tblUpc:
         gpUpc_RecordToRow(iFile);
         break;
     default:
@@ -41,11 +42,11 @@ void gpDBSM_RecordToRow(qint16 iFile)
 QString gfsDBSM_InsertValues(qint16 iFile)
 {
     switch (iFile) {
-    case 0:
+    case tblCommon:
         return gfsCommon_InsertValues();
-    case 1:
+    case tblInventory:
         return gfsInventory_InsertValues();
-    case 2:
+    case tblUpc:
         return gfsUpc_InsertValues();
     default:
         return QString();
@@ -54,15 +55,15 @@ QString gfsDBSM_InsertValues(qint16 iFile)
 
 void gpDBSM_KeyValues(qint16 iFile, qint16 iKey)
 {
-    if (iFile == 1)
+    if (iFile == tblInventory)
         gpInventory_KeyValues(iFile, iKey);
-    else if (iFile == 2)
+    else if (iFile == tblUpc)
         gpUpc_KeyValues(iFile, iKey);
 }
 
 bool gfbDBSM_Open()
 {
-    return gfbDBSM_OpenTable(1, false) && gfbDBSM_OpenTable(2, false);
+    return gfbDBSM_OpenTable(tblInventory, false) && gfbDBSM_OpenTable(tblUpc, false);
 }
 
 void gpDBSM_Close() {}

@@ -1,5 +1,6 @@
 #include "shell/hkeyDBSM_Setup.h"
 #include "database/DbEngine.h"
+#include "database/TableNames.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "database/zelDBSM_Common.h"
 #include "database/zelDBSM_Inventory.h"
@@ -23,11 +24,11 @@ bool gfbDBSM_Setup()
     const DbAction action; // a locked or damaged database is told once at start
     gpCommon_Register(0, dataPath, 0, QString());
     int store = 0;
-    if (gfbDBSM_OpenTable(0, false)) {
+    if (gfbDBSM_OpenTable(tblCommon, false)) {
         QString sql;
-        if (!gfbDBSM_Record(0, opFirstPos, 0, false, false, sql))
+        if (!gfbDBSM_Record(tblCommon, opFirstPos, 0, false, false, sql))
             return false;
-        const QVariant stored = gfvDBSM_Field(0, "StoreNumber");
+        const QVariant stored = gfvDBSM_Field(tblCommon, "StoreNumber");
         store = static_cast<int>(gCommonRecord.number("StoreNumber"));
         // The store number names the store's tables: one that is missing or
         // negative would open another store's data, or none.
@@ -60,7 +61,7 @@ bool mpCommon_insert(int iStore, const QString &sName)
     gCommonRecord.setText("MultiStore", "N");
     gCommonRecord.setNumber("StoreNumber", iStore);
     QString sql;
-    return gfbDBSM_Record(0, opInsert, 0, false, false, sql);
+    return gfbDBSM_Record(tblCommon, opInsert, 0, false, false, sql);
 }
 
 // The tables and the store's row; the settings already name the file. The
@@ -71,7 +72,7 @@ OwnDatabase mpOwnTables(int iStore, const QString &sName, QString &sMessage)
     const QString unchanged = "\rNothing has been changed on this workstation.";
     gpDBSM_Disconnect();
     const bool stored = gfbDBSM_Setup();
-    if (gTables.empty() || !gTables[0].bOpen) {
+    if (gTables.empty() || !gTables[tblCommon].bOpen) {
         sMessage = "The tables could not be made in the database " + file + '.' + unchanged;
         return OwnDatabase::Failed;
     }
@@ -81,7 +82,7 @@ OwnDatabase mpOwnTables(int iStore, const QString &sName, QString &sMessage)
                    ").\rThis workstation uses it as it is; the store number and name typed here "
                    "are not stored.";
     } else {
-        if (gfbDBSM_HasRows(0)) {
+        if (gfbDBSM_HasRows(tblCommon)) {
             sMessage = "The database " + file + " holds a store that cannot be used." + unchanged;
             return OwnDatabase::Failed;
         }
@@ -109,7 +110,7 @@ bool gfbDBSM_OwnUnfinished()
 {
     const DBSM_Settings settings = gfDBSM_Settings();
     return settings.sEngine == embeddedDbEngine().setting && settings.sDBName == kOwnDatabase &&
-           !gTables.empty() && gTables[0].bOpen && !gfbDBSM_HasRows(0);
+           !gTables.empty() && gTables[tblCommon].bOpen && !gfbDBSM_HasRows(tblCommon);
 }
 
 OwnDatabase gfDBSM_CreateOwn(int iStore, const QString &sName, QString &sMessage)

@@ -12,6 +12,9 @@ using testing_support::exitCode;
 
 namespace {
 
+// The embedded connection's settings and log; a server's are PgServerTest's.
+class ConnectTest : public DbTest, public testing_support::OnEachEngine {};
+
 void store(const char *key, const QString &v)
 {
     SaveSetting("ZEL Settings", "DATABASE", key, v);
@@ -19,7 +22,7 @@ void store(const char *key, const QString &v)
 
 } // namespace
 
-TEST_F(DbTest, AGoodStartLogsEightLinesAndOpensTheTable)
+TEST_P(ConnectTest, AGoodStartLogsEightLinesAndOpensTheTable)
 {
     ASSERT_TRUE(connect());
     EXPECT_EQ(logText(), "TestDB\r\nServername = STOREPC\\ZEL\r\nset Server \r\nServer set \r\n"
@@ -34,13 +37,13 @@ TEST_F(DbTest, AGoodStartLogsEightLinesAndOpensTheTable)
     EXPECT_EQ(gsDBPassword, "secret");
 }
 
-TEST_F(DbTest, DatabaseNamesCompareTrimmedAndWithoutCase)
+TEST_P(ConnectTest, DatabaseNamesCompareTrimmedAndWithoutCase)
 {
     store("DBName", " testdb ");
     EXPECT_TRUE(connect());
 }
 
-TEST_F(DbTest, MissingDatabaseSaysSoAndEnds)
+TEST_P(ConnectTest, MissingDatabaseSaysSoAndEnds)
 {
     store("DBName", "");
     EXPECT_EQ(exitCode([this] { connect(); }), 0);
@@ -53,14 +56,14 @@ TEST_F(DbTest, MissingDatabaseSaysSoAndEnds)
     EXPECT_TRUE(logText().endsWith("Time verified\r\nDatabase Create\r\n"));
 }
 
-TEST_F(DbTest, EmptyServerEndsWithoutAWord)
+TEST_P(ConnectTest, EmptyServerEndsWithoutAWord)
 {
     store("Server", "   ");
     EXPECT_EQ(exitCode([this] { connect(); }), 0);
     EXPECT_TRUE(boxes().isEmpty());
 }
 
-TEST_F(DbTest, ServerWithoutInstanceCannotBeCutButStaysUsable)
+TEST_P(ConnectTest, ServerWithoutInstanceCannotBeCutButStaysUsable)
 {
     store("Server", "STOREPC");
     ASSERT_TRUE(connect());
@@ -71,7 +74,7 @@ TEST_F(DbTest, ServerWithoutInstanceCannotBeCutButStaysUsable)
     EXPECT_FALSE(logText().contains("Time verified"));
 }
 
-TEST_F(DbTest, UnreachableServerShowsTheManagementBox)
+TEST_P(ConnectTest, UnreachableServerShowsTheManagementBox)
 {
     gDataPath.setDataPath(dataPath() + "/gone");
     giFileCount = 1;
@@ -84,7 +87,7 @@ TEST_F(DbTest, UnreachableServerShowsTheManagementBox)
     EXPECT_TRUE(logText().contains("Server Status = 0\r\n"));
 }
 
-TEST_F(DbTest, ConnectionLogFallsBackWhenTheProgramFolderIsReadOnly)
+TEST_P(ConnectTest, ConnectionLogFallsBackWhenTheProgramFolderIsReadOnly)
 {
     platform::setApplicationFolder(temp.filePath("no-such-folder"));
     EXPECT_NE(gfsDBSM_LogFolder(), temp.filePath("no-such-folder"));
@@ -126,3 +129,6 @@ TEST(SqliteEngine, TranslatesTheStatementsItCannotRunAsBuilt)
     EXPECT_EQ(e.translate("Drop index invt1.idx_3"), "DROP INDEX IF EXISTS invt1_idx_3");
     EXPECT_EQ(e.translate("SELECT LEFT(SL,7) FROM T"), "SELECT substr(SL,1,7) FROM T");
 }
+
+INSTANTIATE_TEST_SUITE_P(Engines, ConnectTest, testing::Values(testing_support::TestEngine::SQLite),
+                         testing_support::engineName);

@@ -13,7 +13,7 @@ using testing_support::kDamagedBox;
 
 namespace {
 
-class FaultTest : public DbTest {
+class FaultTest : public DbTest, public testing_support::OnEachEngine {
 protected:
     void SetUp() override
     {
@@ -33,7 +33,7 @@ protected:
 
 } // namespace
 
-TEST_F(FaultTest, ALockOfAnotherStationIsOneBoxAndOneBoundedWaitPerAction)
+TEST_P(FaultTest, ALockOfAnotherStationIsOneBoxAndOneBoundedWaitPerAction)
 {
     if (testing_support::testOnPostgres())
         GTEST_SKIP() << "a file of the embedded engine";
@@ -64,7 +64,7 @@ TEST_F(FaultTest, ALockOfAnotherStationIsOneBoxAndOneBoundedWaitPerAction)
     EXPECT_EQ(gItem.SL.trimmed(), "2");
 }
 
-TEST_F(FaultTest, ADamagedFileIsOneBoxPerActionAndOnePerCallOutsideOne)
+TEST_P(FaultTest, ADamagedFileIsOneBoxPerActionAndOnePerCallOutsideOne)
 {
     if (testing_support::testOnPostgres())
         GTEST_SKIP() << "a file of the embedded engine";
@@ -85,7 +85,7 @@ TEST_F(FaultTest, ADamagedFileIsOneBoxPerActionAndOnePerCallOutsideOne)
     EXPECT_EQ(boxTexts(), QStringList({kDamagedBox, kDamagedBox}));
 }
 
-TEST_F(FaultTest, UpdateAndDeleteFindARowThatHoldsNull)
+TEST_P(FaultTest, UpdateAndDeleteFindARowThatHoldsNull)
 {
     ASSERT_TRUE(QSqlQuery(gpDBSM_Engine()->db())
                     .exec("INSERT INTO items VALUES ('NULL QTY', '9', 'N', NULL)"));
@@ -154,7 +154,7 @@ TEST(SqlServerErrors, TheServersNumbersBecomeTheProvidersNumbers)
     EXPECT_EQ(mapped(0, "Unable to connect", QSqlError::ConnectionError).number, kErrProvider);
 }
 
-TEST_F(FaultTest, ARenameOfAColumnThatIsGoneIsTrapped)
+TEST_P(FaultTest, ARenameOfAColumnThatIsGoneIsTrapped)
 {
     EXPECT_FALSE(gfbDBSM_RenameColumn("items", "Flg2", "NeverOrder"));
     gpDBSM_Engine()->db().close();
@@ -171,7 +171,7 @@ TEST(LikePatterns, TypedPatternCharactersAreEscapedForEachEngine)
               "Description like '%O''NEIL\\%%' ESCAPE '\\'");
 }
 
-TEST_F(FaultTest, AColumnAnotherStationAddsLeavesTheReadsWhole)
+TEST_P(FaultTest, AColumnAnotherStationAddsLeavesTheReadsWhole)
 {
     gItem.SL = "1";
     ASSERT_TRUE(read(opEqual));
@@ -194,7 +194,7 @@ TEST_F(FaultTest, AColumnAnotherStationAddsLeavesTheReadsWhole)
     EXPECT_TRUE(boxes().isEmpty());
 }
 
-TEST_F(FaultTest, AWildcardValueWithANulFindsNothing)
+TEST_P(FaultTest, AWildcardValueWithANulFindsNothing)
 {
     const QString nul(QChar(0));
     for (const QString &typed : {nul, "ITEM" + nul, "IT" + nul + "EM", nul + "3"}) {
@@ -207,7 +207,7 @@ TEST_F(FaultTest, AWildcardValueWithANulFindsNothing)
     EXPECT_TRUE(boxes().isEmpty());
 }
 
-TEST_F(FaultTest, AccentsSortWithTheirLetterAndCaseIsIgnored)
+TEST_P(FaultTest, AccentsSortWithTheirLetterAndCaseIsIgnored)
 {
     ASSERT_TRUE(insert("Fig", "6"));
     ASSERT_TRUE(insert("\u00c9clair", "7"));
@@ -228,7 +228,7 @@ TEST_F(FaultTest, AccentsSortWithTheirLetterAndCaseIsIgnored)
     EXPECT_EQ(gfvDBSM_Field(0, 1).toString().trimmed(), "7");
 }
 
-TEST_F(FaultTest, ADatabaseFileCutToNothingIsOneBoxPerAction)
+TEST_P(FaultTest, ADatabaseFileCutToNothingIsOneBoxPerAction)
 {
     if (testing_support::testOnPostgres())
         GTEST_SKIP() << "a file of the embedded engine";
@@ -246,3 +246,6 @@ TEST_F(FaultTest, ADatabaseFileCutToNothingIsOneBoxPerAction)
     EXPECT_EQ(boxTexts(), QStringList({kDamagedBox, kDamagedBox}));
     EXPECT_EQ(QFileInfo(dataPath() + "/TestDB.db").size(), 0) << "no table made in the cut file";
 }
+
+INSTANTIATE_TEST_SUITE_P(Engines, FaultTest, testing_support::kEachEngine,
+                         testing_support::engineName);

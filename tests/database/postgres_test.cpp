@@ -100,10 +100,10 @@ TEST(PostgresEngine, TheServersStatesBecomeTheProvidersNumbers)
               kErrProvider);
 }
 
-// Run by the PostgreSQL pass of the tests only.
-class PgServerTest : public DbTest {};
+// The server's own cases: PostgreSQL only.
+class PgServerTest : public DbTest, public testing_support::OnEachEngine {};
 
-TEST_F(PgServerTest, AWrongPasswordOrAnUnknownDatabaseAtStartAreTheStartsBoxes)
+TEST_P(PgServerTest, AWrongPasswordOrAnUnknownDatabaseAtStartAreTheStartsBoxes)
 {
     platform::SaveSetting("ZEL Settings", "DATABASE", "Password", "not the password");
     EXPECT_EQ(exitCode([this] { connect(); }), 0);
@@ -126,7 +126,7 @@ TEST_F(PgServerTest, AWrongPasswordOrAnUnknownDatabaseAtStartAreTheStartsBoxes)
     EXPECT_TRUE(logText().endsWith("Time verified\r\nDatabase Create\r\n"));
 }
 
-TEST_F(PgServerTest, TheDatabaseNameIsFoundTrimmedAndWithoutCaseAndStaysUsable)
+TEST_P(PgServerTest, TheDatabaseNameIsFoundTrimmedAndWithoutCaseAndStaysUsable)
 {
     platform::SaveSetting("ZEL Settings", "DATABASE", "DBName",
                           ' ' + serverDatabase().toUpper() + ' ');
@@ -178,7 +178,7 @@ private:
 };
 
 // On a cluster of the test's own, which it stops, restarts and freezes.
-class PgServerFaultTest : public DbTest {
+class PgServerFaultTest : public DbTest, public testing_support::OnEachEngine {
 protected:
     PgServerFaultTest() { m_ownServer = true; }
     void SetUp() override
@@ -202,7 +202,7 @@ protected:
 
 } // namespace
 
-TEST_F(PgServerFaultTest, AConnectionTheServerDroppedWhileIdleIsOpenedAgainSilently)
+TEST_P(PgServerFaultTest, AConnectionTheServerDroppedWhileIdleIsOpenedAgainSilently)
 {
     ASSERT_TRUE(m_server->stop());
     QString error;
@@ -213,7 +213,7 @@ TEST_F(PgServerFaultTest, AConnectionTheServerDroppedWhileIdleIsOpenedAgainSilen
     EXPECT_FALSE(QFile::exists(dataPath() + "/PVSW.log"));
 }
 
-TEST_F(PgServerFaultTest, AFrozenServerEndsTheActionWithTheOfflineBox)
+TEST_P(PgServerFaultTest, AFrozenServerEndsTheActionWithTheOfflineBox)
 {
     QSqlQuery pid(gpDBSM_Engine()->db());
     ASSERT_TRUE(pid.exec("SELECT pg_backend_pid()") && pid.next());
@@ -228,3 +228,10 @@ TEST_F(PgServerFaultTest, AFrozenServerEndsTheActionWithTheOfflineBox)
     EXPECT_EQ(gItem.SL.trimmed(), "3");
     EXPECT_TRUE(boxes().isEmpty());
 }
+
+INSTANTIATE_TEST_SUITE_P(Engines, PgServerTest,
+                         testing::Values(testing_support::TestEngine::PostgreSQL),
+                         testing_support::engineName);
+INSTANTIATE_TEST_SUITE_P(Engines, PgServerFaultTest,
+                         testing::Values(testing_support::TestEngine::PostgreSQL),
+                         testing_support::engineName);

@@ -7,7 +7,7 @@ using testing_support::gItem;
 
 namespace {
 
-class RecordTest : public DbTest {
+class RecordTest : public DbTest, public testing_support::OnEachEngine {
 protected:
     void SetUp() override
     {
@@ -42,7 +42,7 @@ QString pad(const QString &s, int w)
 
 } // namespace
 
-TEST_F(RecordTest, WorkedExampleStatementsAndRows)
+TEST_P(RecordTest, WorkedExampleStatementsAndRows)
 {
     setItem("COLA", "");
     QString sql;
@@ -66,7 +66,7 @@ TEST_F(RecordTest, WorkedExampleStatementsAndRows)
     EXPECT_EQ(sl(), "10000107");
 }
 
-TEST_F(RecordTest, TwoSegmentWalkReusesItsStatementWithEveryValue)
+TEST_P(RecordTest, TwoSegmentWalkReusesItsStatementWithEveryValue)
 {
     // Each step binds other values, a quote among them, to the same prepared read.
     QStringList forward, back;
@@ -77,7 +77,7 @@ TEST_F(RecordTest, TwoSegmentWalkReusesItsStatementWithEveryValue)
     EXPECT_EQ(back, forward);
 }
 
-TEST_F(RecordTest, OneSegmentNextSkipsRepeatedValuesAndStopsAtTheEnd)
+TEST_P(RecordTest, OneSegmentNextSkipsRepeatedValuesAndStopsAtTheEnd)
 {
     setItem("COLA 12OZ", "");
     EXPECT_FALSE(op(opEqual, 3)) << "'=' holds for every segment, and no SL is blank";
@@ -97,7 +97,7 @@ TEST_F(RecordTest, OneSegmentNextSkipsRepeatedValuesAndStopsAtTheEnd)
     EXPECT_FALSE(op(opPrevious, 1));
 }
 
-TEST_F(RecordTest, ComparisonsApplyTheOperatorToEverySegment)
+TEST_P(RecordTest, ComparisonsApplyTheOperatorToEverySegment)
 {
     setItem("BREAD", "99999999");
     QString sql;
@@ -117,7 +117,7 @@ TEST_F(RecordTest, ComparisonsApplyTheOperatorToEverySegment)
     EXPECT_EQ(given, sql + " DESC") << "DESC goes behind a caller's statement too";
 }
 
-TEST_F(RecordTest, FirstAndLastWithAndWithoutAKey)
+TEST_P(RecordTest, FirstAndLastWithAndWithoutAKey)
 {
     QString sql;
     ASSERT_TRUE(op(opFirst, -1, &sql));
@@ -133,7 +133,7 @@ TEST_F(RecordTest, FirstAndLastWithAndWithoutAKey)
     for (int code : {0, 1, 19, 20, 21, 99}) EXPECT_TRUE(op(static_cast<qint16>(code), 1));
 }
 
-TEST_F(RecordTest, QuotesNulsAndLeadingBlanksInKeys)
+TEST_P(RecordTest, QuotesNulsAndLeadingBlanksInKeys)
 {
     setItem("O'NEIL TEA", "");
     QString sql;
@@ -160,7 +160,7 @@ TEST_F(RecordTest, QuotesNulsAndLeadingBlanksInKeys)
     EXPECT_TRUE(gfbDBSM_TableExists("items"));
 }
 
-TEST_F(RecordTest, NotFoundReopensTheTableAndLeavesTheBuffer)
+TEST_P(RecordTest, NotFoundReopensTheTableAndLeavesTheBuffer)
 {
     setItem("", "99999999");
     EXPECT_FALSE(op(opEqual, 1));
@@ -169,7 +169,7 @@ TEST_F(RecordTest, NotFoundReopensTheTableAndLeavesTheBuffer)
     EXPECT_EQ(gfsDBSM_FieldName(0, 3), "Qty");
 }
 
-TEST_F(RecordTest, RowPathComparesOneColumnOfTheCurrentRow)
+TEST_P(RecordTest, RowPathComparesOneColumnOfTheCurrentRow)
 {
     setItem("", "20000001");
     ASSERT_TRUE(op(opEqual, 1));
@@ -181,7 +181,7 @@ TEST_F(RecordTest, RowPathComparesOneColumnOfTheCurrentRow)
     EXPECT_TRUE(sql.endsWith("ORDER BY SL DESC"));
 }
 
-TEST_F(RecordTest, InsertUpdateAndDeleteActOnOneRow)
+TEST_P(RecordTest, InsertUpdateAndDeleteActOnOneRow)
 {
     EXPECT_FALSE(insert("DUP", "10000105"));
     EXPECT_EQ(gsInsertError, "Duplicate Key");
@@ -205,7 +205,7 @@ TEST_F(RecordTest, InsertUpdateAndDeleteActOnOneRow)
     EXPECT_EQ(table, "items");
 }
 
-TEST_F(RecordTest, SelectAndBySqlOpenARowSet)
+TEST_P(RecordTest, SelectAndBySqlOpenARowSet)
 {
     QString sql = "SELECT * FROM items WHERE Description like '%COLA%' ORDER BY SL";
     ASSERT_TRUE(gfbDBSM_Select(sql, 0, false));
@@ -220,7 +220,7 @@ TEST_F(RecordTest, SelectAndBySqlOpenARowSet)
     EXPECT_EQ(gRecordsets[0].RecordCount(), 6);
 }
 
-TEST_F(RecordTest, ExecuteIgnoresStatementErrorsAndLogsTheRest)
+TEST_P(RecordTest, ExecuteIgnoresStatementErrorsAndLogsTheRest)
 {
     EXPECT_EQ(glDBSM_Execute("UPDATE items SET Qty=1 WHERE SL>='3'"), 2);
     EXPECT_EQ(glDBSM_Execute("THIS IS NOT SQL"), 0);
@@ -241,7 +241,7 @@ TEST_F(RecordTest, ExecuteIgnoresStatementErrorsAndLogsTheRest)
     EXPECT_TRUE(log.endsWith("\r\nDELETE FROM items\r\n"));
 }
 
-TEST_F(RecordTest, OpenTableCreatesAMissingTableWithItsIndexes)
+TEST_P(RecordTest, OpenTableCreatesAMissingTableWithItsIndexes)
 {
     glDBSM_Execute("DROP TABLE items");
     EXPECT_FALSE(gfbDBSM_TableExists("items"));
@@ -292,3 +292,6 @@ TEST(Statements, QuotedValuesBecomeParametersAndTheShapeKeepsTheRest)
     EXPECT_EQ(sqlParameters("SELECT * FROM t WHERE a=? AND b='c'"),
               Split("SELECT * FROM t WHERE a=? AND b='c'", {}));
 }
+
+INSTANTIATE_TEST_SUITE_P(Engines, RecordTest, testing_support::kEachEngine,
+                         testing_support::engineName);

@@ -12,6 +12,10 @@
 using testing_support::StoreDbTest;
 
 namespace {
+class StoreTablesTest : public StoreDbTest, public testing_support::OnEachEngine {};
+} // namespace
+
+namespace {
 
 using testing_support::testOnPostgres;
 
@@ -55,7 +59,7 @@ bool runTranslated(const QString &statement)
 
 } // namespace
 
-TEST_F(StoreDbTest, CreateStatementsStandAsTheSuiteWritesThem)
+TEST_P(StoreTablesTest, CreateStatementsStandAsTheSuiteWritesThem)
 {
     seedCommon(1);
     ASSERT_TRUE(setup());
@@ -90,7 +94,7 @@ TEST_F(StoreDbTest, CreateStatementsStandAsTheSuiteWritesThem)
     EXPECT_EQ(indexCount("UPC1"), 5);
 }
 
-TEST_F(StoreDbTest, StoreIdentityComesFromTheCommonRow)
+TEST_P(StoreTablesTest, StoreIdentityComesFromTheCommonRow)
 {
     seedCommon(0, "N");
     ASSERT_TRUE(setup());
@@ -114,7 +118,7 @@ TEST_F(StoreDbTest, StoreIdentityComesFromTheCommonRow)
     EXPECT_TRUE(shown[1].text.startsWith("The store number in the COMMON table is -4."));
 }
 
-TEST_F(StoreDbTest, EveryInventoryKeyWalksInItsOwnOrder)
+TEST_P(StoreTablesTest, EveryInventoryKeyWalksInItsOwnOrder)
 {
     seedCommon(1);
     ASSERT_TRUE(setup());
@@ -156,7 +160,7 @@ TEST_F(StoreDbTest, EveryInventoryKeyWalksInItsOwnOrder)
     EXPECT_TRUE(sql.contains("ltrim(ItemID)='40 "));
 }
 
-TEST_F(StoreDbTest, InventoryHelpersAndFieldRules)
+TEST_P(StoreTablesTest, InventoryHelpersAndFieldRules)
 {
     seedCommon(1);
     ASSERT_TRUE(setup());
@@ -205,7 +209,7 @@ TEST_F(StoreDbTest, InventoryHelpersAndFieldRules)
     EXPECT_EQ(gfsDBSM_InsertValues(7), "");
 }
 
-TEST_F(StoreDbTest, AnOldInventoryIsBroughtUpToDateWithItsRowsIntact)
+TEST_P(StoreTablesTest, AnOldInventoryIsBroughtUpToDateWithItsRowsIntact)
 {
     seedCommon(1);
     QStringList old;
@@ -255,7 +259,7 @@ TEST_F(StoreDbTest, AnOldInventoryIsBroughtUpToDateWithItsRowsIntact)
     EXPECT_TRUE(boxes().isEmpty());
 }
 
-TEST_F(StoreDbTest, AnEmptyOldTableIsLeftAsItIs)
+TEST_P(StoreTablesTest, AnEmptyOldTableIsLeftAsItIs)
 {
     seedCommon(1);
     ASSERT_TRUE(runTranslated("CREATE TABLE invt1 (SL CHAR(8), ItemID CHAR(15), Flg2 CHAR(1))"));
@@ -263,7 +267,7 @@ TEST_F(StoreDbTest, AnEmptyOldTableIsLeftAsItIs)
     EXPECT_EQ(columnsOf("invt1"), QStringList({"SL", "ItemID", "Flg2"}));
 }
 
-TEST_F(StoreDbTest, BarCodesOfManyItemsAreTheOnesTheirOwnReadsFind)
+TEST_P(StoreTablesTest, BarCodesOfManyItemsAreTheOnesTheirOwnReadsFind)
 {
     openStore();
     struct Upc {
@@ -317,3 +321,6 @@ TEST_F(StoreDbTest, BarCodesOfManyItemsAreTheOnesTheirOwnReadsFind)
     EXPECT_TRUE(gfbUpc_BarCodes({}, barCodes));
     EXPECT_TRUE(barCodes.isEmpty());
 }
+
+INSTANTIATE_TEST_SUITE_P(Engines, StoreTablesTest, testing_support::kEachEngine,
+                         testing_support::engineName);

@@ -15,6 +15,12 @@ ItemRecord gItem;
 
 namespace {
 
+TestEngine &currentEngine()
+{
+    static TestEngine engine = TestEngine::SQLite;
+    return engine;
+}
+
 QString fixed(const QString &s, int width)
 {
     return s.leftJustified(width, ' ', true);
@@ -85,7 +91,12 @@ bool freshServerDatabase(const PgCluster &cluster, bool make, QString *error)
 
 bool testOnPostgres()
 {
-    return !qEnvironmentVariable("HK_DB_ENGINE").compare("PostgreSQL", Qt::CaseInsensitive);
+    return currentEngine() == TestEngine::PostgreSQL;
+}
+
+std::string engineName(const testing::TestParamInfo<TestEngine> &info)
+{
+    return info.param == TestEngine::PostgreSQL ? "PostgreSQL" : "SQLite";
 }
 
 QString DbTest::serverDatabase()
@@ -96,6 +107,13 @@ QString DbTest::serverDatabase()
 void DbTest::SetUp()
 {
     HkTest::SetUp();
+    if (const auto *each = dynamic_cast<const OnEachEngine *>(this))
+        currentEngine() = each->GetParam();
+    else
+        currentEngine() =
+            qEnvironmentVariable("HK_DB_ENGINE").compare("PostgreSQL", Qt::CaseInsensitive)
+                ? TestEngine::SQLite
+                : TestEngine::PostgreSQL;
     QDir(temp.path()).mkpath("app");
     platform::setApplicationFolder(appFolder());
     using platform::SaveSetting;

@@ -25,9 +25,20 @@ struct ItemRecord {
 };
 extern ItemRecord gItem;
 
-// The engine the database tests run on: "PostgreSQL" in HK_DB_ENGINE for the
-// test run's cluster, the embedded engine otherwise.
+// The engine the database test under way runs on: its parameter for a fixture
+// that runs on each engine, else "PostgreSQL" in HK_DB_ENGINE for the test run's
+// cluster, the embedded engine otherwise.
 bool testOnPostgres();
+
+// The engines a database test may run on.
+enum class TestEngine { SQLite, PostgreSQL };
+std::string engineName(const testing::TestParamInfo<TestEngine> &info);
+// A DbTest fixture that also derives from this runs each of its tests (TEST_P)
+// once per engine it is instantiated with: INSTANTIATE_TEST_SUITE_P(Engines,
+// Fixture, kEachEngine, engineName). On PostgreSQL a test skips when the run has
+// no cluster, and fails without one under CI.
+class OnEachEngine : public testing::WithParamInterface<TestEngine> {};
+inline const auto kEachEngine = testing::Values(TestEngine::SQLite, TestEngine::PostgreSQL);
 
 // A fresh database (embedded, or on the test run's cluster) with the test table
 // as file 0: key 1 SL, key 2 ItemID, key 3 Description + SL.

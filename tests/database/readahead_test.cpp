@@ -1,0 +1,149 @@
+#include "database/DbEngine.h"
+#include "support/DbTest.h"
+#include <QSqlQuery>
+#include <optional>
+
+using testing_support::DbTest;
+using testing_support::gItem;
+
+namespace {
+
+// Runs of Get Next and Get Previous inside one action, which the engine serves
+// from rows it read ahead, against the same reads one action each.
+class ReadAheadTest : public DbTest, public testing_support::OnEachEngine {
+protected:
+    void SetUp() override
+    {
+        DbTest::SetUp();
+        if (IsSkipped() || HasFatalFailure())
+            return;
+        ASSERT_TRUE(connect());
+        // Descriptions that repeat, and differ in case and accents only, and
+        // Item IDs that repeat: a one-segment key skips repeated values.
+        const char *descriptions[] = {"apple", "APPLE", "\u00c9clair", "eclair", "Fig", "pear"};
+        for (int i = 1; i <= 60; ++i)
+            ASSERT_TRUE(insert(descriptions[i % 6], QString("%1").arg(i * 10, 8, 10, QChar('0')),
+                               QString("ID%1").arg(i % 7), i));
+    }
+    bool read(qint16 op, qint16 key, QString *sql = nullptr)
+    {
+        QString s;
+        const bool found = gfbDBSM_Record(0, op, key, false, false, s);
+        if (sql)
+            *sql = s;
+        return found;
+    }
+    // Walks the key to its end: the S/L and statement of each call.
+    QStringList walk(qint16 key, bool previous, bool oneAction)
+    {
+        QStringList seen;
+        auto step = [&](qint16 op) {
+            std::optional<DbAction> each;
+            if (!oneAction)
+                each.emplace();
+            QString sql;
+            const bool found = read(op, key, &sql);
+            seen << (found ? gItem.SL : QString("end")) + ' ' + sql;
+            return found;
+        };
+        std::optional<DbAction> whole;
+        if (oneAction)
+            whole.emplace();
+        if (!step(previous ? opLast : opFirst))
+            return seen;
+        while (step(previous ? opPrevious : opNext) && seen.size() < 200) {
+        }
+        return seen;
+    }
+    // Another station's statement, outside this station's actions.
+    void anotherStationRuns(const QString &statement)
+    {
+        const std::unique_ptr<DbEngine> station = anotherStation();
+        ASSERT_TRUE(QSqlQuery(station->db()).exec(statement)) << statement.toStdString();
+    }
+};
+
+} // namespace
+
+TEST_P(ReadAheadTest, ARunGivesTheRowsAndStatementsOfOneReadPerAction)
+{
+    for (const qint16 key : {1, 2, 3}) {
+        for (const bool previous : {false, true}) {
+            const QStringList alone = walk(key, previous, false);
+            EXPECT_GT(alone.size(), key == 2 ? 7 : 60) << key;
+            EXPECT_EQ(walk(key, previous, true), alone)
+                << "key " << key << " previous " << previous;
+        }
+    }
+}
+
+TEST_P(ReadAheadTest, AChangeBetweenTwoActionsOrThroughTheEngineIsSeenByTheNextRead)
+{
+    const struct {
+        const char *change;
+        const char *sl;
+        int qty;
+    } cases[] = {
+        {"INSERT INTO items VALUES ('NEW', '00000045', '', 99)", "00000045", 99},
+        {"UPDATE items SET Qty = 99 WHERE SL = '00000050'", "00000050", 99},
+        {"DELETE FROM items WHERE SL = '00000050'", "00000060", 6},
+    };
+    for (const bool anotherStation : {true, false}) {
+        for (const auto &c : cases) {
+            const QString undo = QString(c.change).startsWith("INSERT")
+                                     ? "DELETE FROM items WHERE SL = '00000045'"
+                                     : "UPDATE items SET Qty = 5 WHERE SL = '00000050'";
+            std::optional<DbAction> action;
+            action.emplace();
+            ASSERT_TRUE(read(opFirst, 1));
+            for (int i = 0; i < 3; ++i) ASSERT_TRUE(read(opNext, 1)); // rows to 00000040 and beyond
+            ASSERT_EQ(gItem.SL, "00000040");
+            if (anotherStation) {
+                action.reset();
+                anotherStationRuns(c.change);
+                action.emplace();
+            } else {
+                EXPECT_GE(glDBSM_Execute(c.change), 0);
+            }
+            ASSERT_TRUE(read(opNext, 1));
+            EXPECT_EQ(gItem.SL, c.sl) << c.change << (anotherStation ? " by another station" : "");
+            EXPECT_EQ(gItem.Qty, c.qty) << c.change;
+            action.reset();
+            if (QString(c.change).startsWith("DELETE"))
+                EXPECT_TRUE(insert("pear", "00000050", "ID5", 5));
+            else
+                EXPECT_GE(glDBSM_Execute(undo), 0);
+        }
+    }
+}
+
+TEST_P(ReadAheadTest, AFailedReadKeepsTheBufferAndTheNextActionGoesOnFromIt)
+{
+    const std::unique_ptr<DbEngine> station = anotherStation();
+    QSqlQuery lock(station->db());
+    {
+        const DbAction action;
+        ASSERT_TRUE(read(opFirst, 1));
+        ASSERT_TRUE(read(opNext, 1));
+        // The run's next read is the one that reads ahead: another station holds the table.
+        ASSERT_TRUE(lock.exec(testing_support::testOnPostgres() ? "BEGIN" : "BEGIN EXCLUSIVE"));
+        if (testing_support::testOnPostgres()) {
+            ASSERT_TRUE(lock.exec("LOCK TABLE items IN ACCESS EXCLUSIVE MODE"));
+        }
+        EXPECT_FALSE(read(opNext, 1));
+        EXPECT_FALSE(read(opNext, 1));
+        EXPECT_EQ(gItem.SL, "00000020");
+    }
+    EXPECT_EQ(boxTexts(), QStringList({testing_support::kBusyBox}));
+    EXPECT_TRUE(readDataFile("PVSW.log").contains("SELECT  TOP 1 * FROM items WHERE SL>'00000020"))
+        << "the log shows the call's own statement";
+    ASSERT_TRUE(lock.exec("COMMIT"));
+    const DbAction again;
+    for (const char *sl : {"00000030", "00000040", "00000050"}) {
+        ASSERT_TRUE(read(opNext, 1));
+        EXPECT_EQ(gItem.SL, sl);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, ReadAheadTest, testing_support::kEachEngine,
+                         testing_support::engineName);
