@@ -14,23 +14,16 @@ namespace {
 
 // The lookup without a screen, on each engine of the run: items "ITEM 01" to
 // "ITEM nn", S/L 10000001 on, pages of five rows.
-class LookupModelTest : public StoreDbTest, public ::testing::WithParamInterface<const char *> {
+class LookupModelTest : public StoreDbTest, public testing_support::OnEachEngine {
 protected:
     void SetUp() override
     {
-        m_engine = qgetenv("HK_DB_ENGINE");
-        qputenv("HK_DB_ENGINE", GetParam());
         StoreDbTest::SetUp();
         if (IsSkipped() || HasFatalFailure())
             return; // no cluster to run on
         openStore();
         giInventorySearch = colDescription;
         lookup.giGridRows = 6;
-    }
-    void TearDown() override
-    {
-        StoreDbTest::TearDown();
-        qputenv("HK_DB_ENGINE", m_engine);
     }
     void items(int count, bool deleteSome = false)
     {
@@ -71,7 +64,6 @@ protected:
     }
     InventoryLookup lookup;
     LookupPage page;
-    QByteArray m_engine;
 };
 
 QStringList names(int from, int to, int blanks = 0)
@@ -286,5 +278,5 @@ TEST_P(LookupModelTest, AnotherStationsChangesAreSeenAtTheNextMove)
     EXPECT_EQ(shown(), QStringList({"ITEM 03", "ITEM 04", "ITEM 05", "ITEM 05A", "ITEM 07"}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Engines, LookupModelTest, ::testing::Values("SQLite", "PostgreSQL"),
-                         [](const auto &info) { return std::string(info.param); });
+INSTANTIATE_TEST_SUITE_P(Engines, LookupModelTest, testing_support::kEachEngine,
+                         testing_support::engineName);
