@@ -8,6 +8,7 @@
 #include "hotkeys/hkeyGlobal.h"
 #include "lookup/GridSetUpBackOffice.h"
 #include "lookup/sm_DataGrid.h"
+#include "platform/Dialogs.h"
 #include "platform/KeyCodes.h"
 #include "platform/MSFlexGrid.h"
 #include "platform/Modal.h"
@@ -123,7 +124,7 @@ frm_Lookup::frm_Lookup(QWidget *parent) : KeyPreviewForm(parent)
     connect(SpnGrid[1], &QPushButton::clicked, this,
             [this] { gpGrid_scroll(fgrdItems, dirLineDown, this); });
     connect(fgrdItems->horizontalHeader(), &QHeaderView::sectionPressed, this, [this](int c) {
-        for (int i = giSelectColumn; i < giGridCols; ++i) {
+        for (int i = gLookup.giSelectColumn; i < gLookup.giGridCols; ++i) {
             if (i == c)
                 gfbSortColumn_select(i);
             else
@@ -142,7 +143,7 @@ void frm_Lookup::Form_Load()
     const DbAction action;
     LblTraining->setVisible(gDataPath.TestPath() == "Y");
     mpSearchButtons_hide();
-    giGridRows = 14;
+    gLookup.giGridRows = 14;
     gpGrid_setup(fgrdItems);
     mbLoaded = true;
     QCoreApplication::processEvents();
@@ -169,21 +170,24 @@ void frm_Lookup::mpResize()
     fgrdItems->setFixedWidth(std::max(200, width() - platform::twipsToPixels(400)));
     fgrdItems->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     mpColumns_fit();
-    gColumnEdges.resize(giGridCols);
-    for (int c = 0; c < giGridCols; ++c)
-        gColumnEdges[c] = (c ? gColumnEdges[c - 1] : 0) + fgrdItems->ColWidth(c);
+    QVector<qint32> &edges = gLookup.gColumnEdges;
+    edges.resize(gLookup.giGridCols);
+    for (int c = 0; c < gLookup.giGridCols; ++c)
+        edges[c] = (c ? edges[c - 1] : 0) + fgrdItems->ColWidth(c);
     const double height = platform::pixelsToTwips(fgrdItems->height());
-    giGridRows = static_cast<qint16>(std::max(3.0, std::nearbyint((height - 600) / 600 + 1)));
-    fgrdItems->setRows(giGridRows + 1);
-    for (int r = 0; r < giGridRows; ++r) fgrdItems->setRowHeight(r, platform::twipsToPixels(600));
+    const qint16 rows =
+        static_cast<qint16>(std::max(3.0, std::nearbyint((height - 600) / 600 + 1)));
+    gLookup.giGridRows = rows;
+    fgrdItems->setRows(rows + 1);
+    for (int r = 0; r < rows; ++r) fgrdItems->setRowHeight(r, platform::twipsToPixels(600));
     mbFirstSort = true;
     if (!gfbGrid_load(fgrdItems)) {
         mbLoaded = false;
         closeLookup();
         return;
     }
-    gfbSortColumn_select(giInventorySearch + giSelectColumn);
-    gpGrid_setCursor(1, fgrdItems);
+    gfbSortColumn_select(giInventorySearch + gLookup.giSelectColumn);
+    gpGrid_show(fgrdItems, gLookup.highlight(1));
     focusSearchBox();
     mbFormReady = true;
 }
@@ -191,13 +195,13 @@ void frm_Lookup::mpResize()
 void frm_Lookup::mpColumns_fit()
 {
     qint64 total = 90;
-    for (int c = 0; c < giGridCols; ++c) total += gLookupColumns[c].lWidth;
+    for (int c = 0; c < gLookup.giGridCols; ++c) total += gLookup.gLookupColumns[c].lWidth;
     // The width the grid is given, less its frame; the viewport follows it only later.
     const int width =
         platform::pixelsToTwips(fgrdItems->maximumWidth() - 2 * fgrdItems->frameWidth());
-    for (int c = 0; c < giGridCols; ++c)
-        fgrdItems->setColWidth(
-            c, static_cast<int>(std::lround(double(gLookupColumns[c].lWidth) * width / total)));
+    for (int c = 0; c < gLookup.giGridCols; ++c)
+        fgrdItems->setColWidth(c, static_cast<int>(std::lround(
+                                      double(gLookup.gLookupColumns[c].lWidth) * width / total)));
 }
 
 bool frm_Lookup::event(QEvent *e)
@@ -216,9 +220,9 @@ void frm_Lookup::mpActivate()
     yellow.setColor(QPalette::Window, QColor(0, 0, 128));
     fraPad->setPalette(yellow);
     lblPad->setPalette(yellow);
-    gbTableBusy = false;
+    gLookup.gbTableBusy = false;
     mbEnterDown = false;
-    gbKeyEdit = false;
+    gLookup.gbKeyEdit = false;
     cmdAction[0]->setText("F10 Accept");
     for (int i = 1; i < 5; ++i) cmdAction[i]->hide();
     QFont bold = fgrdItems->horizontalHeader()->font();
@@ -227,30 +231,20 @@ void frm_Lookup::mpActivate()
     gpMouse_default();
 }
 
-void frm_Lookup::setSortCaption(const QString &caption)
+void frm_Lookup::showSort(const LookupPage &page)
 {
-    lblPad->setText(caption);
-}
-void frm_Lookup::setExitCaption(const QString &caption)
-{
-    cmdExit->setText(caption);
-}
-void frm_Lookup::hideAction(int index)
-{
-    cmdAction[index]->hide();
+    if (!page.sortCaption.isEmpty())
+        lblPad->setText(page.sortCaption);
+    gpLookup_tell(page);
+    setWindowTitle("Find Inventory Item");
+    cmdExit->setText("Esc Cancel");
+    cmdAction[3]->hide();
 }
 
 void frm_Lookup::focusSearchBox()
 {
     if (txtEditValue->isVisible() && txtEditValue->isEnabled())
         txtEditValue->setFocus();
-}
-
-void frm_Lookup::focusList()
-{
-    if (isVisible())
-        fgrdItems->setEnabled(true);
-    focusSearchBox(); // typing goes on in the search box
 }
 
 void frm_Lookup::closeLookup()
@@ -267,25 +261,25 @@ void frm_Lookup::mpSearchButtons_hide()
 bool frm_Lookup::gfbSortColumn_select(int iColumn)
 {
     const DbAction action;
-    gbUpcSort = false;
-    gbKeyEdit = false;
+    gLookup.gbUpcSort = false;
+    gLookup.gbKeyEdit = false;
     if (QTableWidgetItem *h = fgrdItems->horizontalHeaderItem(iColumn)) {
         h->setForeground(Qt::white);
         h->setBackground(palette().highlight());
     }
-    gpInventorySort_set(static_cast<qint16>(iColumn), this);
-    if (giScanField >= 0) {
+    showSort(gLookup.sortBy(iColumn));
+    if (gLookup.giScanField >= 0) {
         cmdSearch->show();
         cmdStop->show();
-    } else if (!gbWildcard) {
+    } else if (!gLookup.gbWildcard) {
         mpSearchButtons_hide();
     }
-    const bool upc = gbUpcSort;
+    const bool upc = gLookup.gbUpcSort;
     cmdEdit_Click();
-    gbUpcSort = upc;
+    gLookup.gbUpcSort = upc;
     // A text that differs from the search value makes the change event reload
     // the list under the new key.
-    if (gbUpcSort)
+    if (upc)
         txtEditValue->setText("");
     else if (!mbFirstSort)
         txtEditValue->setText(" ");
@@ -305,8 +299,8 @@ void frm_Lookup::gpSortColumn_plain(int iColumn)
 void frm_Lookup::mpSortBy(int column)
 {
     cmdEdit_Click();
-    for (int i = giSelectColumn; i < giGridCols; ++i) {
-        if (i == column + giSelectColumn)
+    for (int i = gLookup.giSelectColumn; i < gLookup.giGridCols; ++i) {
+        if (i == column + gLookup.giSelectColumn)
             gfbSortColumn_select(i);
         else
             gpSortColumn_plain(i);
@@ -363,14 +357,14 @@ void frm_Lookup::Form_KeyDown(int &KeyCode, int Shift)
                                   : KeyCode == vbKeyPageUp   ? dirPageUp
                                   : KeyCode == vbKeyPageDown ? dirPageDown
                                                              : dirLineDown;
-            giSavedRow = static_cast<qint16>(fgrdItems->Row());
+            gLookup.pick(fgrdItems->Row());
             KeyCode = 0;
             gpGrid_scroll(fgrdItems, direction, this);
             return;
         }
         case vbKeyDelete:
         case vbKeyBack:
-            gbKeyEdit = true;
+            gLookup.gbKeyEdit = true;
             break;
         default:
             break;
@@ -379,11 +373,11 @@ void frm_Lookup::Form_KeyDown(int &KeyCode, int Shift)
     focusSearchBox();
     if (KeyCode != vbKeyReturn || ckWildcard->isChecked())
         return;
-    gbKeyEdit = false;
-    if (gbLookupFind && giSelectColumn != 0)
+    gLookup.gbKeyEdit = false;
+    if (gLookup.gbLookupFind && gLookup.giSelectColumn != 0)
         return;
     if (msTyped != txtEditValue->text() && conv::AboveBlank(msTyped)) {
-        gbTableBusy = false;
+        gLookup.gbTableBusy = false;
         txtEditValue->setText(msTyped);
         QCoreApplication::processEvents();
     }
@@ -410,7 +404,7 @@ void frm_Lookup::Form_KeyPress(int &KeyAscii)
         }
     } else if (mbEnterDown) {
         KeyAscii = 0;
-    } else if (gbKeyEdit) {
+    } else if (gLookup.gbKeyEdit) {
         msTyped.clear();
     } else {
         msTyped += QChar(KeyAscii);
@@ -420,28 +414,14 @@ void frm_Lookup::Form_KeyPress(int &KeyAscii)
 void frm_Lookup::txtEditValue_Change()
 {
     const DbAction action;
-    gbItemIdSearch = false;
     const QString text = txtEditValue->text();
-    if (text != gsSearchValue) {
-        if (giSortKey == 1) {
-            gsSearchValue = gfsSL_toStored(gfsSL_normalize(text));
-        } else if (giSortKey == 2 && !gbUpcSort) {
-            gsSearchValue = gfsItemID_key(text, gbItemIdLeft);
-            gbItemIdSearch = true;
-        } else {
-            gsSearchValue = text;
-        }
-        if (conv::Trim(gsSearchValue).isEmpty())
-            gsSearchValue.clear();
-        if (gbWildcard || giScanField > -1) {
-            if (gsSortFieldName == "QtyOnHand" || gsSortFieldName.startsWith("Price")) {
-                ckWildcard->setChecked(true);
-                QCoreApplication::processEvents();
-            }
-        } else {
-            gpMouse_wait();
-            gfbGrid_search(fgrdItems, this);
-        }
+    if (text != gLookup.gsSearchValue && !gLookup.gbWildcard && gLookup.giScanField < 0)
+        gpMouse_wait();
+    const LookupPage page = gLookup.type(text);
+    gpGrid_show(fgrdItems, page);
+    if (page.askWildcard) {
+        ckWildcard->setChecked(true);
+        QCoreApplication::processEvents();
     }
     gpMouse_default();
     if (isVisible() && isEnabled())
@@ -450,11 +430,12 @@ void frm_Lookup::txtEditValue_Change()
 
 void frm_Lookup::ckWildcard_Click()
 {
-    gbWildcard = ckWildcard->isChecked();
-    cmdSearch->setVisible(gbWildcard || giScanField >= 0);
-    cmdStop->setVisible(gbWildcard || giScanField >= 0);
-    ckWildcard->setFocusPolicy(gbWildcard ? Qt::NoFocus : Qt::TabFocus);
-    gbStopSearch = false;
+    const bool on = ckWildcard->isChecked();
+    gLookup.gbWildcard = on;
+    cmdSearch->setVisible(on || gLookup.giScanField >= 0);
+    cmdStop->setVisible(on || gLookup.giScanField >= 0);
+    ckWildcard->setFocusPolicy(on ? Qt::NoFocus : Qt::TabFocus);
+    gLookup.gbStopSearch = false;
     focusSearchBox();
 }
 
@@ -463,11 +444,10 @@ void frm_Lookup::cmdSearch_Click()
     const DbAction action;
     if (txtEditValue->text().isEmpty())
         return;
-    gsSearchValue = txtEditValue->text();
     Lblwait->show();
-    gbStopSearch = false;
+    gLookup.gbStopSearch = false;
     cmdAction[0]->setEnabled(false);
-    gfbGrid_search(fgrdItems, this);
+    gpGrid_show(fgrdItems, gLookup.search(txtEditValue->text()));
     cmdAction[0]->setEnabled(true);
     mbEnterDown = false; // keys typed while it searched are gone; the next ones count
     if (isVisible() && isEnabled())
@@ -476,7 +456,7 @@ void frm_Lookup::cmdSearch_Click()
 
 void frm_Lookup::cmdStop_Click()
 {
-    gbStopSearch = true;
+    gLookup.gbStopSearch = true;
     ckWildcard->setFocusPolicy(Qt::TabFocus);
 }
 
@@ -484,19 +464,14 @@ void frm_Lookup::cmdEdit_Click()
 {
     const DbAction action;
     ckWildcard->setChecked(false);
-    const bool hadValue = !gsSearchValue.isEmpty() || !txtEditValue->text().isEmpty();
+    const bool hadValue = !gLookup.gsSearchValue.isEmpty() || !txtEditValue->text().isEmpty();
     txtEditValue->blockSignals(true);
     txtEditValue->clear();
     txtEditValue->blockSignals(false);
     msTyped.clear();
-    gbKeyEdit = false;
+    gLookup.gbKeyEdit = false;
     mbEnterDown = false;
-    gfbGrid_reload(fgrdItems, this);
-    // The empty value takes the list back to its first record; the bar code
-    // order reads nothing before the first character unless a value is cleared.
-    gsSearchValue.clear();
-    if (!gbWildcard && giScanField < 0 && (!gbUpcSort || hadValue))
-        gfbGrid_search(fgrdItems, this);
+    gpGrid_show(fgrdItems, gLookup.clear(hadValue));
     Lblwait->hide();
 }
 
@@ -504,39 +479,52 @@ void frm_Lookup::cmdAction_Click(int Index)
 {
     if (Index != 0)
         return;
-    if (gbWildcard || giScanField > -1)
-        gbStopSearch = true;
+    if (gLookup.gbWildcard || gLookup.giScanField > -1)
+        gLookup.gbStopSearch = true;
     if (fgrdItems->Row() < 1)
         fgrdItems->setRow(1);
-    gpInventoryAction(0, fgrdItems, this);
+    gLookup.accept(fgrdItems->Row());
+    gLookup.gbLookupClosing = true;
+    closeLookup();
+    gLookup.gbLookupClosing = false;
     mbEnterDown = false;
 }
 
 void frm_Lookup::cmdExit_Click()
 {
-    gbLoadAbort = true;
-    gsLookupCode.clear();
+    gLookup.gbLoadAbort = true;
+    gLookup.gsLookupCode.clear();
     closeLookup();
-    giSavedRow = 0;
-    gbLoadAbort = false;
+    gLookup.giSavedRow = 0;
+    gLookup.gbLoadAbort = false;
 }
 
 bool frm_Lookup::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == fgrdItems->viewport() && event->type() == QEvent::MouseButtonRelease) {
-        giSavedRow = static_cast<qint16>(fgrdItems->Row());
+        gLookup.pick(fgrdItems->Row());
         msTyped.clear();
         focusSearchBox();
     } else if (watched == txtEditValue && event->type() == QEvent::MouseButtonPress) {
-        gbStopSearch = false;
+        gLookup.gbStopSearch = false;
     }
     return KeyPreviewForm::eventFilter(watched, event);
 }
 
+bool gfbInventoryLookup_setup(frm_Lookup *form)
+{
+    const LookupPage page = gLookup.setup();
+    if (form)
+        form->showSort(page);
+    else
+        gpLookup_tell(page);
+    return true;
+}
+
 QString gfsInventory_find(const QString &sCode)
 {
-    gbLookupFind = true;
-    gsLookupCode = sCode;
+    gLookup.gbLookupFind = true;
+    gLookup.gsLookupCode = sCode;
     {
         frm_Lookup form;
         bool ready = false;
@@ -553,6 +541,7 @@ QString gfsInventory_find(const QString &sCode)
         if (ready)
             platform::showModal(form);
     }
-    gbLookupFind = false;
-    return gsLookupCode > QString() ? gsLookupCode : QString();
+    gLookup.gbLookupFind = false;
+    const QString code = gLookup.gsLookupCode;
+    return code > QString() ? code : QString();
 }

@@ -1,5 +1,5 @@
 #pragma once
-#include "lookup/LookupState.h"
+#include "lookup/model/InventoryLookup.h"
 #include "platform/KeyPreviewForm.h"
 #include <QSize>
 #include <array>
@@ -15,7 +15,7 @@ class MSFlexGrid;
 
 // The suite's full-screen list for finding an inventory item: pick a row and
 // the caller gets its stock locater.
-class frm_Lookup : public platform::KeyPreviewForm, public LookupForm {
+class frm_Lookup : public platform::KeyPreviewForm {
     Q_OBJECT
 public:
     explicit frm_Lookup(QWidget *parent = nullptr);
@@ -35,14 +35,11 @@ public:
     void cmdStop_Click();
     void cmdEdit_Click();
 
-    // LookupForm
-    void setFormCaption(const QString &caption) override { setWindowTitle(caption); }
-    void setSortCaption(const QString &caption) override;
-    void setExitCaption(const QString &caption) override;
-    void hideAction(int index) override;
-    void focusSearchBox() override;
-    void focusList() override;
-    void closeLookup() override;
+    // The captions of a sort, and its boxes.
+    void showSort(const LookupPage &page);
+    // The search box when it is visible and enabled.
+    void focusSearchBox();
+    void closeLookup();
 
     platform::MSFlexGrid *fgrdItems;
     QLineEdit *txtEditValue;

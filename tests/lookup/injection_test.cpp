@@ -147,7 +147,7 @@ protected:
             ASSERT_TRUE(gfbDBSM_Record(2, opInsert, 0, false, false, sql));
         }
         giInventorySearch = 0;
-        gbWildcard = false;
+        gLookup = InventoryLookup(); // each test opens the lookup as a new start does
     }
 
     // Types each value into the search box in every order, and searches each
@@ -217,8 +217,8 @@ TEST_F(InjectionTest, TypedPatternCharactersAreLiteralInTheWildcardSearch)
             f.ckWildcard->setChecked(true);
             f.txtEditValue->setText(value);
             f.cmdSearch_Click();
-            for (int i = 1; i < gInventoryMatches.size(); ++i)
-                found << gInventoryMatches[i].text("Description").trimmed();
+            for (int i = 1; i < gLookup.gInventoryMatches.size(); ++i)
+                found << gLookup.gInventoryMatches[i].text("Description").trimmed();
             f.cmdExit_Click();
         });
         gfsInventory_find("");

@@ -34,7 +34,7 @@ protected:
         openStore();
         addSampleItems();
         giInventorySearch = 0;
-        gbWildcard = false;
+        gLookup = InventoryLookup(); // each test opens the lookup as a new start does
         giLinkOption = 0;
         gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
     }
@@ -120,7 +120,7 @@ TEST_F(LookupScreenTest, WhileStopShowsF10OnlyStops)
         QTest::keyClick(f.txtEditValue, Qt::Key_Return); // runs the search
         EXPECT_EQ(f.fgrdItems->TextMatrix(1, colDescription), "CHOCOLATE CAKE");
         QTest::keyClick(f.txtEditValue, Qt::Key_F10);
-        EXPECT_TRUE(gbStopSearch);
+        EXPECT_TRUE(gLookup.gbStopSearch);
         EXPECT_FALSE(f.isHidden()) << "F10 only stopped the search";
         QTest::keyClick(f.txtEditValue, Qt::Key_F2);
     });
@@ -193,7 +193,7 @@ TEST_F(LookupScreenTest, ClearGoesBackToTheFirstRecordWithTheWildcardOff)
         EXPECT_EQ(f.txtEditValue->text(), "CAKEX") << "the box takes keys after the search";
         QTest::mouseClick(f.cmdEdit[0], Qt::LeftButton);
         EXPECT_FALSE(f.ckWildcard->isChecked());
-        EXPECT_FALSE(gbWildcard);
+        EXPECT_FALSE(gLookup.gbWildcard);
         EXPECT_TRUE(f.cmdSearch->isHidden());
         EXPECT_EQ(firstRow(f), "APPLES GALA");
 
@@ -216,10 +216,10 @@ TEST_F(LookupScreenTest, AResizeThatKeepsTheRowCountSelectsTheSortColumnAgain)
         QTest::keyClick(f.txtEditValue, Qt::Key_F7);
         QTest::keyClicks(f.txtEditValue, "it-3");
         EXPECT_EQ(f.fgrdItems->TextMatrix(1, colItemID), "IT-3");
-        const int rows = giGridRows;
+        const int rows = gLookup.giGridRows;
         f.resize(f.width() - 40, f.height());
         QCoreApplication::processEvents();
-        EXPECT_EQ(giGridRows, rows);
+        EXPECT_EQ(gLookup.giGridRows, rows);
         EXPECT_EQ(f.txtEditValue->text(), "") << "the search under way is cleared";
         EXPECT_EQ(f.lblPad->text(), "--Item ID");
         EXPECT_EQ(f.fgrdItems->TextMatrix(1, colItemID), "APL-1") << "the first record";

@@ -29,7 +29,7 @@ protected:
             addItem(QString::number(40000000 + i), QString("IT-%1").arg(i),
                     QString("ITEM %1").arg(i, 2, 10, QChar('0')));
         giInventorySearch = 0;
-        gbWildcard = false;
+        gLookup = InventoryLookup(); // each test opens the lookup as a new start does
         giLinkOption = 0;
     }
 };

@@ -1,0 +1,282 @@
+#include "common/zelFormats.h"
+#include "database/DbEngine.h"
+#include "database/TableNames.h"
+#include "database/zelDBSM_Upc.h"
+#include "hotkeys/hkeyGlobal.h"
+#include "lookup/model/InventoryLookup.h"
+#include "support/StoreDb.h"
+#include <QSqlError>
+#include <QSqlQuery>
+
+using testing_support::StoreDbTest;
+
+namespace {
+
+// The lookup without a screen, on each engine of the run: items "ITEM 01" to
+// "ITEM nn", S/L 10000001 on, pages of five rows.
+class LookupModelTest : public StoreDbTest, public testing_support::OnEachEngine {
+protected:
+    void SetUp() override
+    {
+        StoreDbTest::SetUp();
+        if (IsSkipped() || HasFatalFailure())
+            return; // no cluster to run on
+        openStore();
+        giInventorySearch = colDescription;
+        lookup.giGridRows = 6;
+    }
+    void items(int count, bool deleteSome = false)
+    {
+        for (int i = 1; i <= count; ++i)
+            addItem(QString::number(10000000 + i), QString("ID%1").arg(i),
+                    QString("ITEM %1").arg(i, 2, 10, QChar('0')), i * 1.25);
+        if (deleteSome)
+            glDBSM_Execute("UPDATE invt1 SET Status = 'D' WHERE RecordNum % 4 = 0");
+    }
+    void upc(const QString &sl, const QString &code, int uid = 0)
+    {
+        gUpcRecord.clear();
+        gUpcRecord.setText("SL", sl);
+        gUpcRecord.setText("UPC", code);
+        gUpcRecord.setNumber("InvUID", uid);
+        QString sql;
+        ASSERT_TRUE(gfbDBSM_Record(tblUpc, opInsert, 0, false, false, sql));
+    }
+    void open()
+    {
+        lookup.setup();
+        lookup.prepare();
+        page = lookup.load();
+        ASSERT_TRUE(page.ok);
+    }
+    // The descriptions of the page's rows, as the grid shows them.
+    QStringList shown() const
+    {
+        QStringList rows;
+        for (int r = 1; r < page.rows.size() - 2; ++r) rows << page.rows[r][colDescription];
+        return rows;
+    }
+    QStringList told() const
+    {
+        QStringList t;
+        for (const LookupMessage &m : page.messages) t << m.title + ": " + m.text;
+        return t;
+    }
+    InventoryLookup lookup;
+    LookupPage page;
+};
+
+QStringList names(int from, int to, int blanks = 0)
+{
+    QStringList out;
+    for (int i = from; i <= to; ++i) out << QString("ITEM %1").arg(i, 2, 10, QChar('0'));
+    for (int i = 0; i < blanks; ++i) out << "";
+    return out;
+}
+
+// One user action and what the list shows after it.
+struct Step {
+    int direction;
+    QStringList rows;
+    int cursor;
+    QStringList told;
+};
+
+} // namespace
+
+TEST_P(LookupModelTest, TheFirstPageShowsEveryFormatInKeyOrder)
+{
+    items(12);
+    glDBSM_Execute("UPDATE invt1 SET QtyOnHand = 2.5, SubDescription = 'BOX' WHERE RecordNum = 1");
+    upc("10000001", "012345678905");
+    upc("10000002", "D0001");
+    open();
+    EXPECT_EQ(shown(), names(1, 5));
+    EXPECT_EQ(page.cursor, 1);
+    EXPECT_TRUE(lookup.gbAtTop);
+    const QStringList &first = page.rows[1];
+    EXPECT_EQ(first[colSL], "1000000.1");
+    EXPECT_EQ(first[colPrice], "1.25");
+    EXPECT_EQ(first[colQuantity], "2.5");
+    EXPECT_EQ(first[colSubDesc], "BOX");
+    EXPECT_EQ(first[colUPC], "012345678905");
+    EXPECT_EQ(page.rows[2][colUPC], "") << "a department link does not show";
+    EXPECT_EQ(page.rows[6][colDescription], "") << "the last grid row stays empty";
+}
+
+TEST_P(LookupModelTest, PagesAndLinesMoveAsTheListDoes)
+{
+    items(12);
+    open();
+    const Step steps[] = {
+        {dirPageDown, names(5, 9), 1, {}}, // from Bottom the old last row comes first
+        {dirPageUp, names(1, 5), 1, {}},
+        {dirPageUp, names(1, 5), 1, {": Top of List"}},
+        {dirPageDown, names(6, 10), 1, {}}, // from Top the pages do not overlap
+        {dirPageDown, names(10, 12, 2), 1, {}},
+        {dirPageDown, names(10, 12, 2), 1, {}}, // nothing at the end
+        {dirPageUp, names(6, 10), 1, {}},
+        {dirLineDown, names(6, 10), 2, {}},
+        {dirLineUp, names(6, 10), 1, {}},
+        {dirLineUp, names(5, 9), 1, {}},
+    };
+    int i = 0;
+    for (const Step &s : steps) {
+        page = lookup.move(s.direction);
+        EXPECT_EQ(shown(), s.rows) << "step " << i;
+        EXPECT_EQ(page.cursor, s.cursor) << "step " << i;
+        EXPECT_EQ(told(), s.told) << "step " << i++;
+    }
+    EXPECT_EQ(lookup.gsCursorEnd, "Top");
+}
+
+TEST_P(LookupModelTest, TheHighlightStopsAtTheEdgesOfAShortList)
+{
+    items(3);
+    open();
+    EXPECT_TRUE(lookup.gbAtEnd);
+    const Step steps[] = {
+        {dirPageDown, names(1, 3, 2), 1, {}},
+        {dirLineDown, names(1, 3, 2), 2, {}},
+        {dirLineDown, names(1, 3, 2), 3, {}},
+        {dirLineDown, names(1, 3, 2), 3, {"Look Up: End of the List"}},
+        {dirLineUp, names(1, 3, 2), 2, {}},
+    };
+    for (const Step &s : steps) {
+        page = lookup.move(s.direction);
+        EXPECT_EQ(shown(), s.rows);
+        EXPECT_EQ(page.cursor, s.cursor);
+        EXPECT_EQ(told(), s.told);
+    }
+}
+
+TEST_P(LookupModelTest, ASearchMovesTheHighlightOnThePageOrReadsByTheKey)
+{
+    items(20);
+    open();
+    const struct {
+        int column;
+        QString typed;
+        QStringList rows;
+        int cursor;
+    } cases[] = {
+        {colDescription, "ITEM 04", names(1, 5), 4},  {colDescription, "item 15", names(15, 19), 1},
+        {colDescription, "ZZZ", names(20, 20, 4), 1}, // beyond the last key: the nearest below
+        {colDescription, "", names(1, 5), 1},         {colSL, "1000001.2", names(12, 16), 1},
+        {colItemID, "ID7", names(7, 9, 2), 1},
+    };
+    for (const auto &c : cases) {
+        page = lookup.sortBy(c.column);
+        page = lookup.type(c.typed);
+        EXPECT_EQ(shown(), c.rows) << c.typed.toStdString();
+        EXPECT_EQ(page.cursor, c.cursor) << c.typed.toStdString();
+    }
+    EXPECT_EQ(page.rows[1][colItemID], "ID7");
+    EXPECT_TRUE(lookup.gbItemIdSearch);
+}
+
+TEST_P(LookupModelTest, WildcardMatchesArePagedInMemoryWithoutDeletedItems)
+{
+    items(14, true);
+    open();
+    lookup.gbWildcard = true;
+    page = lookup.search("1");
+    EXPECT_EQ(shown(), QStringList({"ITEM 01", "ITEM 10", "ITEM 11", "ITEM 13", "ITEM 14"}));
+    page = lookup.search("ITEM");
+    EXPECT_EQ(lookup.gInventoryMatches.size() - 1, 11) << "ITEM 04, 08 and 12 are deleted";
+    const QStringList all = {"ITEM 01", "ITEM 02", "ITEM 03", "ITEM 05", "ITEM 06", "ITEM 07",
+                             "ITEM 09", "ITEM 10", "ITEM 11", "ITEM 13", "ITEM 14"};
+    EXPECT_EQ(shown(), all.mid(0, 5));
+    const Step steps[] = {
+        {dirPageDown, all.mid(5, 5), 1, {}},
+        {dirPageUp, all.mid(0, 5), 1, {}},
+        {dirLineUp, all.mid(0, 5), 1, {"Look Up: Top Of List"}},
+        {dirPageDown, all.mid(5, 5), 1, {}},
+        {dirPageDown, all.mid(10, 1) + QStringList(4, ""), 1, {": End of List"}},
+    };
+    for (const Step &s : steps) {
+        page = lookup.move(s.direction);
+        EXPECT_EQ(shown(), s.rows);
+        EXPECT_EQ(told(), s.told);
+    }
+
+    const struct {
+        int column;
+        QString typed;
+        QStringList told;
+    } words[] = {
+        {colDescription, "x' OR 'a'='a", {": No matches found"}},
+        {colDescription, QString("ITEM") + QChar(0), {": No matches found"}},
+        {colQuantity, "ITEM", {}}, // price: no wildcard, and no word
+    };
+    for (const auto &w : words) {
+        lookup.sortBy(w.column);
+        page = lookup.wildcard(w.typed);
+        EXPECT_EQ(told(), w.told) << w.typed.toStdString();
+    }
+}
+
+TEST_P(LookupModelTest, EachColumnSortsByItsKeyOrIsScanned)
+{
+    items(2);
+    open();
+    const struct {
+        int column;
+        QString caption;
+        qint16 key;
+        QString field;
+        int scan;
+        int sortColumn;
+    } sorts[] = {
+        {colDescription, "--Description", invKeyDescription, "Description", -1, colDescription},
+        {colSL, "--SL", invKeySL, "SL", -1, colSL},
+        {colUPC, "--UPC", invKeyItemID, "UPC", -1, colUPC},
+        {colVendor, "---Vendor", invKeyVendorSL, "VendorCode", -1, colVendor},
+        {colQuantity, "--Price", invKeyDescription, "Price", gfiInventoryField("QtyOnHand"),
+         colDescription},
+        {colDeptName, "", invKeyRecordNum, "Price", gfiInventoryField("SL"), colUID},
+    };
+    for (const auto &s : sorts) {
+        page = lookup.sortBy(s.column);
+        EXPECT_EQ(page.sortCaption, s.caption);
+        EXPECT_EQ(lookup.giSortKey, s.key);
+        EXPECT_EQ(lookup.gsSortFieldName, s.field);
+        EXPECT_EQ(lookup.giScanField, s.scan);
+        EXPECT_EQ(lookup.sortColumn(), s.sortColumn);
+        EXPECT_EQ(giInventorySearch, s.column);
+    }
+    EXPECT_EQ(told(), QStringList({"Department Name: Display Only - No Sorting Available"}));
+    EXPECT_EQ(lookup.accept(2), "10000002");
+}
+
+TEST_P(LookupModelTest, TheBarCodeOrderSkipsLinkValues)
+{
+    items(3);
+    upc("10000001", "0300", 1);
+    upc("10000002", "0100", 2);
+    upc("10000003", "D200", 3);
+    upc("10000003", "0200", 3);
+    open();
+    lookup.sortBy(colUPC);
+    page = lookup.clear(true);
+    EXPECT_EQ(shown(), QStringList({"ITEM 02", "ITEM 03", "ITEM 01", "", ""}))
+        << "the D value gives an empty row";
+    EXPECT_EQ(page.rows[1][colUPC], "0100");
+}
+
+TEST_P(LookupModelTest, AnotherStationsChangesAreSeenAtTheNextMove)
+{
+    items(10);
+    open();
+    auto station = anotherStation();
+    QSqlQuery q(station->db());
+    ASSERT_TRUE(q.exec("UPDATE invt1 SET Status = 'D' WHERE RecordNum = 6"))
+        << q.lastError().text().toStdString();
+    ASSERT_TRUE(q.exec("INSERT INTO invt1 (SL, ItemID, Description, Status, RecordNum) VALUES "
+                       "('20000000', 'NEW', 'ITEM 05A', ' ', 99)"));
+    for (int i = 0; i < 6; ++i) page = lookup.move(dirLineDown);
+    EXPECT_EQ(shown(), QStringList({"ITEM 03", "ITEM 04", "ITEM 05", "ITEM 05A", "ITEM 07"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Engines, LookupModelTest, testing_support::kEachEngine,
+                         testing_support::engineName);
