@@ -307,7 +307,7 @@ protected:
     // Picks `sl` with F3 in the key dialog.
     void pick(frmHotKey_Define &key, const QString &sl)
     {
-        modal.drive("frm_Lookup", [sl](QDialog &) { gsLookupCode = sl; });
+        modal.drive("frm_Lookup", [sl](QDialog &) { gLookup.gsLookupCode = sl; });
         QTest::keyClick(key.txtEdit[1], Qt::Key_F3);
     }
 };

@@ -1,5 +1,6 @@
 #include "hotkeys/hkeyVersions.h"
 #include "lookup/frm_Lookup.h"
+#include "lookup/model/InventoryLookup.h"
 #include "platform/Dialogs.h"
 #include "platform/MSFlexGrid.h"
 #include "screens/frmReplaceItem.h"
@@ -58,7 +59,7 @@ protected:
     // Picks the cola in the lookup and accepts the preview, with new labels or not.
     void replaceWithCola(bool labels, const std::function<void()> &meanwhile = {})
     {
-        modal.drive("frm_Lookup", [](QDialog &) { gsLookupCode = "00020010"; });
+        modal.drive("frm_Lookup", [](QDialog &) { gLookup.gsLookupCode = "00020010"; });
         modal.drive("frmReplaceItem", [labels, meanwhile, this](QDialog &d) {
             auto &preview = static_cast<frmReplaceItem &>(d);
             preview.chkLabel->setChecked(labels);

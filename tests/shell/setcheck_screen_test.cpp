@@ -115,7 +115,7 @@ TEST_F(SetCheckScreenTest, WhereUsedListsTheKeysOfAnItemTypedOrPickedAndOfTheSel
         EXPECT_EQ(rows(f), QStringList({"02 | Hot Drinks | 1 | 3 | \"Espresso\" sells Item ID "
                                         "ESPRESSO"}));
     });
-    modal.drive("frm_Lookup", [](QDialog &) { gsLookupCode = "00012345"; });
+    modal.drive("frm_Lookup", [](QDialog &) { gLookup.gsLookupCode = "00012345"; });
     form->mnuWhereUsedType[0]->trigger();
 
     form->fgrdItems->setRow(2); // set 02
