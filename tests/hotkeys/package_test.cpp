@@ -11,6 +11,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #ifdef __linux__
+#include "support/SetLines.h"
 #include <sys/mount.h>
 #endif
 
@@ -19,12 +20,7 @@ using testing_support::StoreDbTest;
 
 namespace {
 
-QByteArray key(int k, const QByteArray &caption, const QByteArray &item, const QByteArray &idSelect,
-               const QByteArray &link = "", const QByteArray &icon = "")
-{
-    return "[BUTTON]" + QByteArray::number(k) + "[CAPTION]" + caption + "[ITEM]" + item + "[ICON]" +
-           icon + "[IDSELECT]" + idSelect + "[LINKSET]" + link + "[ROOT]\r\n";
-}
+using testing_support::keyLine;
 
 // A set file whose first column holds `keys`.
 QByteArray setFile(const QByteArray &title, const QByteArray &keys)
@@ -126,13 +122,13 @@ TEST_F(PackageTest, ARoundTripMatchesEachItemByItsCodeRenumbersLinksAndKeepsEver
     addUpc("00020010", "0700000000017");
     addUpc("00020010", "D12"); // a department link, no product code
     writeDataFile("HKSET01.SDF",
-                  setFile("Drinks", key(1, "Coffee", "0001234.5", "No", "", "coffee.jpg") +
-                                        key(2, "Tea", "TEA-1%", "Yes", "", "tea.jpg") +
-                                        key(3, "Cakes", "", "", "2") +
-                                        key(4, "Far Away", "", "", "40") +
-                                        key(5, "Gone", "GONE'1", "Yes")));
-    writeDataFile("HKSET02.SDF", setFile("Cakes", key(1, "Cake", "0002001.0", "No") +
-                                                      key(2, "Back", "", "", "1")));
+                  setFile("Drinks", keyLine(1, "Coffee", "0001234.5", "No", "", "coffee.jpg") +
+                                        keyLine(2, "Tea", "TEA-1%", "Yes", "", "tea.jpg") +
+                                        keyLine(3, "Cakes", "", "", "2") +
+                                        keyLine(4, "Far Away", "", "", "40") +
+                                        keyLine(5, "Gone", "GONE'1", "Yes")));
+    writeDataFile("HKSET02.SDF", setFile("Cakes", keyLine(1, "Cake", "0002001.0", "No") +
+                                                      keyLine(2, "Back", "", "", "1")));
     writeDataFile("SPECIAL.BDF", "[BUTTON]1[CAPTION]Void[KEY]*\r\n");
     writePicture("coffee.jpg", "A coffee");
     writePicture("tea.jpg", "A tea");
@@ -146,7 +142,7 @@ TEST_F(PackageTest, ARoundTripMatchesEachItemByItsCodeRenumbersLinksAndKeepsEver
     addItem("00099999", "TEA-1%", "TEA B");
     addItem("00088888", "CAKE-B", "CAKE B");
     addUpc("00088888", "0700000000017");
-    writeDataFile("HKSET01.SDF", setFile("B Main", key(1, "Coffee", "0001234.5", "No")));
+    writeDataFile("HKSET01.SDF", setFile("B Main", keyLine(1, "Coffee", "0001234.5", "No")));
     writeDataFile("HKSET03.SDF", setFile("B Other", ""));
     writeDataFile("SPECIAL.BDF", "[BUTTON]2[CAPTION]Weigh[KEY]W\r\n");
     writePicture("coffee.jpg", "B coffee");
@@ -173,12 +169,14 @@ TEST_F(PackageTest, ARoundTripMatchesEachItemByItsCodeRenumbersLinksAndKeepsEver
     const QList<QByteArray> lines = readDataFile("HKSET02.SDF").split('\n');
     ASSERT_EQ(lines.size(), 38) << "37 lines, each ended";
     EXPECT_EQ(lines.mid(2, 5).join('\n') + '\n',
-              key(1, "Coffee", "0001234.5", "No", "", "coffee-2.jpg") +
-                  key(2, "Tea", "TEA-1%", "Yes", "", "tea.jpg") + key(3, "Cakes", "", "", "3") +
-                  key(4, "Far Away", "", "", "40") + key(5, "Gone", "GONE'1", "Yes"));
+              keyLine(1, "Coffee", "0001234.5", "No", "", "coffee-2.jpg") +
+                  keyLine(2, "Tea", "TEA-1%", "Yes", "", "tea.jpg") +
+                  keyLine(3, "Cakes", "", "", "3") + keyLine(4, "Far Away", "", "", "40") +
+                  keyLine(5, "Gone", "GONE'1", "Yes"));
     EXPECT_TRUE(readDataFile("HKSET03.SDF").startsWith("[SET]Cakes\r\n"));
-    EXPECT_TRUE(readDataFile("HKSET03.SDF")
-                    .contains(key(1, "Cake", "0008888.8", "No") + key(2, "Back", "", "", "2")));
+    EXPECT_TRUE(
+        readDataFile("HKSET03.SDF")
+            .contains(keyLine(1, "Cake", "0008888.8", "No") + keyLine(2, "Back", "", "", "2")));
     EXPECT_EQ(readDataFile("HKSET01.SDF"), before["HKSET01.SDF"]);
     EXPECT_EQ(readDataFile("SPECIAL.BDF"), "[BUTTON]1[CAPTION]Void[KEY]*\r\n");
     EXPECT_EQ(readDataFile("pictures/HotKeys/coffee.jpg"), "B coffee");
@@ -192,7 +190,7 @@ TEST_F(PackageTest, ARoundTripMatchesEachItemByItsCodeRenumbersLinksAndKeepsEver
 
 TEST_F(PackageTest, ABadPackageNamesWhatIsWrongAndWritesNothing)
 {
-    const QByteArray set = setFile("Drinks", key(1, "Coffee", "0001234.5", "No"));
+    const QByteArray set = setFile("Drinks", keyLine(1, "Coffee", "0001234.5", "No"));
     QList<std::pair<QString, QByteArray>> many{{"manifest.json", manifest()}};
     for (int i = 0; i < 10000; ++i) many.append({QString("pictures/p%1.jpg").arg(i), "x"});
     const struct {
@@ -265,7 +263,7 @@ TEST_F(PackageTest, ABadPackageNamesWhatIsWrongAndWritesNothing)
 TEST_F(PackageTest, ADiskThatFillsDuringTheImportLeavesTheDataFolderAsItWas)
 {
     writeDataFile("HKSET01.SDF",
-                  setFile("Drinks", key(1, "Coffee", "0001234.5", "No", "", "big.jpg")));
+                  setFile("Drinks", keyLine(1, "Coffee", "0001234.5", "No", "", "big.jpg")));
     writePicture("big.jpg", QByteArray(300 * 1024, 'p'));
     ASSERT_TRUE(exportSets(package, {{"01"}}).ok);
 

@@ -2,6 +2,7 @@
 #include "hotkeys/hkeyPictures.h"
 #include "hotkeys/hkeySetCheck.h"
 #include "support/HkTest.h"
+#include "support/SetLines.h"
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -14,21 +15,8 @@ using testing_support::HkTest;
 
 namespace {
 
-QByteArray blankKeys(int from = 1)
-{
-    QByteArray keys;
-    for (int k = from; k <= 8; ++k)
-        keys += "[BUTTON]" + QByteArray::number(k) +
-                "[CAPTION][ITEM][ICON][IDSELECT][LINKSET][ROOT]\r\n";
-    return keys;
-}
-
-QByteArray key(int k, const QByteArray &caption, const QByteArray &item, const QByteArray &idSelect,
-               const QByteArray &link, const QByteArray &icon = "")
-{
-    return "[BUTTON]" + QByteArray::number(k) + "[CAPTION]" + caption + "[ITEM]" + item + "[ICON]" +
-           icon + "[IDSELECT]" + idSelect + "[LINKSET]" + link + "[ROOT]\r\n";
-}
+using testing_support::blankKeys;
+using testing_support::keyLine;
 
 // "03 2/5 text" for each finding, so a whole list compares in one line.
 QStringList lines(const Result &r)
@@ -99,14 +87,15 @@ protected:
 TEST_F(SetCheckTest, FindsEachPlantedFaultAndNothingElse)
 {
     writeSet(1, "Main",
-             key(1, "Coffee", "0001234.5", "No", "", "coffee.jpg") +
-                 key(2, "Cake", "cake-1", "Yes", "") + key(3, "Lunch", "", "No", "2") +
-                 key(4, "Gone", "", "No", "7") + key(5, "Again", "", "No", "01") +
-                 key(6, "Old Tea", "0009999.0", "No", "") + key(7, "Ghost", "0005555.0", "No", "") +
-                 key(8, "", "", "", "", "tea.jpg"));
+             keyLine(1, "Coffee", "0001234.5", "No", "", "coffee.jpg") +
+                 keyLine(2, "Cake", "cake-1", "Yes", "") + keyLine(3, "Lunch", "", "No", "2") +
+                 keyLine(4, "Gone", "", "No", "7") + keyLine(5, "Again", "", "No", "01") +
+                 keyLine(6, "Old Tea", "0009999.0", "No", "") +
+                 keyLine(7, "Ghost", "0005555.0", "No", "") +
+                 keyLine(8, "", "", "", "", "tea.jpg"));
     writeSet(2, "Lunch",
-             key(1, "Back", "", "No", "1") + key(2, "Cake", "CAKE-1", "Yes", "") +
-                 key(3, "Mystery", "X-1", "", "") + blankKeys(4));
+             keyLine(1, "Back", "", "No", "1") + keyLine(2, "Cake", "CAKE-1", "Yes", "") +
+                 keyLine(3, "Mystery", "X-1", "", "") + blankKeys(4));
     writeSet(3, "Hidden", blankKeys(), "[GROUP]1[CAPTION][COLOR]RED\r\n");
     const QMap<QString, QByteArray> before = folder();
 
@@ -141,7 +130,8 @@ TEST_F(SetCheckTest, FindsEachPlantedFaultAndNothingElse)
 TEST_F(SetCheckTest, AnInventoryThatCannotBeReadIsToldOnceAndNoItemIsBlamed)
 {
     writeSet(1, "Main",
-             key(1, "Coffee", "0001234.5", "No", "") + key(2, "Tea", "7", "No", "") + blankKeys(3));
+             keyLine(1, "Coffee", "0001234.5", "No", "") + keyLine(2, "Tea", "7", "No", "") +
+                 blankKeys(3));
     const Result r = checkSets([](const QStringList &, bool) { return std::nullopt; });
     ASSERT_EQ(r.findings.size(), 2);
     EXPECT_EQ(r.findings[0].kind, Kind::InventoryFault);
@@ -155,9 +145,9 @@ TEST_F(SetCheckTest, HandEditedFilesAreReportedAsWhatTheyAre)
                                  "[BUTTON]1[CAPTION]Lost\r\n[GROUP]1[CAPTION]Ok[COLOR]\r\n"
                                  "[BUTTON]x[CAPTION]What\r\n[BUTTON]9[CAPTION]Nine\r\n");
     writeDataFile("HKSET02.SDF", QByteArray("[SET]Junk\r\n\x01\xff\xfe\x00junk\r\n", 21) +
-                                     key(1, "Go", "", "No", "1"));
+                                     keyLine(1, "Go", "", "No", "1"));
     writeDataFile("HKSET03.SDF",
-                  "[SET]Unix\n[GROUP]1[CAPTION]A[COLOR]\n" + key(1, "Go", "", "No", "1"));
+                  "[SET]Unix\n[GROUP]1[CAPTION]A[COLOR]\n" + keyLine(1, "Go", "", "No", "1"));
     writeDataFile("HKSET04.SDF", "");
     writeDataFile("HKSET05.SDF",
                   "[BUTTON]1[CAPTION]Early[ITEM][ICON][IDSELECT][LINKSET]1[ROOT]\r\n");
@@ -190,7 +180,7 @@ TEST_F(SetCheckTest, HandEditedFilesAreReportedAsWhatTheyAre)
 
 TEST_F(SetCheckTest, AFileThatVanishesDuringTheCheckIsToldAndTheRestIsChecked)
 {
-    for (int n = 1; n <= 3; ++n) writeSet(n, "Set", key(1, "Go", "", "No", n == 3 ? "1" : "3"));
+    for (int n = 1; n <= 3; ++n) writeSet(n, "Set", keyLine(1, "Go", "", "No", n == 3 ? "1" : "3"));
     const Result r = checkSets(
         [](const QStringList &, bool) { return std::optional(QHash<QString, ItemState>()); },
         [this](int done, int) {
@@ -208,7 +198,7 @@ TEST_F(SetCheckTest, AFileThatVanishesDuringTheCheckIsToldAndTheRestIsChecked)
 
 TEST_F(SetCheckTest, CancelStopsAtOnceAndKeepsWhatWasFound)
 {
-    for (int n = 1; n <= 5; ++n) writeSet(n, "Set", key(1, "Gone", "", "No", "9"));
+    for (int n = 1; n <= 5; ++n) writeSet(n, "Set", keyLine(1, "Gone", "", "No", "9"));
     const Result r = checkSets(
         [](const QStringList &, bool) { return std::optional(QHash<QString, ItemState>()); },
         [](int done, int total) {
@@ -222,13 +212,14 @@ TEST_F(SetCheckTest, CancelStopsAtOnceAndKeepsWhatWasFound)
 
 TEST_F(SetCheckTest, WhereUsedFindsAnItemInEveryFormAndASetByEveryFormOfItsNumber)
 {
-    writeSet(1, "Main",
-             key(1, "Coffee", "0001234.5", "No", "") + key(2, "Coffee 2", "1234.5", "No", "") +
-                 key(3, "By Id", "cafe-9", "Yes", "") + key(4, "Link", "0001234.5", "No", "2") +
-                 key(5, "Other", "0001234.6", "No", "") + blankKeys(6));
+    writeSet(
+        1, "Main",
+        keyLine(1, "Coffee", "0001234.5", "No", "") + keyLine(2, "Coffee 2", "1234.5", "No", "") +
+            keyLine(3, "By Id", "cafe-9", "Yes", "") + keyLine(4, "Link", "0001234.5", "No", "2") +
+            keyLine(5, "Other", "0001234.6", "No", "") + blankKeys(6));
     writeSet(2, "Lunch",
-             key(1, "Back", "", "No", "1") + key(2, "Back 2", "", "No", "01") +
-                 key(3, "Far", "", "No", "10") + blankKeys(4));
+             keyLine(1, "Back", "", "No", "1") + keyLine(2, "Back 2", "", "No", "01") +
+                 keyLine(3, "Far", "", "No", "10") + blankKeys(4));
 
     QStringList said = lines(whereItemUsed({"0001234.5", "CAFE-9"}));
     EXPECT_EQ(said, QStringList({"01 1/1 \"Coffee\" sells S/L 0001234.5",
@@ -250,12 +241,13 @@ TEST_F(SetCheckTest, EachKeyIsCheckedByItsOwnKindSpecialCodesNeedNoRowAndPicture
 {
     picture("wide.png", {kMaxPictureSide + 1, 2});
     writeDataFile("pictures/HotKeys/text.jpg", "not a picture");
-    writeSet(1, "Main",
-             key(1, "No Stock", "~NONSTK", "No", "") + key(2, "Paid Out", "~POUT", "No", "") +
-                 key(3, "Coupon", "~SCOUPN", "No", "") + key(4, "Cake", "CAKE-1", "No", "") +
-                 key(5, "Coffee", "00012345", "Yes", "") + key(6, "Cake", "CAKE-1", "Yes", "") +
-                 key(7, "Wide", "0001234.5", "No", "", "wide.png") +
-                 key(8, "Text", "0001234.5", "No", "", "text.jpg"));
+    writeSet(
+        1, "Main",
+        keyLine(1, "No Stock", "~NONSTK", "No", "") + keyLine(2, "Paid Out", "~POUT", "No", "") +
+            keyLine(3, "Coupon", "~SCOUPN", "No", "") + keyLine(4, "Cake", "CAKE-1", "No", "") +
+            keyLine(5, "Coffee", "00012345", "Yes", "") + keyLine(6, "Cake", "CAKE-1", "Yes", "") +
+            keyLine(7, "Wide", "0001234.5", "No", "", "wide.png") +
+            keyLine(8, "Text", "0001234.5", "No", "", "text.jpg"));
     writeDataFile("SPECIAL.BDF", "[BUTTON]1[CAPTION]Void[KEY]*\r\n"
                                  "[BUTTON]2[CAPTION]Void Too[KEY]*\r\n"
                                  "[BUTTON]3[CAPTION]Odd[KEY]~SCOUPN[VALUE]1.5.0\r\n");
@@ -284,19 +276,20 @@ TEST_F(SetCheckTest, EachKeyIsCheckedByItsOwnKindSpecialCodesNeedNoRowAndPicture
 
 TEST_F(SetCheckTest, TwiceSoldItemsLinksWithoutLabelAndLabelsTheScreenCannotShow)
 {
-    writeSet(1, "Main",
-             key(1, "Coffee", "0001234.5", "No", "") + key(2, "Coffee 2", "1234.5", "No", "") +
-                 key(3, "Again", "0001234.5", "No", "") + key(4, "", "", "No", "2") +
-                 key(5, "Cake", "CAKE-1", "Yes", "") + key(6, "Cake too", "cake-1", "Yes", "") +
-                 key(7, "No Stock", "~NONSTK", "No", "") +
-                 key(8, "Far too long", "~NONSTK", "No", ""),
-             "[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n");
+    writeSet(
+        1, "Main",
+        keyLine(1, "Coffee", "0001234.5", "No", "") + keyLine(2, "Coffee 2", "1234.5", "No", "") +
+            keyLine(3, "Again", "0001234.5", "No", "") + keyLine(4, "", "", "No", "2") +
+            keyLine(5, "Cake", "CAKE-1", "Yes", "") + keyLine(6, "Cake too", "cake-1", "Yes", "") +
+            keyLine(7, "No Stock", "~NONSTK", "No", "") +
+            keyLine(8, "Far too long", "~NONSTK", "No", ""),
+        "[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n");
     // Column 2 reads well, column 3 has no labels to read, column 4 is the button face.
-    writeDataFile("HKSET02.SDF",
-                  "[SET]Lunch\r\n[GROUP]1[CAPTION]A[COLOR]RED\r\n" + key(1, "Back", "", "No", "1") +
-                      "[GROUP]2[CAPTION]B[COLOR]BLUE\r\n" + key(1, "", "0001234.5", "No", "") +
-                      "[GROUP]3[CAPTION]C[COLOR]*Default\r\n" +
-                      key(1, "Fine", "0001234.5", "No", ""));
+    writeDataFile(
+        "HKSET02.SDF",
+        "[SET]Lunch\r\n[GROUP]1[CAPTION]A[COLOR]RED\r\n" + keyLine(1, "Back", "", "No", "1") +
+            "[GROUP]2[CAPTION]B[COLOR]BLUE\r\n" + keyLine(1, "", "0001234.5", "No", "") +
+            "[GROUP]3[CAPTION]C[COLOR]*Default\r\n" + keyLine(1, "Fine", "0001234.5", "No", ""));
     Drawing drawing;
     drawing.labelProblem = [](const HotKeyButton &b, int, int) {
         return b.Caption.size() > 10 ? QString("it takes 3 lines where 2 fit") : QString();

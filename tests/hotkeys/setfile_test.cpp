@@ -1,6 +1,7 @@
 #include "hotkeys/hkeyServices.h"
 #include "settings/clsDataPath.h"
 #include "support/HkTest.h"
+#include "support/SetLines.h"
 #include <QDir>
 #include <QFile>
 
@@ -8,14 +9,7 @@ using testing_support::HkTest;
 
 namespace {
 
-const char *const kBlank = "[CAPTION][ITEM][ICON][IDSELECT][LINKSET][ROOT]";
-
-QByteArray blankKeys(int from)
-{
-    QByteArray out;
-    for (int k = from; k <= 8; ++k) out += "[BUTTON]" + QByteArray::number(k) + kBlank + "\r\n";
-    return out;
-}
+using testing_support::blankKeys;
 
 // The worked example: set 03, Lunch Menu.
 QByteArray lunchMenu()

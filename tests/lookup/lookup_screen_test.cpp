@@ -10,6 +10,7 @@
 #include "screens/frmHotKeys.h"
 #include "screens/posButtons.h"
 #include "shell/hkeyDBSM_Interface.h"
+#include "support/LookupRows.h"
 #include "support/StoreDb.h"
 #include <QCheckBox>
 #include <QElapsedTimer>
@@ -23,6 +24,8 @@ using testing_support::kDamagedBox;
 using testing_support::StoreDbTest;
 
 namespace {
+
+using testing_support::firstRow;
 
 class LookupScreenTest : public StoreDbTest {
 protected:
@@ -53,11 +56,6 @@ protected:
                     QString("ITEM %1").arg(i, 2, 10, QChar('0')));
     }
 };
-
-QString firstRow(frm_Lookup &f)
-{
-    return f.fgrdItems->TextMatrix(1, colDescription);
-}
 
 } // namespace
 

@@ -4,6 +4,7 @@
 #include "lookup/frm_Lookup.h"
 #include "lookup/sm_DataGrid.h"
 #include "platform/MSFlexGrid.h"
+#include "support/LookupRows.h"
 #include "support/StoreDb.h"
 #include <QElapsedTimer>
 #include <QLineEdit>
@@ -13,6 +14,8 @@ using testing_support::kOfflineBox;
 using testing_support::StoreDbTest;
 
 namespace {
+
+using testing_support::firstRow;
 
 // The lookup on a PostgreSQL cluster of the test's own, which it stops and starts.
 // Run by the PostgreSQL pass of the tests only.
@@ -33,11 +36,6 @@ protected:
         giLinkOption = 0;
     }
 };
-
-QString firstRow(frm_Lookup &f)
-{
-    return f.fgrdItems->TextMatrix(1, colDescription);
-}
 
 } // namespace
 

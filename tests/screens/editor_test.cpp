@@ -8,6 +8,7 @@
 #include "screens/posButtons.h"
 #include "shell/frmMain.h"
 #include "support/HkTest.h"
+#include "support/SetLines.h"
 #include <QDir>
 #include <QFile>
 #include <QLabel>
@@ -20,6 +21,8 @@ using namespace platform;
 using testing_support::HkTest;
 
 namespace {
+
+using testing_support::blankKeys;
 
 class EditorTest : public HkTest {
 protected:
@@ -39,15 +42,6 @@ protected:
         writeDataFile("HKSET" + number + ".SDF", ("[SET]" + title + "\r\n").toLatin1());
     }
 };
-
-QByteArray blankKeys(int from)
-{
-    QByteArray out;
-    for (int k = from; k <= 8; ++k)
-        out += "[BUTTON]" + QByteArray::number(k) +
-               "[CAPTION][ITEM][ICON][IDSELECT][LINKSET][ROOT]\r\n";
-    return out;
-}
 
 } // namespace
 

@@ -17,7 +17,7 @@ namespace {
 
 constexpr int kSets = 50;
 
-QByteArray key(int k, const QByteArray &caption, const QByteArray &item, const QByteArray &kind)
+QByteArray soldKey(int k, const QByteArray &caption, const QByteArray &item, const QByteArray &kind)
 {
     return "[BUTTON]" + QByteArray::number(k) + "[CAPTION]" + caption + "[ITEM]" + item +
            "[ICON][IDSELECT]" + kind + "[LINKSET][ROOT]";
@@ -37,9 +37,9 @@ protected:
         for (int n = 1; n <= kSets; ++n) {
             QByteArray text = "[SET]Set " + QByteArray::number(n) +
                               "\r\n[GROUP]1[CAPTION]Drinks[COLOR]\r\n" +
-                              key(1, "Coffee", "0001234.5", "No") + "\r\n" +
-                              key(2, "Coffee Id", n % 2 ? "" : "COF-1", n % 2 ? "" : "Yes") +
-                              "\r\n" + key(3, "Tea", "0009999.0", "No") + "\r\n";
+                              soldKey(1, "Coffee", "0001234.5", "No") + "\r\n" +
+                              soldKey(2, "Coffee Id", n % 2 ? "" : "COF-1", n % 2 ? "" : "Yes") +
+                              "\r\n" + soldKey(3, "Tea", "0009999.0", "No") + "\r\n";
             writeDataFile(name(n), text);
             original[name(n)] = text;
         }
@@ -94,11 +94,11 @@ TEST_F(ReplaceTest, ReplaceChangesEveryKeyAfterAPreviewAndUndoPutsEveryFileBack)
                        "0001234.5 or Item ID COF-1 (COFFEE SMALL). Each set is kept in Versions "
                        "first, and Undo Replace puts them all back.");
     for (int n = 1; n <= kSets; ++n) {
-        EXPECT_EQ(line(n, 1), key(1, "COLA 330ML", "0002001.0", "No")) << n;
-        EXPECT_EQ(line(n, 2),
-                  n % 2 ? key(2, "Coffee Id", "", "") : key(2, "COLA 330ML", "0002001.0", "No"))
+        EXPECT_EQ(line(n, 1), soldKey(1, "COLA 330ML", "0002001.0", "No")) << n;
+        EXPECT_EQ(line(n, 2), n % 2 ? soldKey(2, "Coffee Id", "", "")
+                                    : soldKey(2, "COLA 330ML", "0002001.0", "No"))
             << n;
-        EXPECT_EQ(line(n, 3), key(3, "Tea", "0009999.0", "No")) << n;
+        EXPECT_EQ(line(n, 3), soldKey(3, "Tea", "0009999.0", "No")) << n;
         ASSERT_EQ(versions::list(name(n)).size(), 1);
         EXPECT_EQ(versions::bytesOf(versions::list(name(n)).first()), original[name(n)]);
     }
@@ -123,7 +123,7 @@ TEST_F(ReplaceTest, ASetChangedElsewhereIsLeftAloneAndUndoIsRefusedAfterAnotherS
               QStringList({"These sets were not changed:\r\rset 03 was changed at another "
                            "station since the list was made: it was left as it is"}));
     EXPECT_EQ(readDataFile(name(3)), theirs);
-    EXPECT_EQ(line(1, 1), key(1, "Coffee", "0002001.0", "No")) << "labels kept";
+    EXPECT_EQ(line(1, 1), soldKey(1, "Coffee", "0002001.0", "No")) << "labels kept";
 
     writeDataFile(name(7), theirs);
     list->cmdUndoReplace->click();
@@ -131,6 +131,6 @@ TEST_F(ReplaceTest, ASetChangedElsewhereIsLeftAloneAndUndoIsRefusedAfterAnotherS
               QStringList({"Undo Replace was refused: set 07 was changed since the replace (at "
                            "another station?), so nothing was put back.\r\rVersions holds every "
                            "set as it was before the replace."}));
-    EXPECT_EQ(line(1, 1), key(1, "Coffee", "0002001.0", "No"));
+    EXPECT_EQ(line(1, 1), soldKey(1, "Coffee", "0002001.0", "No"));
     EXPECT_EQ(readDataFile(name(7)), theirs);
 }

@@ -15,8 +15,8 @@ using testing_support::StoreDbTest;
 
 namespace {
 
-QByteArray key(int k, const QByteArray &caption, const QByteArray &item, const QByteArray &link,
-               const QByteArray &icon = "")
+QByteArray mendKey(int k, const QByteArray &caption, const QByteArray &item, const QByteArray &link,
+                   const QByteArray &icon = "")
 {
     return "[BUTTON]" + QByteArray::number(k) + "[CAPTION]" + caption + "[ITEM]" + item + "[ICON]" +
            icon + "[IDSELECT]" + (item.isEmpty() && link.isEmpty() ? "" : "No") + "[LINKSET]" +
@@ -36,10 +36,10 @@ protected:
         QDir(dataPath()).mkpath("pictures/HotKeys");
         gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
         QImage(8, 8, QImage::Format_RGB32).save(gsHotKeyPicturePath + "cup.png");
-        writeSet("01", {key(1, "Gone", "", "9"), key(2, "Self", "", "1"),
-                        key(3, "Coffee", "0001234.5", "", "lost.jpg"),
-                        key(4, "", "", "", "cup.png"), key(5, "Ghost", "0005555.0", "")});
-        writeSet("02", {key(1, "Back", "", "1"), key(2, "Far", "", "7")});
+        writeSet("01", {mendKey(1, "Gone", "", "9"), mendKey(2, "Self", "", "1"),
+                        mendKey(3, "Coffee", "0001234.5", "", "lost.jpg"),
+                        mendKey(4, "", "", "", "cup.png"), mendKey(5, "Ghost", "0005555.0", "")});
+        writeSet("02", {mendKey(1, "Back", "", "1"), mendKey(2, "Far", "", "7")});
     }
     void writeSet(const QString &number, const QList<QByteArray> &keys)
     {
@@ -91,7 +91,8 @@ TEST_F(SetFixTest, EachFixMendsItsKeyKeepsAVersionAndTheListIsCheckedAgain)
          "[BUTTON]1[CAPTION]Gone[ITEM][ICON][IDSELECT]No[LINKSET][ROOT]"},
         {"01 2 opens its own set", "&Fix: Clear the Link", 2,
          "[BUTTON]2[CAPTION]Self[ITEM][ICON][IDSELECT]No[LINKSET][ROOT]"},
-        {"01 3 shows the picture", "&Fix: Clear the Picture", 3, key(3, "Coffee", "0001234.5", "")},
+        {"01 3 shows the picture", "&Fix: Clear the Picture", 3,
+         mendKey(3, "Coffee", "0001234.5", "")},
         {"01 4 has a picture but no label", "&Fix: Clear the Key", 4,
          "[BUTTON]4[CAPTION][ITEM][ICON][IDSELECT][LINKSET][ROOT]"},
     };
@@ -110,7 +111,7 @@ TEST_F(SetFixTest, EachFixMendsItsKeyKeepsAVersionAndTheListIsCheckedAgain)
     EXPECT_TRUE(
         readDataFile("HKSET01.SDF").startsWith("[SET]Set 01\r\n[GROUP]1[CAPTION]Col[COLOR]\r\n"));
     EXPECT_EQ(readDataFile("HKSET01.SDF").count("\r\n"), 37);
-    EXPECT_EQ(line("02", 2), key(2, "Far", "", "7")) << "set 02 untouched";
+    EXPECT_EQ(line("02", 2), mendKey(2, "Far", "", "7")) << "set 02 untouched";
 }
 
 TEST_F(SetFixTest, FixAllMendsEveryLineOfTheKindAfterOneQuestionAndTheRightClickOffersIt)
@@ -127,7 +128,7 @@ TEST_F(SetFixTest, FixAllMendsEveryLineOfTheKindAfterOneQuestionAndTheRightClick
                              "before it is saved.");
     EXPECT_EQ(line("01", 1), "[BUTTON]1[CAPTION]Gone[ITEM][ICON][IDSELECT]No[LINKSET][ROOT]");
     EXPECT_EQ(line("02", 2), "[BUTTON]2[CAPTION]Far[ITEM][ICON][IDSELECT]No[LINKSET][ROOT]");
-    EXPECT_EQ(line("01", 2), key(2, "Self", "", "1")) << "another kind stays";
+    EXPECT_EQ(line("01", 2), mendKey(2, "Self", "", "1")) << "another kind stays";
     EXPECT_EQ(rowOf("01 1 opens"), -1);
     EXPECT_GT(rowOf("01 2 opens its own set"), 0);
 }
@@ -136,7 +137,7 @@ TEST_F(SetFixTest, AnotherStationsChangeSinceTheCheckIsToldAndKeptWhenTheUserSay
 {
     open();
     pick("01 1 opens set 09");
-    writeSet("01", {key(1, "Gone", "", "9"), key(6, "New at the till", "", "2")});
+    writeSet("01", {mendKey(1, "Gone", "", "9"), mendKey(6, "New at the till", "", "2")});
     const QByteArray theirs = readDataFile("HKSET01.SDF");
     dialogs.answer(platform::vbNo);
     list->cmdFix[0]->click();
@@ -160,6 +161,6 @@ TEST_F(SetFixTest, AMissingItemOpensTheKeyDialogOnItsKeyAndSavesWhatTheUserAccep
         dialog.Canceled = false;
     });
     list->cmdFix[0]->click();
-    EXPECT_EQ(line("01", 5), key(5, "Coffee", "0001234.5", ""));
+    EXPECT_EQ(line("01", 5), mendKey(5, "Coffee", "0001234.5", ""));
     EXPECT_EQ(rowOf("01 5 sells S/L 0005555.0"), -1);
 }
