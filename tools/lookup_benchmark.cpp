@@ -12,7 +12,7 @@
 #include "database/zelDBSM_Inventory.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "lookup/GridSetUpBackOffice.h"
-#include "lookup/LookupState.h"
+#include "lookup/model/InventoryLookup.h"
 #include "lookup/sm_DataGrid.h"
 #include "platform/AppInfo.h"
 #include "platform/Dialogs.h"
@@ -115,7 +115,7 @@ Figures measure(int rows, platform::MSFlexGrid &grid)
 {
     fill(rows);
     std::printf("%s, %d rows (pages of %d)\n", qPrintable(gpDBSM_Engine()->name()), rows,
-                giGridRows - 1);
+                gLookup.giGridRows - 1);
     Figures f;
     const std::pair<int, const char *> orders[] = {
         {colDescription, "Description"}, {colSL, "S/L"}, {colItemID, "Item ID"}};
@@ -126,17 +126,17 @@ Figures measure(int rows, platform::MSFlexGrid &grid)
         gfbGrid_load(&grid);
         const double down = timed(20, [&] { gpGrid_scroll(&grid, dirPageDown, nullptr); });
         const double up = timed(10, [&] { gpGrid_scroll(&grid, dirPageUp, nullptr); });
-        grid.setRow(giGridRows - 1);
-        giSavedRow = static_cast<qint16>(giGridRows - 1);
+        grid.setRow(gLookup.giGridRows - 1);
+        gLookup.giSavedRow = static_cast<qint16>(gLookup.giGridRows - 1);
         const double line = timed(50, [&] { gpGrid_scroll(&grid, dirLineDown, nullptr); });
         const double search = timed(20, [&] {
             const int n = 1 + QRandomGenerator::global()->bounded(rows);
             if (column == colDescription)
-                gsSearchValue = desc(n);
+                gLookup.gsSearchValue = desc(n);
             else if (column == colSL)
-                gsSearchValue = QString::number(10000000 + n);
+                gLookup.gsSearchValue = QString::number(10000000 + n);
             else
-                gsSearchValue = QString::number(500000000 + n).leftJustified(25, ' ');
+                gLookup.gsSearchValue = QString::number(500000000 + n).leftJustified(25, ' ');
             gfbGrid_search(&grid, nullptr);
         });
         if (column == colDescription)
@@ -162,17 +162,17 @@ void wildcard(platform::MSFlexGrid &grid, int rows)
     gfbInventoryLookup_setup();
     gpGrid_setup(&grid);
     gfbGrid_load(&grid);
-    gbWildcard = true;
-    gsSearchValue = qEnvironmentVariable("HK_WILDCARD", "123");
+    gLookup.gbWildcard = true;
+    gLookup.gsSearchValue = qEnvironmentVariable("HK_WILDCARD", "123");
     const long before = peakKb();
     QElapsedTimer t;
     t.start();
     gpGrid_wildcard(&grid, nullptr);
     std::printf("  wildcard '%%%s%%' over %d rows: %d matches kept, %.0f ms, peak memory %ld kB "
                 "(%ld kB before)\n",
-                qPrintable(gsSearchValue), rows, int(gInventoryMatches.size()) - 1,
+                qPrintable(gLookup.gsSearchValue), rows, int(gLookup.gInventoryMatches.size()) - 1,
                 t.nsecsElapsed() / 1e6, peakKb(), before);
-    gbWildcard = false;
+    gLookup.gbWildcard = false;
 }
 
 } // namespace
@@ -207,7 +207,7 @@ int main(int argc, char **argv)
             !gfbDBSM_OpenTable(tblUpc, false))
             return 1;
         platform::MSFlexGrid grid;
-        giGridRows = 20;
+        gLookup.giGridRows = 20;
         for (int rows : sizes) figures[engine] << measure(rows, grid);
         wildcard(grid, sizes.last());
         gpDBSM_Disconnect();

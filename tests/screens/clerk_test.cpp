@@ -1,7 +1,7 @@
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyPictures.h"
 #include "hotkeys/hkeyServices.h"
-#include "lookup/LookupState.h"
+#include "lookup/model/InventoryLookup.h"
 #include "screens/frmHotKey_Define.h"
 #include "screens/frmHotKeys.h"
 #include "screens/frmSpecialKey_edit.h"

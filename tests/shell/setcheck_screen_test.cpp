@@ -1,6 +1,6 @@
 #include "database/ZelDBSM_MSDE.h"
 #include "hotkeys/hkeyGlobal.h"
-#include "lookup/LookupState.h"
+#include "lookup/model/InventoryLookup.h"
 #include "platform/MSFlexGrid.h"
 #include "print/PageDocument.h"
 #include "print/frmSMPRNT_PREVIEW.h"
