@@ -110,11 +110,16 @@ double perStep(int steps, qint16 op, qint16 key, int perAction = 0)
     return t.nsecsElapsed() / 1e3 / std::max(done, 1);
 }
 
-void plan(const QString &statement)
+// The plan of a two-segment Get Next as the engine prepares it: the pair
+// comparison, which takes the first segment's value once; the values written in.
+void plan(const SqlRead &read)
 {
     const bool server = gpDBSM_Engine()->name() == "PostgreSQL";
+    const QString shape = gpDBSM_Engine()->translate(read.shape);
+    const QStringList &v = read.values;
+    const SqlRead prepared(shape, shape.count('?') == 2 ? QStringList{v[0], v[2]} : v);
     QSqlQuery q(gpDBSM_Engine()->db());
-    q.exec((server ? "EXPLAIN " : "EXPLAIN QUERY PLAN ") + gpDBSM_Engine()->translate(statement));
+    q.exec((server ? "EXPLAIN " : "EXPLAIN QUERY PLAN ") + sqlText(prepared));
     while (q.next()) std::printf("    plan: %s\n", qPrintable(q.value(server ? 0 : 3).toString()));
 }
 

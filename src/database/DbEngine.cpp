@@ -45,42 +45,6 @@ QStringList sqlStatements(const QString &text)
     return statements;
 }
 
-std::pair<QString, QStringList> sqlParameters(const QString &statement)
-{
-    QString shape;
-    QStringList values;
-    const qsizetype n = statement.size();
-    for (qsizetype i = 0; i < n;) {
-        if (statement[i] == '?')
-            return {statement, {}}; // a placeholder of its own: not ours to number
-        if (statement[i] != '\'') {
-            shape += statement[i++];
-            continue;
-        }
-        QString value;
-        qsizetype j = i + 1;
-        bool closed = false;
-        while (j < n && !closed) {
-            if (statement[j] != '\'')
-                value += statement[j++];
-            else if (j + 1 < n && statement[j + 1] == '\'')
-                value += '\'', j += 2;
-            else
-                closed = true, ++j;
-        }
-        if (!closed)
-            return {statement, {}};
-        if (shape.trimmed().endsWith("ESCAPE", Qt::CaseInsensitive)) {
-            shape += statement.mid(i, j - i);
-        } else {
-            shape += '?';
-            values << value;
-        }
-        i = j;
-    }
-    return {shape, values};
-}
-
 DbEngine::~DbEngine() = default;
 
 DbStatement::DbStatement(DbEngine &engine) : m_engine(engine)
@@ -93,7 +57,7 @@ DbStatement::~DbStatement()
     m_engine.statementEnds();
 }
 
-bool DbEngine::read(const QString &statement, QStringList &names, QVector<QVector<QVariant>> &rows,
+bool DbEngine::read(const SqlRead &statement, QStringList &names, QVector<QVector<QVariant>> &rows,
                     int maxRows, QSqlError &error)
 {
     QSqlQuery *q = nullptr;
@@ -124,21 +88,19 @@ bool DbEngine::read(const QString &statement, QStringList &names, QVector<QVecto
     return true;
 }
 
-DbEngine::ReadShape DbEngine::readShape(const QString &statement) const
+DbEngine::ReadShape DbEngine::readShape(const SqlRead &read) const
 {
-    auto [shape, values] = sqlParameters(statement);
     // A planner that sees no values walks a whole index for the OR of a
-    // several-segment Get Next near the end of a table. The translation makes
-    // the two-segment one a comparison of the pair, which binds as any other
-    // read; the others keep their values in the text.
+    // two-segment Get Next near the end of a table. The translation makes it a
+    // comparison of the pair, which takes the first segment's value once.
     static const QRegularExpression either("\\bOR\\b", QRegularExpression::CaseInsensitiveOption);
-    if (!values.isEmpty() && shape.contains(either)) {
-        const QString text = translate(statement);
-        std::tie(shape, values) =
-            text.contains(either) ? std::pair{text, QStringList{}} : sqlParameters(text);
-        return {'\n' + shape, values, shape}; // no statement of the suite starts so
+    const QStringList &v = read.values;
+    if (v.size() == 4 && v[0] == v[1] && v[0] == v[3] && read.shape.contains(either)) {
+        const QString text = translate(read.shape);
+        if (!text.contains(either))
+            return {'\n' + read.shape, {v[0], v[2]}, text}; // no statement of the suite starts so
     }
-    return {shape, values, QString()}; // translated when it is prepared
+    return {read.shape, v, QString()}; // translated when it is prepared
 }
 
 QString DbEngine::dialectOf(const ReadShape &shape) const
@@ -146,7 +108,7 @@ QString DbEngine::dialectOf(const ReadShape &shape) const
     return shape.text.isEmpty() ? translate(shape.key) : shape.text;
 }
 
-QSqlQuery *DbEngine::preparedRead(const QString &statement, QSqlError &error)
+QSqlQuery *DbEngine::preparedRead(const SqlRead &statement, QSqlError &error)
 {
     const ReadShape read = readShape(statement);
     std::shared_ptr<QSqlQuery> &q = m_prepared[read.key];
@@ -163,7 +125,10 @@ QSqlQuery *DbEngine::preparedRead(const QString &statement, QSqlError &error)
             return nullptr;
         }
     }
-    for (int i = 0; i < read.values.size(); ++i) q->bindValue(i, read.values[i]);
+    for (int i = 0; i < read.values.size(); ++i) {
+        const QString &v = read.values[i];
+        q->bindValue(i, sqlBindsAsNull(v) ? QVariant(QMetaType::fromType<QString>()) : v);
+    }
     return q.get();
 }
 
@@ -182,16 +147,16 @@ DbError DbEngine::notOpenError() const
     return {kErrProvider, "The connection to the database is not open.", "ZEL"};
 }
 
-QString DbEngine::likeContains(const QString &value) const
+SqlRead DbEngine::likeContains(const QString &value) const
 {
     const QString specials = likeSpecials() + '\\';
-    QString pattern;
+    QString pattern = "%";
     for (const QChar c : value) {
         if (specials.contains(c))
             pattern += '\\';
         pattern += c;
     }
-    return "like '%" + pattern + "%' ESCAPE '\\'";
+    return {"like ? ESCAPE '\\'", {pattern + '%'}};
 }
 
 QString DbEngine::machineOf(const QString &server) const
@@ -215,11 +180,11 @@ QString DbEngine::translateTransactSql(const QString &statement) const
         // pair it is one index seek, and means the same.
         static const QRegularExpression nextOfTwo(
             "^SELECT\\s+TOP (\\d+) \\* FROM (\\w+) WHERE \\(SELECT COUNT\\(\\*\\) FROM \\2 WHERE "
-            "(\\w+)=('(?:[^']|'')*')\\) > 1 AND \\3=\\4 AND (\\w+)([<>])('(?:[^']|'')*') OR "
-            "\\3\\6\\4 ORDER BY \\3((?: DESC)?),\\5\\8$");
+            "(\\w+)=\\?\\) > 1 AND \\3=\\? AND (\\w+)([<>])\\? OR \\3\\5\\? ORDER BY "
+            "\\3((?: DESC)?),\\4\\6$");
         if (s.contains("(SELECT COUNT(*)"))
-            s.replace(nextOfTwo, "SELECT TOP \\1 * FROM \\2 WHERE (\\3,\\5)\\6(\\4,\\7) ORDER BY "
-                                 "\\3\\8,\\5\\8");
+            s.replace(nextOfTwo,
+                      "SELECT TOP \\1 * FROM \\2 WHERE (\\3,\\4)\\5(?,?) ORDER BY \\3\\6,\\4\\6");
         static const QRegularExpression top("^(SELECT\\s+)TOP (\\d+) ",
                                             QRegularExpression::CaseInsensitiveOption);
         if (s.contains("TOP ", Qt::CaseInsensitive)) {
@@ -485,7 +450,7 @@ void SqliteEngine::forgetPrepared()
     DbEngine::forgetPrepared();
 }
 
-bool SqliteEngine::read(const QString &statement, QStringList &names,
+bool SqliteEngine::read(const SqlRead &statement, QStringList &names,
                         QVector<QVector<QVariant>> &rows, int maxRows, QSqlError &error)
 {
     auto failure = [this, &error](int code) {
@@ -516,8 +481,11 @@ bool SqliteEngine::read(const QString &statement, QStringList &names,
     sqlite3_stmt *q = prepared.get();
     for (int i = 0; i < shape.values.size(); ++i) {
         const QString &v = shape.values[i];
-        sqlite3_bind_text16(q, i + 1, v.utf16(), int(v.size() * sizeof(char16_t)),
-                            SQLITE_TRANSIENT);
+        if (sqlBindsAsNull(v))
+            sqlite3_bind_null(q, i + 1);
+        else
+            sqlite3_bind_text16(q, i + 1, v.utf16(), int(v.size() * sizeof(char16_t)),
+                                SQLITE_TRANSIENT);
     }
     int rc = SQLITE_ROW;
     while ((maxRows <= 0 || rows.size() <= maxRows) && (rc = sqlite3_step(q)) == SQLITE_ROW) {

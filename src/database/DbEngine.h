@@ -1,4 +1,5 @@
 #pragma once
+#include "database/SqlRead.h"
 #include <QHash>
 #include <QSqlDatabase>
 #include <QString>
@@ -57,9 +58,6 @@ QString sqlOutsideLiterals(const QString &statement,
                            const std::function<QString(const QString &)> &change);
 // The statements of a translated text: split at the line feeds outside values.
 QStringList sqlStatements(const QString &text);
-// A statement with each quoted value made a "?" (an ESCAPE character left as it
-// is), and the values in order; unchanged and no values when it cannot be split.
-std::pair<QString, QStringList> sqlParameters(const QString &statement);
 
 // One database engine: how to reach the server and its databases, and how the
 // Transact-SQL that the engine layer builds runs on it. SQL Server takes the
@@ -102,11 +100,11 @@ public:
     };
     virtual RowLocator rowLocator() const = 0;
 
-    // Runs a read, prepared once per connection for its shape: its quoted values
-    // are bound as parameters, so every value of a key reuses one prepared
-    // statement. The column names and rows (with `maxRows` above 0, at most that
-    // many and one more), or false with `error` set.
-    virtual bool read(const QString &statement, QStringList &names,
+    // Runs a read, prepared once per connection for its shape, its values bound
+    // to it: every value of a key reuses one prepared statement. The column
+    // names and rows (with `maxRows` above 0, at most that many and one more), or
+    // false with `error` set.
+    virtual bool read(const SqlRead &statement, QStringList &names,
                       QVector<QVector<QVariant>> &rows, int maxRows, QSqlError &error);
     // Prepared statements end with their connection, and with a change of a table.
     virtual void forgetPrepared() { m_prepared.clear(); }
@@ -120,7 +118,7 @@ public:
 
     // "like" and the pattern that finds `value` anywhere in a column: every
     // character of the value is literal, only the two wildcards around it match.
-    QString likeContains(const QString &value) const;
+    SqlRead likeContains(const QString &value) const;
 
     // A new action of the user: it may wait kLockWaitMs for locks again.
     virtual void resetLockWait() { m_lockWaitLeftMs = kLockWaitMs; }
@@ -138,14 +136,15 @@ public:
 protected:
     // A prepared statement that a change of its table made unusable.
     virtual bool isStalePlan(const QSqlError &) const { return false; }
-    // A read as it is prepared: the statement's shape, its values in order, and
-    // the shape in this engine's dialect when it had to be translated to be found.
+    // A read as it is prepared: what it is found by among the prepared ones, its
+    // values in order, and its text in this engine's dialect when it had to be
+    // translated to be found.
     struct ReadShape {
         QString key;
         QStringList values;
         QString text;
     };
-    ReadShape readShape(const QString &statement) const;
+    ReadShape readShape(const SqlRead &read) const;
     // The shape in this engine's dialect: translated only for a shape not yet prepared.
     QString dialectOf(const ReadShape &shape) const;
     // So many shapes are statements with numbers in their text, one per number.
@@ -177,7 +176,7 @@ protected:
     bool m_hasRead = false; // a read of this connection found its table
 
 private:
-    QSqlQuery *preparedRead(const QString &statement, QSqlError &error);
+    QSqlQuery *preparedRead(const SqlRead &statement, QSqlError &error);
     QHash<QString, std::shared_ptr<QSqlQuery>> m_prepared; // by the statement's shape
 };
 
@@ -202,7 +201,7 @@ public:
     static bool create(const QString &file, QString *error);
     // Reads through the library itself: its statements prepare themselves again
     // when another station changes a table, which the query layer's cannot.
-    bool read(const QString &statement, QStringList &names, QVector<QVector<QVariant>> &rows,
+    bool read(const SqlRead &statement, QStringList &names, QVector<QVector<QVariant>> &rows,
               int maxRows, QSqlError &error) override;
     void forgetPrepared() override;
 

@@ -444,14 +444,13 @@ bool gfbDBSM_RenameColumn(const QString &sTable, const QString &sOld, const QStr
     return false;
 }
 
-QString gfsDBSM_LikeContains(const QString &sColumn, const QString &sValue)
+SqlRead gfsDBSM_LikeContains(const QString &sColumn, const QString &sValue)
 {
-    // No stored text holds a NUL, and no engine takes one in a pattern: such a
-    // value finds nothing (blanked, as a key value is, it would find every row).
-    if (sValue.contains(QChar(0)))
+    // No stored text holds a NUL: such a value finds nothing, and says so in
+    // the statement's text, where it would show as blanks.
+    if (sqlBindsAsNull(sValue))
         return sColumn + " IS NULL AND " + sColumn + " IS NOT NULL";
-    const QString value = gfsDBSM_SqlText(sValue, true);
     if (engine())
-        return sColumn + ' ' + engine()->likeContains(value);
-    return sColumn + ' ' + SqlServerEngine().likeContains(value);
+        return sColumn + ' ' + engine()->likeContains(sValue);
+    return sColumn + ' ' + SqlServerEngine().likeContains(sValue);
 }

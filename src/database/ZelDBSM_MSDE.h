@@ -1,4 +1,5 @@
 #pragma once
+#include "database/SqlRead.h"
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -29,7 +30,8 @@ struct TableDescriptor {
 class Recordset {
 public:
     bool isOpen() const { return m_open; }
-    QString Source() const { return m_source; }
+    // The statement that gave the rows, as it is shown.
+    QString Source() const;
     QString table() const { return m_table; }
     const QStringList &names() const { return m_names; }
     int RecordCount() const { return static_cast<int>(m_rows.size()); }
@@ -46,7 +48,7 @@ public:
     void setValue(int column, const QVariant &v);
     bool hasChanges() const { return !m_changed.isEmpty(); }
 
-    void reset(const QString &source, const QString &table, const QStringList &names,
+    void reset(const SqlRead &source, const QString &table, const QStringList &names,
                QVector<QVector<QVariant>> rows);
     void release() { *this = Recordset(); }
     const QVector<QVariant> &originalRow() const { return m_original; }
@@ -57,7 +59,8 @@ public:
 
 private:
     bool m_open = false;
-    QString m_source, m_table;
+    SqlRead m_source;
+    QString m_table;
     QStringList m_names;
     QVector<QVector<QVariant>> m_rows;
     int m_position = -1;
@@ -104,7 +107,7 @@ enum DBSM_Op : qint16 {
 extern std::vector<TableDescriptor> gTables;
 extern std::vector<Recordset> gRecordsets;
 extern std::array<qint16, 10> giKeyField;   // 1 to 9
-extern std::array<QVariant, 10> gvKeyValue; // 1 to 9
+extern std::array<QVariant, 10> gvKeyValue; // 1 to 9, as the record holds them
 extern bool gbKeyFromBuffer;
 extern QString gsInsertError;
 extern bool gbInsertLog;
@@ -152,16 +155,17 @@ void gpDBSM_SetKey(qint16 iFile, qint16 iSegments,
 QString gfsDBSM_SqlText(const QVariant &vValue, bool bDouble);
 // `sColumn` and the condition that finds `sValue` anywhere in it; every typed
 // character is literal, only the wildcards around the value match.
-QString gfsDBSM_LikeContains(const QString &sColumn, const QString &sValue);
+SqlRead gfsDBSM_LikeContains(const QString &sColumn, const QString &sValue);
 qint32 glDBSM_Count(qint16 iFile, QString &sTable);
 // Whether a count of the table would be above 0, without counting every row.
 bool gfbDBSM_HasRows(qint16 iFile);
 // With `maxRows` above 0 at most that many rows and one more are fetched.
 bool gfbDBSM_Select(QString &sSQL, qint16 iFile, bool bNoBind, int maxRows = 0);
+bool gfbDBSM_Select(const SqlRead &read, qint16 iFile, bool bNoBind, int maxRows = 0);
 // A read of a table's rows that leaves its row set and key buffer as they are:
 // the column names and the rows, or false when the database could not be read,
 // which is told as any read's fault is.
-bool gfbDBSM_Rows(qint16 iFile, const QString &sSQL, QStringList &names,
+bool gfbDBSM_Rows(qint16 iFile, const SqlRead &read, QStringList &names,
                   QVector<QVector<QVariant>> &rows);
 // The column by which the engine tells apart rows that are equal on a key, in
 // the order they were added ("rowid"); empty when the engine has none.
@@ -190,17 +194,17 @@ bool gfbDBSM_ActionFailed();
 // folder of the user's when the program's folder cannot be written.
 QString gfsDBSM_LogFolder();
 
-// The statements of the keyed operations, as pure text.
+// The statements of the keyed operations; the key's values are bound.
 namespace dbsm {
-QString comparison(const QString &table, const QStringList &keys, const QStringList &values,
+SqlRead comparison(const QString &table, const QStringList &keys, const QStringList &values,
                    const QString &op);
-QString rowComparison(const QString &table, const QString &column, const QString &value,
+SqlRead rowComparison(const QString &table, const QString &column, const QString &value,
                       const QString &op);
 QString getFirst(const QString &table, const QStringList &keys, bool noKey);
 QString getLast(const QString &table, const QStringList &keys, bool noKey,
                 const QString &firstColumn);
-QString getNext(const QString &table, const QStringList &keys, const QStringList &values,
+SqlRead getNext(const QString &table, const QStringList &keys, const QStringList &values,
                 bool previous);
 // "ItemID" outside quoted values becomes "ltrim(ItemID)".
-QString trimItemId(const QString &statement);
+SqlRead trimItemId(SqlRead read);
 } // namespace dbsm

@@ -65,7 +65,12 @@ void Recordset::setValue(int column, const QVariant &v)
         m_changed << column;
 }
 
-void Recordset::reset(const QString &source, const QString &table, const QStringList &names,
+QString Recordset::Source() const
+{
+    return sqlText(m_source);
+}
+
+void Recordset::reset(const SqlRead &source, const QString &table, const QStringList &names,
                       QVector<QVector<QVariant>> rows)
 {
     m_open = true;
@@ -98,8 +103,8 @@ bool validFile(qint16 iFile)
     return iFile >= 0 && iFile < static_cast<int>(gRecordsets.size());
 }
 
-// Opens a statement; the rows and column names go into `rs`.
-bool openRows(const QString &statement, const QString &table, Recordset &rs, DbError &error,
+// Opens a read; the rows and column names go into `rs`.
+bool openRows(const SqlRead &statement, const QString &table, Recordset &rs, DbError &error,
               int maxRows = 0)
 {
     DbEngine *e = gpDBSM_Engine();
@@ -126,8 +131,8 @@ QStringList columnNames(qint16 iFile)
     if (gRecordsets[iFile].names().isEmpty()) {
         Recordset probe;
         DbError e;
-        if (openRows("SELECT TOP 1 * FROM " + gTables[iFile].sTableName, gTables[iFile].sTableName,
-                     probe, e))
+        if (openRows(QString("SELECT TOP 1 * FROM " + gTables[iFile].sTableName),
+                     gTables[iFile].sTableName, probe, e))
             return probe.names();
     }
     return gRecordsets[iFile].names();
@@ -165,12 +170,12 @@ bool notFound(qint16 iFile)
 
 // Opens a read: rows make it the table's row set, none take the not-found path.
 // A failure of the database sets `faulted`.
-bool readRows(qint16 iFile, const QString &statement, bool *faulted = nullptr)
+bool readRows(qint16 iFile, const SqlRead &statement, bool *faulted = nullptr)
 {
     Recordset rs;
     DbError e;
     if (!openRows(statement, gTables[iFile].sTableName, rs, e)) {
-        mpDBSM_Fault(statement, e);
+        mpDBSM_Fault(sqlText(statement), e);
         if (faulted)
             *faulted = true;
         return false;
@@ -239,19 +244,22 @@ bool comparisonRead(qint16 iFile, qint16 iKey, bool bRow, const QString &op, QSt
     if (bRow && !gbKeyFromBuffer) {
         const Recordset &rs = gRecordsets[iFile];
         const QString column = rs.names().value(iKey);
-        const QString value = gfsDBSM_SqlText(rs.value(iKey), true);
-        sSQL = dbsm::rowComparison(gTables[iFile].sTableName, column, value, op);
+        const SqlRead read =
+            dbsm::rowComparison(gTables[iFile].sTableName, column, rs.value(iKey).toString(), op);
+        sSQL = sqlText(read);
         bool faulted = false;
-        readRows(iFile, sSQL, &faulted);
+        readRows(iFile, read, &faulted);
         // Here the result is whether the table's row set has rows, also after the reopen.
         return !faulted && gRecordsets[iFile].RecordCount() > 0;
     }
+    SqlRead read = sSQL; // a statement of the caller's
     if (sSQL.isEmpty())
-        sSQL = dbsm::trimItemId(
+        read = dbsm::trimItemId(
             dbsm::comparison(gTables[iFile].sTableName, keyNames(iFile), keyValues(iFile), op));
     if (op.startsWith('<'))
-        sSQL += " DESC";
-    return readRows(iFile, sSQL);
+        read.shape += " DESC";
+    sSQL = sqlText(read);
+    return readRows(iFile, read);
 }
 
 // Rows read in one statement for a run of Get Next or Get Previous on one table
@@ -263,7 +271,7 @@ struct ReadAhead {
     bool previous = false;
     QStringList keys;    // the key's columns
     QList<int> columns;  // where they stand in the rows
-    QStringList lastKey; // the key of the row served last, as the key buffer holds it
+    QStringList lastKey; // the key of the row served last
     QStringList names;
     QVector<QVector<QVariant>> rows; // in key order, from `next` on not yet served
     int next = 0;
@@ -317,14 +325,14 @@ QList<int> keyColumns(const QStringList &names, const QStringList &keys)
     return columns;
 }
 
-// A row's key as the key buffer holds it; empty when a segment is NULL.
+// A row's key; empty when a segment is NULL.
 QStringList keyOf(const QVector<QVariant> &row, const QList<int> &columns)
 {
     QStringList values;
     for (int i : columns) {
         if (row.value(i).isNull())
             return {};
-        values << gfsDBSM_SqlText(row[i], true);
+        values << row[i].toString();
     }
     return values;
 }
@@ -365,10 +373,10 @@ bool otherKey(const QStringList &a, const QStringList &b)
     return false;
 }
 
-// Get Next or Get Previous: `sSQL` is the statement of this one call. The run's
+// Get Next or Get Previous: `read` is the statement of this one call. The run's
 // second call reads a page and a few rows at once, the calls after it are served
 // from them while nothing else touched the table.
-bool nextRow(qint16 iFile, qint16 iKey, bool previous, const QString &sSQL)
+bool nextRow(qint16 iFile, qint16 iKey, bool previous, const SqlRead &read)
 {
     const QString &table = gTables[iFile].sTableName;
     ReadAhead &a = readAheadOf(iFile);
@@ -381,7 +389,7 @@ bool nextRow(qint16 iFile, qint16 iKey, bool previous, const QString &sSQL)
         const QVector<QVariant> &row = a.rows[a.next];
         const QStringList key = keyOf(row, a.columns);
         if (otherKey(key, a.lastKey)) {
-            gRecordsets[iFile].reset(sSQL, table, a.names, {row});
+            gRecordsets[iFile].reset(read, table, a.names, {row});
             a.lastKey = key;
             ++a.next;
             return true;
@@ -391,15 +399,15 @@ bool nextRow(qint16 iFile, qint16 iKey, bool previous, const QString &sSQL)
         return notFound(iFile);
     }
     const int count = run ? kReadAheadRows : 1;
-    QString statement = sSQL;
+    SqlRead statement = read;
     static const QRegularExpression top("^(SELECT\\s+)TOP 1 ");
     if (count > 1)
-        statement.replace(top, QString("\\1TOP %1 ").arg(count));
+        statement.shape.replace(top, QString("\\1TOP %1 ").arg(count));
     Recordset rs;
     DbError e;
     if (!openRows(statement, table, rs, e)) {
         a = ReadAhead();
-        mpDBSM_Fault(sSQL, e);
+        mpDBSM_Fault(sqlText(read), e);
         return false;
     }
     if (rs.RecordCount() == 0) {
@@ -414,7 +422,7 @@ bool nextRow(qint16 iFile, qint16 iKey, bool previous, const QString &sSQL)
          rs.names(), rs.rows().mid(1),
          0,          rs.RecordCount() < count,
          count > 1};
-    gRecordsets[iFile].reset(sSQL, table, rs.names(), {first});
+    gRecordsets[iFile].reset(read, table, rs.names(), {first});
     return true;
 }
 
@@ -502,14 +510,16 @@ bool gfbDBSM_Record(qint16 iFile, qint16 iOperation, qint16 iKey, bool bRow, boo
     } else if (text == "Get First") {
         keyValuesOf(iFile, iKey);
         sSQL = dbsm::getFirst(T, keyNames(iFile), iKey == -1);
-        result = readRows(iFile, sSQL);
+        result = readRows(iFile, SqlRead(sSQL));
     } else if (text == "Get Last") {
         sSQL = dbsm::getLast(T, keyNames(iFile), iKey == -1, columnNames(iFile).value(0));
-        result = readRows(iFile, sSQL);
+        result = readRows(iFile, SqlRead(sSQL));
     } else if (text == "Get Next" || text == "Get Previous") {
         keyValuesOf(iFile, iKey);
-        sSQL = dbsm::getNext(T, keyNames(iFile), keyValues(iFile), text == "Get Previous");
-        result = nextRow(iFile, iKey, text == "Get Previous", sSQL);
+        const SqlRead read =
+            dbsm::getNext(T, keyNames(iFile), keyValues(iFile), text == "Get Previous");
+        sSQL = sqlText(read);
+        result = nextRow(iFile, iKey, text == "Get Previous", read);
     } else if (text == "Insert") {
         result = insertRow(iFile, sSQL);
     } else if (text == "Update") {
@@ -519,7 +529,7 @@ bool gfbDBSM_Record(qint16 iFile, qint16 iOperation, qint16 iKey, bool bRow, boo
     } else if (text == "Delete") {
         result = changeCurrentRow(iFile, true);
     } else if (text == "BySQL") {
-        result = readRows(iFile, sSQL) && gRecordsets[iFile].RecordCount() > 0;
+        result = readRows(iFile, SqlRead(sSQL)) && gRecordsets[iFile].RecordCount() > 0;
     } else if (text == "21") {
         gTables[iFile].iReserved2 = 0;
     }
@@ -551,7 +561,7 @@ bool gfbDBSM_OpenTable(qint16 iFile, bool bOwner)
     const QString statement = "SELECT TOP 1 * FROM " + QString(bOwner ? "zel." : "") + t.sTableName;
     for (int pass = 0; pass < 8 && engine->isOpen(); ++pass) {
         DbError e;
-        if (openRows(statement, t.sTableName, gRecordsets[iFile], e))
+        if (openRows(SqlRead(statement), t.sTableName, gRecordsets[iFile], e))
             break;
         if (e.number == kErrProvider) { // the database failed, not the table
             mpDBSM_Fault(statement, e);
@@ -629,19 +639,13 @@ void gpDBSM_SetKey(qint16 iFile, qint16 iSegments,
     for (int i = 1; i <= 9; ++i) {
         const bool used = i <= segments.size();
         giKeyField[i] = used ? segments[i - 1].first : 0;
-        QVariant v = used ? segments[i - 1].second : QVariant();
-        if (v.typeId() == QMetaType::QString)
-            v = gfsDBSM_SqlText(v, true);
-        gvKeyValue[i] = v;
+        gvKeyValue[i] = used ? segments[i - 1].second : QVariant();
     }
 }
 
 QString gfsDBSM_SqlText(const QVariant &vValue, bool bDouble)
 {
-    QString s = vValue.toString();
-    if (s.contains(QChar(0)))
-        return QString(s.size(), ' ');
-    return s.replace('\'', bDouble ? QString("''") : QString(" "));
+    return sqlValueText(vValue.toString(), bDouble);
 }
 
 qint32 glDBSM_Count(qint16 iFile, QString &sTable)
@@ -651,7 +655,7 @@ qint32 glDBSM_Count(qint16 iFile, QString &sTable)
     Recordset rs;
     DbError e;
     const QString statement = "SELECT COUNT(*) FROM " + sTable;
-    if (!openRows(statement, sTable, rs, e)) {
+    if (!openRows(SqlRead(statement), sTable, rs, e)) {
         mpDBSM_Fault(statement, e);
         return 0;
     }
@@ -665,7 +669,7 @@ bool gfbDBSM_HasRows(qint16 iFile)
     Recordset rs;
     DbError e;
     const QString statement = "SELECT TOP 1 1 FROM " + gTables[iFile].sTableName;
-    if (!openRows(statement, gTables[iFile].sTableName, rs, e)) {
+    if (!openRows(SqlRead(statement), gTables[iFile].sTableName, rs, e)) {
         mpDBSM_Fault(statement, e);
         return false;
     }
@@ -674,14 +678,19 @@ bool gfbDBSM_HasRows(qint16 iFile)
 
 bool gfbDBSM_Select(QString &sSQL, qint16 iFile, bool bNoBind, int maxRows)
 {
+    return gfbDBSM_Select(SqlRead(sSQL), iFile, bNoBind, maxRows);
+}
+
+bool gfbDBSM_Select(const SqlRead &read, qint16 iFile, bool bNoBind, int maxRows)
+{
     if (!validFile(iFile))
         return false;
     dropReadAhead(iFile);
     Recordset rs;
     DbError e;
-    if (!openRows(sSQL, gTables[iFile].sTableName, rs, e, maxRows)) {
+    if (!openRows(read, gTables[iFile].sTableName, rs, e, maxRows)) {
         if (e.number != kErrNoValue && e.number != kErrCommand) // as glDBSM_Execute ignores them
-            mpDBSM_Fault(sSQL, e);
+            mpDBSM_Fault(sqlText(read), e);
         return false;
     }
     if (bNoBind)
@@ -693,15 +702,15 @@ bool gfbDBSM_Select(QString &sSQL, qint16 iFile, bool bNoBind, int maxRows)
     return true;
 }
 
-bool gfbDBSM_Rows(qint16 iFile, const QString &sSQL, QStringList &names,
+bool gfbDBSM_Rows(qint16 iFile, const SqlRead &read, QStringList &names,
                   QVector<QVector<QVariant>> &rows)
 {
     if (!validFile(iFile))
         return false;
     Recordset rs;
     DbError e;
-    if (!openRows(sSQL, gTables[iFile].sTableName, rs, e)) {
-        mpDBSM_Fault(sSQL, e);
+    if (!openRows(read, gTables[iFile].sTableName, rs, e)) {
+        mpDBSM_Fault(sqlText(read), e);
         return false;
     }
     names = rs.names();

@@ -6,9 +6,9 @@ namespace dbsm {
 
 namespace {
 
-QString term(const QString &key, const QString &op, const QString &value)
+SqlRead term(const QString &key, const QString &op, const QString &value)
 {
-    return key + op + '\'' + value + '\'';
+    return {key + op + '?', {value}};
 }
 
 QString orderBy(const QStringList &keys, bool descending)
@@ -20,23 +20,23 @@ QString orderBy(const QStringList &keys, bool descending)
 
 } // namespace
 
-QString comparison(const QString &table, const QStringList &keys, const QStringList &values,
+SqlRead comparison(const QString &table, const QStringList &keys, const QStringList &values,
                    const QString &op)
 {
-    QStringList terms;
-    for (int i = 0; i < keys.size(); ++i) terms << term(keys[i], op, values.value(i));
-    QString s = "SELECT TOP 1 * FROM " + table + " WHERE " + terms.join(" AND ");
+    SqlRead s("SELECT TOP 1 * FROM " + table + " WHERE ");
+    for (int i = 0; i < keys.size(); ++i)
+        s += (i > 0 ? " AND " : "") + term(keys[i], op, values.value(i));
     if (!keys.isEmpty())
-        s += " ORDER BY " + keys.first();
+        s.shape += " ORDER BY " + keys.first();
     return s;
 }
 
-QString rowComparison(const QString &table, const QString &column, const QString &value,
+SqlRead rowComparison(const QString &table, const QString &column, const QString &value,
                       const QString &op)
 {
-    QString s = "SELECT TOP 1 * FROM " + table + " WHERE " + term(column, op, value);
+    SqlRead s = "SELECT TOP 1 * FROM " + table + " WHERE " + term(column, op, value);
     if (op.startsWith('<'))
-        s += " ORDER BY " + column + " DESC";
+        s.shape += " ORDER BY " + column + " DESC";
     return s;
 }
 
@@ -57,14 +57,14 @@ QString getLast(const QString &table, const QStringList &keys, bool noKey,
     return keys.isEmpty() ? s : s + orderBy(keys.mid(0, 5), true);
 }
 
-QString getNext(const QString &table, const QStringList &keys, const QStringList &values,
+SqlRead getNext(const QString &table, const QStringList &keys, const QStringList &values,
                 bool previous)
 {
     const QString gt = previous ? "<" : ">", ge = previous ? "<=" : ">=";
     const int n = static_cast<int>(keys.size());
     auto K = [&keys](int i) { return keys[i - 1]; };
     auto V = [&values](int i) { return values.value(i - 1); };
-    QString where;
+    SqlRead where;
     if (n <= 1) {
         where = term(K(1), gt, V(1));
     } else {
@@ -84,12 +84,13 @@ QString getNext(const QString &table, const QStringList &keys, const QStringList
     return "SELECT  TOP 1 * FROM " + table + " WHERE " + where + orderBy(keys, previous);
 }
 
-QString trimItemId(const QString &statement)
+SqlRead trimItemId(SqlRead read)
 {
-    return sqlOutsideLiterals(statement, [](const QString &sql) {
+    read.shape = sqlOutsideLiterals(read.shape, [](const QString &sql) {
         static const QRegularExpression word("\\bItemID\\b");
         return QString(sql).replace(word, "ltrim(ItemID)");
     });
+    return read;
 }
 
 } // namespace dbsm

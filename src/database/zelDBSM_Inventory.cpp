@@ -209,8 +209,7 @@ bool gfbInventory_ByRecordNum(qint32 lRecordNum)
 
 qint32 glInventory_BySL(const QString &sSL, bool bSpecial)
 {
-    // The code goes as a quoted value, its quotes doubled, so it can only ever be a value.
-    QString sql = "SELECT * from " + T() + " WHERE SL = '" + gfsDBSM_SqlText(sSL, true) + "'";
+    const SqlRead sql = "SELECT * from " + T() + " WHERE SL = " + sqlValue(sSL);
     if (gfbDBSM_Select(sql, tblInventory, false)) {
         gpInventory_RowToRecord(tblInventory);
         return static_cast<qint32>(gInventoryRecord.number("RecordNum"));

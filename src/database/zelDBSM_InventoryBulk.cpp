@@ -12,8 +12,7 @@ namespace {
 constexpr qsizetype kBatch = 500;
 
 // Runs `select` + " IN (...)" + `tail` over `values` in batches and hands each row
-// found to `take`. The values go into the statement quoted, where the engine binds
-// each as a parameter: a code is only ever a value.
+// found to `take`. The values are bound: a code is only ever a value.
 template <class F>
 bool readInBatches(DbTable table, const QString &select, const QStringList &values,
                    const QString &tail, F take)
@@ -27,10 +26,10 @@ bool readInBatches(DbTable table, const QString &select, const QStringList &valu
         }
     }
     for (qsizetype first = 0; first < distinct.size(); first += kBatch) {
-        QStringList quoted;
+        QStringList batch;
         for (qsizetype i = first; i < first + kBatch; ++i)
-            quoted << "'" + gfsDBSM_SqlText(distinct[std::min(i, distinct.size() - 1)], true) + "'";
-        QString sql = select + " IN (" + quoted.join(", ") + ")" + tail;
+            batch << distinct[std::min(i, distinct.size() - 1)];
+        const SqlRead sql = select + " IN (" + sqlValueList(batch, ", ") + ")" + tail;
         if (!gfbDBSM_Select(sql, table, false)) {
             if (gfbDBSM_ActionFailed())
                 return false;

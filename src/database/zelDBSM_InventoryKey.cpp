@@ -4,6 +4,7 @@
 #include "database/TableNames.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "database/zelDBSM_Inventory.h"
+#include <algorithm>
 
 bool gfbInventory_ByHotKey(const QString &sItem, const QString &sIdSelect)
 {
@@ -25,12 +26,13 @@ bool gfbInventory_Statuses(const QStringList &values, bool bById,
     rows.clear();
     if (values.isEmpty())
         return true;
-    QStringList quoted;
-    for (const QString &v : values)
-        quoted << "'" + gfsDBSM_SqlText(bById ? conv::Trim(v) : v, true) + "'";
+    QStringList codes = values;
+    if (bById)
+        std::transform(codes.begin(), codes.end(), codes.begin(), conv::Trim);
     // ltrim(ItemID), as the reads by Item ID compare it.
-    QString sql = "SELECT SL, ItemID, Status FROM " + gTables[tblInventory].sTableName + " WHERE " +
-                  (bById ? "ltrim(ItemID)" : "SL") + " IN (" + quoted.join(", ") + ")";
+    const SqlRead sql = "SELECT SL, ItemID, Status FROM " + gTables[tblInventory].sTableName +
+                        " WHERE " + (bById ? "ltrim(ItemID)" : "SL") + " IN (" +
+                        sqlValueList(codes, ", ") + ")";
     if (!gfbDBSM_Select(sql, tblInventory, false))
         return !gfbDBSM_ActionFailed();
     Recordset &rs = gRecordsets[tblInventory];

@@ -95,15 +95,14 @@ bool gfbUpc_BarCodes(const QStringList &sls, QHash<QString, QString> &barCodes)
     QStringList values;
     for (const QString &sl : sls) {
         barCodes.insert(sl, QString());
-        const QString value = '\'' + gfsDBSM_SqlText(sl, true) + '\'';
-        if (!sl.contains(QChar(0)) && !values.contains(value))
-            values << value;
+        if (!sqlBindsAsNull(sl) && !values.contains(sl))
+            values << sl;
     }
     if (values.isEmpty())
         return true;
     const QString order = gfsDBSM_RowOrderColumn();
-    const QString sql = "SELECT SL, UPC FROM " + gTables[tblUpc].sTableName + " WHERE SL IN (" +
-                        values.join(',') + ") ORDER BY SL" +
+    const SqlRead sql = "SELECT SL, UPC FROM " + gTables[tblUpc].sTableName + " WHERE SL IN (" +
+                        sqlValueList(values, ",") + ") ORDER BY SL" +
                         (order.isEmpty() ? QString(",UPC") : ',' + order);
     QStringList names;
     QVector<QVector<QVariant>> rows;

@@ -165,9 +165,9 @@ TEST_P(FaultTest, ARenameOfAColumnThatIsGoneIsTrapped)
 
 TEST(LikePatterns, TypedPatternCharactersAreEscapedForEachEngine)
 {
-    EXPECT_EQ(SqlServerEngine().likeContains("50%_[a]\\"),
+    EXPECT_EQ(sqlText(SqlServerEngine().likeContains("50%_[a]\\")),
               "like '%50\\%\\_\\[a]\\\\%' ESCAPE '\\'");
-    EXPECT_EQ(gfsDBSM_LikeContains("Description", "O'NEIL%"),
+    EXPECT_EQ(sqlText(gfsDBSM_LikeContains("Description", "O'NEIL%")),
               "Description like '%O''NEIL\\%%' ESCAPE '\\'");
 }
 
@@ -198,11 +198,12 @@ TEST_P(FaultTest, AWildcardValueWithANulFindsNothing)
 {
     const QString nul(QChar(0));
     for (const QString &typed : {nul, "ITEM" + nul, "IT" + nul + "EM", nul + "3"}) {
-        QString sql = "SELECT * FROM items WHERE " + gfsDBSM_LikeContains("Description", typed);
-        EXPECT_FALSE(gfbDBSM_Select(sql, 0, false)) << sql.toStdString();
+        const SqlRead read =
+            "SELECT * FROM items WHERE " + gfsDBSM_LikeContains("Description", typed);
+        EXPECT_FALSE(gfbDBSM_Select(read, 0, false)) << sqlText(read).toStdString();
     }
-    QString sql = "SELECT * FROM items WHERE " + gfsDBSM_LikeContains("Description", "EM 3");
-    ASSERT_TRUE(gfbDBSM_Select(sql, 0, false));
+    const SqlRead read = "SELECT * FROM items WHERE " + gfsDBSM_LikeContains("Description", "EM 3");
+    ASSERT_TRUE(gfbDBSM_Select(read, 0, false));
     EXPECT_EQ(gRecordsets[0].RecordCount(), 1);
     EXPECT_TRUE(boxes().isEmpty());
 }

@@ -21,8 +21,8 @@ TEST(PostgresEngine, TranslatesTheStatementsItCannotRunAsBuilt)
     PostgresEngine e;
     EXPECT_EQ(e.translate("SELECT  TOP 1 * FROM T WHERE K1>'a' ORDER BY K1"),
               "SELECT  * FROM T WHERE K1>'a' ORDER BY K1 LIMIT 1");
-    EXPECT_EQ(e.translate(dbsm::getNext("items", {"Description", "SL"}, {"O''NE", "1"}, true)),
-              "SELECT * FROM items WHERE (Description,SL)<('O''NE','1') ORDER BY Description "
+    EXPECT_EQ(e.translate(dbsm::getNext("items", {"Description", "SL"}, {"O'NE", "1"}, true).shape),
+              "SELECT * FROM items WHERE (Description,SL)<(?,?) ORDER BY Description "
               "DESC,SL DESC LIMIT 1")
         << "the next of a two-segment key is one comparison of the pair";
     EXPECT_EQ(e.translate("SELECT TOP 1 * FROM T WHERE ltrim(ItemID)>='A' ORDER BY ltrim(ItemID)"),

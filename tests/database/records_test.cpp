@@ -1,6 +1,8 @@
 #include "database/DbEngine.h"
 #include "support/DbTest.h"
 #include <QFile>
+#include <QSqlError>
+#include <QSqlQuery>
 
 using testing_support::DbTest;
 using testing_support::gItem;
@@ -147,8 +149,8 @@ TEST_P(RecordTest, QuotesNulsAndLeadingBlanksInKeys)
     EXPECT_EQ(gfsDBSM_SqlText(QString(3, QChar(0)), true), "   ");
 
     gItem.SL = QString(8, QChar(0));
-    ASSERT_TRUE(op(opGreaterEqual, 1, &sql));
-    EXPECT_TRUE(sql.contains("SL>='        '"));
+    EXPECT_FALSE(op(opGreaterEqual, 1, &sql)) << "no stored S/L holds a NUL";
+    EXPECT_TRUE(sql.contains("SL>='        '")) << "shown as blanks";
 
     gItem.ItemID = "AB-1";
     ASSERT_TRUE(op(opEqual, 2, &sql));
@@ -158,6 +160,50 @@ TEST_P(RecordTest, QuotesNulsAndLeadingBlanksInKeys)
     gItem.SL = "x'; DROP TABLE items; --";
     EXPECT_FALSE(op(opEqual, 1));
     EXPECT_TRUE(gfbDBSM_TableExists("items"));
+}
+
+TEST_P(RecordTest, ATypedKeyFindsOnlyTheRowThatHoldsItAndIsShownQuoted)
+{
+    // Stored as another program may store them, quotes and all.
+    QSqlQuery q(gpDBSM_Engine()->db());
+    q.prepare("INSERT INTO items VALUES ('TYPED', ?, ?, 0)");
+    for (const auto &[sl, id] : {std::pair{"50000001", "O'NEIL"},
+                                 {"50000002", "50%"},
+                                 {"50000003", "A_B"},
+                                 {"50000004", "C:\\X"},
+                                 {"50000005", "' OR 1=1 --"},
+                                 {"50000006", ""}}) {
+        q.addBindValue(sl);
+        q.addBindValue(QString(id).leftJustified(25));
+        ASSERT_TRUE(q.exec()) << q.lastError().text().toStdString();
+    }
+    const QString nul(QChar(0));
+    const struct {
+        QString typed, shown;
+        QString sl; // of the row found; empty: none
+    } cases[] = {
+        {"O'NEIL", "O''NEIL", "50000001"},
+        {"O''NEIL", "O''''NEIL", ""},
+        {"50%", "50%", "50000002"},
+        {"5%", "5%", ""},
+        {"A_B", "A_B", "50000003"},
+        {"AXB", "AXB", ""},
+        {"C:\\X", "C:\\X", "50000004"},
+        {"C:\\\\X", "C:\\\\X", ""},
+        {"' OR 1=1 --", "'' OR 1=1 --", "50000005"},
+        {"x' OR '1'='1", "x'' OR ''1''=''1", ""},
+        {"AB-2   ", "AB-2   ", "10000107"}, // trailing blanks count for nothing
+        {"A" + nul + "B", "   ", ""},       // shown as blanks, yet no blank Item ID found
+    };
+    for (const auto &c : cases) {
+        gItem.ItemID = c.typed;
+        QString sql;
+        const bool found = op(opEqual, 2, &sql);
+        EXPECT_EQ(found ? sl() : QString(), c.sl) << c.typed.toStdString();
+        EXPECT_EQ(sql, "SELECT TOP 1 * FROM items WHERE ltrim(ItemID)='" + c.shown +
+                           "' ORDER BY ltrim(ItemID)");
+    }
+    EXPECT_TRUE(boxes().isEmpty());
 }
 
 TEST_P(RecordTest, NotFoundReopensTheTableAndLeavesTheBuffer)
@@ -259,38 +305,35 @@ TEST_P(RecordTest, OpenTableCreatesAMissingTableWithItsIndexes)
 TEST(Statements, GetNextAndPreviousWordForWord)
 {
     const QStringList K{"A", "B", "C", "D", "E"}, V{"1", "2", "3", "4", "5"};
-    EXPECT_EQ(dbsm::getNext("T", K.mid(0, 3), V, false),
+    EXPECT_EQ(sqlText(dbsm::getNext("T", K.mid(0, 3), V, false)),
               "SELECT  TOP 1 * FROM T WHERE (SELECT COUNT(*) FROM T WHERE A='1') > 1 AND A='1' "
               "AND B='2' AND C> '3' OR A='1' AND B> '2' OR A>'1' ORDER BY A,B,C");
-    EXPECT_EQ(dbsm::getNext("T", K.mid(0, 4), V, false),
+    EXPECT_EQ(sqlText(dbsm::getNext("T", K.mid(0, 4), V, false)),
               "SELECT  TOP 1 * FROM T WHERE (SELECT COUNT(*) FROM T WHERE A='1') > 1 AND A='1' "
               "AND B>='2' AND C>='3' AND D>'4' OR A>'1' ORDER BY A,B,C,D");
-    EXPECT_EQ(dbsm::getNext("T", K, V, true),
+    EXPECT_EQ(sqlText(dbsm::getNext("T", K, V, true)),
               "SELECT  TOP 1 * FROM T WHERE (SELECT COUNT(*) FROM T WHERE A='1') > 1 AND A='1' "
               "AND B<='2' AND C<='3' AND D<='4' AND E<'5' OR A<'1' ORDER BY A DESC,B DESC,C "
               "DESC,D DESC,E DESC");
-    EXPECT_EQ(dbsm::getNext("T", K.mid(0, 2), V, true),
+    EXPECT_EQ(sqlText(dbsm::getNext("T", K.mid(0, 2), V, true)),
               "SELECT  TOP 1 * FROM T WHERE (SELECT COUNT(*) FROM T WHERE A='1') > 1 AND A='1' "
               "AND B<'2' OR A<'1' ORDER BY A DESC,B DESC");
     EXPECT_EQ(dbsm::getLast("T", K, false, "X"),
               "SELECT TOP 1 * FROM T ORDER BY A DESC,B DESC,C DESC,D DESC,E DESC");
-    EXPECT_EQ(dbsm::comparison("T", K.mid(0, 2), V, ">"),
+    EXPECT_EQ(sqlText(dbsm::comparison("T", K.mid(0, 2), V, ">")),
               "SELECT TOP 1 * FROM T WHERE A>'1' AND B>'2' ORDER BY A");
-    EXPECT_EQ(dbsm::trimItemId("SELECT * FROM T WHERE ItemID='ItemID' ORDER BY ItemID,ItemIDX"),
-              "SELECT * FROM T WHERE ltrim(ItemID)='ItemID' ORDER BY ltrim(ItemID),ItemIDX");
+    EXPECT_EQ(
+        dbsm::trimItemId(QString("SELECT * FROM T WHERE ItemID='ItemID' ORDER BY ItemID,ItemIDX"))
+            .shape,
+        "SELECT * FROM T WHERE ltrim(ItemID)='ItemID' ORDER BY ltrim(ItemID),ItemIDX");
 }
 
-TEST(Statements, QuotedValuesBecomeParametersAndTheShapeKeepsTheRest)
+TEST(Statements, TheShownTextHoldsEachValueQuotedWhereItsMarkStands)
 {
-    using Split = std::pair<QString, QStringList>;
-    EXPECT_EQ(sqlParameters("SELECT TOP 1 * FROM t WHERE a='O''NEIL' AND b>'' ORDER BY a"),
-              Split("SELECT TOP 1 * FROM t WHERE a=? AND b>? ORDER BY a", {"O'NEIL", ""}));
-    EXPECT_EQ(sqlParameters("SELECT * FROM t WHERE x like '%a\\%''%' ESCAPE '\\'"),
-              Split("SELECT * FROM t WHERE x like ? ESCAPE '\\'", {"%a\\%'%"}));
-    EXPECT_EQ(sqlParameters("SELECT * FROM t WHERE a='b"), Split("SELECT * FROM t WHERE a='b", {}))
-        << "an open quote is left to the database to refuse";
-    EXPECT_EQ(sqlParameters("SELECT * FROM t WHERE a=? AND b='c'"),
-              Split("SELECT * FROM t WHERE a=? AND b='c'", {}));
+    EXPECT_EQ(sqlText({"SELECT * FROM t WHERE a=? AND b='?' AND c>? ESCAPE '\\' AND d=?",
+                       {"O'NEIL", "x" + QString(QChar(0)), "?"}}),
+              "SELECT * FROM t WHERE a='O''NEIL' AND b='?' AND c>'  ' ESCAPE '\\' AND d='?'");
+    EXPECT_EQ(sqlText({"a=? OR b=?", {"1"}}), "a='1' OR b=?") << "a mark without a value stays";
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, RecordTest, testing_support::kEachEngine,

@@ -175,6 +175,37 @@ TEST_P(LookupModelTest, ASearchMovesTheHighlightOnThePageOrReadsByTheKey)
     EXPECT_TRUE(lookup.gbItemIdSearch);
 }
 
+TEST_P(LookupModelTest, ASearchFindsTheItemThatHoldsWhatWasTyped)
+{
+    items(20);
+    // Stored as another program may store them, quotes and all.
+    QSqlQuery q(gpDBSM_Engine()->db());
+    q.prepare("INSERT INTO invt1 (SL, ItemID, Description, Status, RecordNum) VALUES (?, ?, ?, "
+              "' ', ?)");
+    const QStringList held = {"O'NEIL TEA", "50% OFF", "A_B", "C:\\X", "' OR 1=1 --"};
+    for (int i = 0; i < held.size(); ++i) {
+        for (const QVariant &v :
+             {QVariant(QString::number(20000000 + i)), QVariant(QString("X%1").arg(i)),
+              QVariant(held[i]), QVariant(100 + i)})
+            q.addBindValue(v);
+        ASSERT_TRUE(q.exec()) << q.lastError().text().toStdString();
+    }
+    open();
+    const struct {
+        QString typed, found;
+    } cases[] = {
+        {"O'NEIL TEA", "O'NEIL TEA"}, {"o'neil", "O'NEIL TEA"},
+        {"50%", "50% OFF"},           {"A_B   ", "A_B"},
+        {"C:\\X", "C:\\X"},           {"' OR 1=1 --", "' OR 1=1 --"},
+    };
+    for (const auto &c : cases) {
+        lookup.search("ITEM 10"); // none of them on the page: the search reads by the key
+        page = lookup.search(c.typed);
+        EXPECT_EQ(page.rows[page.cursor][colDescription], c.found) << c.typed.toStdString();
+    }
+    EXPECT_TRUE(told().isEmpty());
+}
+
 TEST_P(LookupModelTest, WildcardMatchesArePagedInMemoryWithoutDeletedItems)
 {
     items(14, true);

@@ -13,14 +13,14 @@ bool InventoryLookup::upcSearch()
         return false;
     }
     const QString value = conv::Trim(gsSearchValue).toUpper();
-    QString sql;
+    SqlRead sql;
     if (value.isEmpty()) {
         gbAtTop = true;
         sql = "SELECT TOP 1 * FROM " + table + " WHERE ltrim(upc) > ' ' order by UPC";
     } else {
         gUpcRecord.setText("UPC", value);
         sql = "SELECT TOP 1 * FROM " + table + " WHERE LEFT(upc," + QString::number(value.size()) +
-              ")='" + gfsDBSM_SqlText(value, true) + "' order by UPC";
+              ")=" + sqlValue(value) + " order by UPC";
     }
     if (gfbDBSM_Select(sql, tblUpc, false)) {
         gpUpc_RowToRecord(tblUpc);
@@ -31,8 +31,8 @@ bool InventoryLookup::upcSearch()
     }
     for (int row = 1; row < giPageRows; ++row) {
         if (row > 1) {
-            sql = "SELECT TOP 1 * FROM " + table + " WHERE upc > '" +
-                  gfsDBSM_SqlText(gUpcRecord.text("UPC"), true) + "' order by UPC";
+            sql = "SELECT TOP 1 * FROM " + table + " WHERE upc > " +
+                  sqlValue(gUpcRecord.text("UPC")) + " order by UPC";
             if (!gfbDBSM_Select(sql, tblUpc, false)) {
                 for (; row < giPageRows; ++row) clearRow(row);
                 gbAtEnd = true;

@@ -32,9 +32,9 @@ void InventoryLookup::runWildcard()
     const QString order = gsSortFieldName == "Description" ? "Order BY Description,subdescription"
                                                            : "Order BY " + gsSortFieldName;
     // Only the two wildcards around the value are patterns; what was typed is literal.
-    QString sql = "SELECT * FROM " + gTables[tblInventory].sTableName + " WHERE " +
-                  gfsDBSM_LikeContains(gsSortFieldName, gsSearchValue) + " And status <> 'D' " +
-                  order;
+    const SqlRead sql = "SELECT * FROM " + gTables[tblInventory].sTableName + " WHERE " +
+                        gfsDBSM_LikeContains(gsSortFieldName, gsSearchValue) +
+                        " And status <> 'D' " + order;
     if (!gfbDBSM_Select(sql, tblInventory, false, kMaxMatches)) {
         say("No matches found");
         return;
