@@ -204,6 +204,14 @@ TEST_P(RecordTest, ATypedKeyFindsOnlyTheRowThatHoldsItAndIsShownQuoted)
                            "' ORDER BY ltrim(ItemID)");
     }
     EXPECT_TRUE(boxes().isEmpty());
+    gpDBSM_Engine()->db().close();
+    gItem.ItemID = "O'NEIL";
+    EXPECT_FALSE(op(opEqual, 2));
+    EXPECT_TRUE(readDataFile("PVSW.log")
+                    .endsWith("\r\nSELECT TOP 1 * FROM items WHERE ltrim(ItemID)='O''NEIL' ORDER "
+                              "BY ltrim(ItemID)\r\n"))
+        << "the log shows the statement as sSQL does";
+    EXPECT_EQ(boxes().size(), 1);
 }
 
 TEST_P(RecordTest, NotFoundReopensTheTableAndLeavesTheBuffer)
