@@ -82,7 +82,7 @@ TEST_F(SetCheckScreenTest, CheckSetsFindsThePlantedFaultsAndADoubleClickEditsAnd
         emit list.fgrdItems->cellDoubleClicked(2, 0);
         after = rows(f);
     });
-    modal.drive("frmHotKeys", [this](QDialog &f) {
+    modal.drive("frmHotKeys", [](QDialog &f) {
         EXPECT_EQ(static_cast<frmHotKeys &>(f).HotKeySet, "04");
         // Mended while the editor is open: the list shows it when the editor closes.
         EXPECT_TRUE(

@@ -92,7 +92,7 @@ bool listening(int port)
 
 } // namespace
 
-SmtpPeer::SmtpPeer(Kind kind) : m_kind(kind)
+SmtpPeer::SmtpPeer(Kind kind)
 {
     m_port = freePort();
     const QString maildir = m_dir.filePath("mail");

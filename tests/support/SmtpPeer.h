@@ -38,7 +38,6 @@ private:
     bool makeCertificate();
     bool start(const QStringList &arguments);
 
-    Kind m_kind;
     QTemporaryDir m_dir;
     QProcess m_server;
     int m_port = 0;
