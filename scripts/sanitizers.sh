@@ -16,7 +16,7 @@ hk_sanitized_suite() {
   local dir="$hk_root/build-asan"
   hk_configure "$dir" "-DCMAKE_CXX_FLAGS=$hk_sanitizer_flags" "-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O0 -g1" \
     "-DCMAKE_EXE_LINKER_FLAGS=-fsanitize=address,undefined"
-  cmake --build "$dir" -j2 --target hk_tests
+  cmake --build "$dir" -j2 --target hk_all_tests
   # The test that kills saving stations at random moments needs saves of normal speed
   # to land its kills inside them; an unoptimised sanitized save under load is too slow
   # for that. It runs in the normal suite.
