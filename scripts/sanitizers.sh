@@ -16,7 +16,7 @@ hk_sanitized_dir="$hk_root/build-sanitize"
 hk_sanitized_build() {
   hk_configure "$hk_sanitized_dir" -DHK_FUZZ=ON -DCMAKE_CXX_COMPILER=clang++ \
     "-DCMAKE_CXX_FLAGS_RELWITHDEBINFO=-O0 -g1"
-  cmake --build "$hk_sanitized_dir" -j2 --target hk_fuzz hk_tests
+  cmake --build "$hk_sanitized_dir" -j2 --target hk_fuzz hk_all_tests
 }
 
 hk_sanitized_suite() {

@@ -3,6 +3,7 @@
 // settings store, so nothing of the user's is touched: an embedded one, or one
 // on a PostgreSQL cluster that the benchmark starts in that folder.
 #include "database/DbEngine.h"
+#include "database/ZelDBSM_MSDE.h"
 #include "platform/AppInfo.h"
 #include "platform/SettingsStore.h"
 #include "settings/clsDataPath.h"
@@ -35,6 +36,7 @@ inline bool useBenchDatabase(const QTemporaryDir &dir, const QString &engine,
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, dir.filePath("settings"));
     platform::setApplicationFolder(dir.path());
     gDataPath.setDataPath(dir.path());
+    gpDBSM_RegisterDataFolder([] { return gDataPath.DataPath(); });
     for (const auto &[k, v] :
          {std::pair{"Engine", "SQLite"}, {"DBName", "Bench"}, {"Server", "BENCH\\ZEL"}})
         platform::SaveSetting("ZEL Settings", "DATABASE", k, v);

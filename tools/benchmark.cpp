@@ -5,7 +5,7 @@
 #include "BenchSets.h"
 #include "hotkeys/hkeyServices.h"
 #include "hotkeys/hkeyVersions.h"
-#include "platform/KeyPreviewForm.h"
+#include "platform/ui/KeyPreviewForm.h"
 #include "settings/clsDataPath.h"
 #include "shell/frmMain.h"
 #include <QDir>

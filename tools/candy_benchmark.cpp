@@ -2,7 +2,7 @@
 // hk_candy_benchmark [REDRAWS]. Nothing is kept between redraws, so each one
 // builds its face from nothing, as the control does on every state change.
 #include "candybutton/CandyButton.h"
-#include "platform/KeyPreviewForm.h"
+#include "platform/ui/KeyPreviewForm.h"
 #include <QElapsedTimer>
 #include <algorithm>
 #include <cstdio>

@@ -9,8 +9,8 @@
 #include "database/zelDBSM_InventoryKey.h"
 #include "hotkeys/hkeyReplace.h"
 #include "hotkeys/hkeyVersions.h"
-#include "platform/KeyPreviewForm.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/KeyPreviewForm.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "screens/frmSetCheck.h"
 #include "screens/hkeyLayoutPanel.h"
 #include <QLabel>

@@ -16,9 +16,9 @@
 #include "lookup/sm_DataGrid.h"
 #include "platform/AppInfo.h"
 #include "platform/Dialogs.h"
-#include "platform/KeyPreviewForm.h"
-#include "platform/MSFlexGrid.h"
 #include "platform/SettingsStore.h"
+#include "platform/ui/KeyPreviewForm.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "settings/clsDataPath.h"
 #include "shell/hkeyDBSM_Setup.h"
 #include <QElapsedTimer>

@@ -6,7 +6,7 @@
 // second data folder over the same inventory.
 #include "BenchBigStore.h"
 #include "hotkeys/hkeyPackage.h"
-#include "platform/KeyPreviewForm.h"
+#include "platform/ui/KeyPreviewForm.h"
 #include <QFileInfo>
 #include <cstdio>
 

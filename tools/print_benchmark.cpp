@@ -2,8 +2,8 @@
 // Builds the document of 999 sets (default) as the set list's menu does,
 // renders every page once as the preview would at 100%, and writes the PDF.
 #include "BenchSets.h"
-#include "platform/KeyPreviewForm.h"
-#include "platform/Modal.h"
+#include "platform/ui/KeyPreviewForm.h"
+#include "platform/ui/Modal.h"
 #include "print/PageDocument.h"
 #include "print/PageRenderer.h"
 #include "print/frmSMPRNT_PREVIEW.h"

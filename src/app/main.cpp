@@ -1,4 +1,4 @@
-#include "platform/KeyPreviewForm.h"
+#include "platform/ui/KeyPreviewForm.h"
 #include "shell/hkeyCommandLine.h"
 #include "shell/hkeyMain.h"
 

@@ -1,6 +1,6 @@
 #include "candybutton/CandyButton.h"
 #include "common/Conversions.h"
-#include "platform/KeyCodes.h"
+#include "platform/ui/KeyCodes.h"
 #include <QApplication>
 #include <QBuffer>
 #include <QKeyEvent>

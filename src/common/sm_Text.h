@@ -1,12 +1,6 @@
 #pragma once
 #include <QString>
 
-class QLineEdit;
-class QWidget;
-
-// The font of the suite's screens; blank counts as "Arial".
-extern QString gsFontName;
-
 // The value of `sTag` in `sLine`: up to the next `sEnd` character, trailing blanks removed.
 QString gfsTagValue(const QString &sLine, const QString &sTag, const QString &sEnd);
 QString gfsText_keep(const QString &sText, const QString &sAllowed);
@@ -15,7 +9,3 @@ QString gfsText_digits(const QString &sText);
 QString gfsText_pad(int iMode, int iWidth, const QString &sText, const QString &sPad);
 // Halves round away from zero.
 double gfdNumber_round(double dValue, int iDecimals);
-// `iCompare` 0 ignores case.
-void gpTextBox_caret(QLineEdit *oBox, const QString &sSeek, int iCompare);
-// Every screen's font and button look.
-void gpForm_initControls(QWidget *oForm);

@@ -6,7 +6,6 @@
 #include "platform/Dialogs.h"
 #include "platform/SettingsStore.h"
 #include "platform/Shell.h"
-#include "settings/clsDataPath.h"
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -27,6 +26,19 @@ std::unique_ptr<DbEngine> &engine()
 {
     static std::unique_ptr<DbEngine> e;
     return e;
+}
+
+QString (*&dataFolderSource())()
+{
+    static QString (*source)() = nullptr;
+    return source;
+}
+
+QString dataFolder()
+{
+    if (!dataFolderSource())
+        qFatal("The data folder reaches the database engine only once it is registered.");
+    return dataFolderSource()();
 }
 
 QString setting(const char *key, const QString &defaultValue = QString())
@@ -64,7 +76,7 @@ void mpServerStep()
     log52(gsDBName);
     log52("Servername = " + gsServer);
     log52("set Server ");
-    engine() = makeDbEngine(setting("Engine"), gDataPath.DataPath());
+    engine() = makeDbEngine(setting("Engine"), dataFolder());
     log52("Server set ");
     if (const QString note = engine()->serverNote(gsServer); !note.isEmpty())
         log52(note);
@@ -105,6 +117,11 @@ bool mpDatabaseStep()
 
 } // namespace
 
+void gpDBSM_RegisterDataFolder(QString (*dataFolder)())
+{
+    dataFolderSource() = dataFolder;
+}
+
 DBSM_Settings gfDBSM_Settings()
 {
     return {setting("Engine"), setting("DBName"), setting("Server"), setting("UserName", "qx"),
@@ -131,7 +148,7 @@ bool gfbDBSM_Unconfigured()
 
 QString gfsDBSM_CheckServer(const DBSM_Settings &settings)
 {
-    const std::unique_ptr<DbEngine> server = makeDbEngine(settings.sEngine, gDataPath.DataPath());
+    const std::unique_ptr<DbEngine> server = makeDbEngine(settings.sEngine, dataFolder());
     DbError error;
     if (server->connectServer(settings.sServer, settings.sUser, settings.sPassword, error) != 1)
         return "The server " + settings.sServer + " could not be reached:\r" + error.text +
@@ -384,7 +401,7 @@ void mpDBSM_Fault(const QString &statement, const DbError &e)
     if (a.failed)
         return; // told already; this statement never reached the database
     const QString exe = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
-    const QString path = gDataPath.DataPath() + "/PVSW.log";
+    const QString path = dataFolder() + "/PVSW.log";
     appendLine(path, exe + " [EXE FAIL]" + QString::number(e.number) + " Description: " + e.text +
                          " Source: " + e.source);
     appendLine(path, statement);

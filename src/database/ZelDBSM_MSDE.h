@@ -77,6 +77,10 @@ struct DBSM_Dispatch {
     QString (*InsertValues)(qint16 iFile) = nullptr;
 };
 void gpDBSM_RegisterDispatch(const DBSM_Dispatch &dispatch);
+// The data folder, which holds the embedded database and the failure log. The
+// settings sit beside the engine, not below it: the application registers at start
+// where the folder is read.
+void gpDBSM_RegisterDataFolder(QString (*dataFolder)());
 
 // Operation codes of gfbDBSM_Record.
 enum DBSM_Op : qint16 {

@@ -1,6 +1,6 @@
 #pragma once
 #include "lookup/model/InventoryLookup.h"
-#include "platform/KeyPreviewForm.h"
+#include "platform/ui/KeyPreviewForm.h"
 #include <QSize>
 #include <array>
 

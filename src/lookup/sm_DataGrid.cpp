@@ -2,8 +2,8 @@
 #include "database/ZelDBSM_MSDE.h"
 #include "lookup/frm_Lookup.h"
 #include "platform/Dialogs.h"
-#include "platform/MSFlexGrid.h"
-#include "platform/Twips.h"
+#include "platform/ui/MSFlexGrid.h"
+#include "platform/ui/Twips.h"
 #include <QHeaderView>
 
 void gpGrid_setup(platform::MSFlexGrid *grid)

@@ -1,12 +1,13 @@
 #include "mail/frmSendMail.h"
 #include "common/Conversions.h"
-#include "common/sm_Mouse.h"
 #include "common/sm_Text.h"
+#include "common/ui/sm_Forms.h"
+#include "common/ui/sm_Mouse.h"
 #include "mail/zelSendMail.h"
 #include "platform/Dialogs.h"
-#include "platform/KeyCodes.h"
-#include "platform/Modal.h"
-#include "platform/Twips.h"
+#include "platform/ui/KeyCodes.h"
+#include "platform/ui/Modal.h"
+#include "platform/ui/Twips.h"
 #include "settings/clsDataPath.h"
 #include <QDir>
 #include <QEvent>

@@ -50,27 +50,23 @@ public:
     virtual QString folderName(const QString &title, const QString &start) = 0;
 };
 
-class QtDialogs : public Dialogs {
+// A process without screens: every box goes to the error output, and a question
+// is answered No, as nobody is there to ask. The layer with screens registers its
+// own at start (platform/ui/QtDialogs.h).
+class ConsoleDialogs : public Dialogs {
 public:
     int msgBox(const QString &text, int style, const QString &title) override;
-    QString inputBox(const QString &prompt, const QString &title,
-                     const QString &defaultText) override;
-    QString openFileName(const QString &title, const QString &folder,
-                         const QString &filter) override;
-    QString openFileNameFilter(const QString &title, const QString &folder, const QString &filter,
-                               int selectedFilter) override;
-    QString saveFileName(const QString &title, const QString &path, const QString &filter) override;
-    QString folderName(const QString &title, const QString &start) override;
+    QString inputBox(const QString &, const QString &, const QString &) override { return {}; }
+    QString openFileName(const QString &, const QString &, const QString &) override { return {}; }
+    QString saveFileName(const QString &, const QString &, const QString &) override { return {}; }
+    QString folderName(const QString &, const QString &) override { return {}; }
 };
 
-using DialogPort = Port<Dialogs, QtDialogs>;
+using DialogPort = Port<Dialogs, ConsoleDialogs>;
 
 // A box without a title takes the application's title.
 int MsgBox(const QString &text, int style = vbOKOnly, const QString &title = QString());
 QString InputBox(const QString &prompt, const QString &title = QString(),
                  const QString &defaultText = QString());
-
-// "Picture (*.jpg)|*.jpg" as a Qt name filter list.
-QString qtFilter(const QString &legacyFilter);
 
 } // namespace platform

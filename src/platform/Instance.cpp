@@ -5,8 +5,6 @@
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QLockFile>
-#include <QPointer>
-#include <QWidget>
 #include <memory>
 
 namespace platform {
@@ -72,19 +70,14 @@ bool Instance::raise(const QString &title)
     return true;
 }
 
-void Instance::listen(QWidget *window, const QString &title)
+void Instance::listen(QObject *owner, const QString &title, std::function<void()> toFront)
 {
-    auto *server = new QLocalServer(window);
+    auto *server = new QLocalServer(owner);
     QLocalServer::removeServer(socketName(title));
     server->listen(socketName(title));
-    QPointer<QWidget> target(window);
-    QObject::connect(server, &QLocalServer::newConnection, server, [server, target] {
+    QObject::connect(server, &QLocalServer::newConnection, server, [server, toFront] {
         while (QLocalSocket *s = server->nextPendingConnection()) s->deleteLater();
-        if (!target)
-            return;
-        target->showNormal();
-        target->raise();
-        target->activateWindow();
+        toFront();
     });
 }
 

@@ -1,7 +1,8 @@
 #pragma once
 #include <QString>
+#include <functional>
 
-class QWidget;
+class QObject;
 
 namespace platform {
 
@@ -14,8 +15,9 @@ public:
     static bool otherIsRunning();
     // Asks the instance whose title is `title` to come to the front; false when none answers.
     static bool raise(const QString &title);
-    // The window the first instance brings to the front when asked.
-    static void listen(QWidget *window, const QString &title);
+    // What the first instance does when asked to come to the front; it listens as
+    // long as `owner` lives.
+    static void listen(QObject *owner, const QString &title, std::function<void()> toFront);
     // Lets a test use its own lock and socket names.
     static void setKey(const QString &key);
     static QString lockPath();

@@ -34,3 +34,8 @@ void SaveSetting(const QString &app, const QString &section, const QString &key,
 void DeleteSetting(const QString &app, const QString &section, const QString &key);
 
 } // namespace platform
+
+// The suite's settings: application and section of the data path record, which the
+// database's keys share.
+inline constexpr const char *kSettingsApp = "ZEL Settings";
+inline constexpr const char *kDatabaseSection = "DATABASE";

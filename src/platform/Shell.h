@@ -37,7 +37,9 @@ public:
     [[noreturn]] virtual void exitProcess(int code) = 0;
 };
 
-class NativeShell : public Shell {
+// A process without screens: no browser, no printers, no windows to raise.
+// The layer with screens registers its own at start (platform/ui/NativeShell.h).
+class ProcessShell : public Shell {
 public:
     bool openUrl(const QString &url) override;
     QStringList printerNames() override;
@@ -50,6 +52,6 @@ public:
     [[noreturn]] void exitProcess(int code) override;
 };
 
-using ShellPort = Port<Shell, NativeShell>;
+using ShellPort = Port<Shell, ProcessShell>;
 
 } // namespace platform

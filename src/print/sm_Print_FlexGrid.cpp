@@ -1,6 +1,6 @@
 #include "print/sm_Print_FlexGrid.h"
 #include "common/Conversions.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "print/PageDocument.h"
 #include "print/frmSMPRNT_PREVIEW.h"
 #include "print/sm_Print.h"

@@ -1,8 +1,9 @@
 #include "screens/frmButtonSet_Find.h"
 #include "common/Conversions.h"
 #include "common/sm_Text.h"
+#include "common/ui/sm_Forms.h"
 #include "hotkeys/hkeyServices.h"
-#include "platform/KeyCodes.h"
+#include "platform/ui/KeyCodes.h"
 #include <QGridLayout>
 #include <QListWidget>
 #include <QPushButton>

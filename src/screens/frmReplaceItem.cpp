@@ -1,7 +1,8 @@
 #include "screens/frmReplaceItem.h"
 #include "common/sm_Text.h"
-#include "platform/KeyCodes.h"
-#include "platform/MSFlexGrid.h"
+#include "common/ui/sm_Forms.h"
+#include "platform/ui/KeyCodes.h"
+#include "platform/ui/MSFlexGrid.h"
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QHeaderView>

@@ -1,6 +1,6 @@
 #pragma once
 #include "hotkeys/hkeyReplace.h"
-#include "platform/KeyPreviewForm.h"
+#include "platform/ui/KeyPreviewForm.h"
 
 class QCheckBox;
 class QLabel;

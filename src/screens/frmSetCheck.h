@@ -1,7 +1,7 @@
 #pragma once
 #include "hotkeys/hkeyReplace.h"
 #include "hotkeys/hkeySetFix.h"
-#include "platform/KeyPreviewForm.h"
+#include "platform/ui/KeyPreviewForm.h"
 #include <array>
 #include <functional>
 

@@ -2,6 +2,7 @@
 #include "common/Conversions.h"
 #include "common/sm_Messages.h"
 #include "common/sm_Text.h"
+#include "common/ui/sm_Forms.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyPackage.h"
 #include "hotkeys/hkeyServices.h"

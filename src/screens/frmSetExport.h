@@ -1,5 +1,5 @@
 #pragma once
-#include "platform/KeyPreviewForm.h"
+#include "platform/ui/KeyPreviewForm.h"
 #include <QStringList>
 #include <array>
 

@@ -1,8 +1,9 @@
 #include "screens/frmSetImport.h"
 #include "common/sm_Text.h"
+#include "common/ui/sm_Forms.h"
 #include "platform/Dialogs.h"
-#include "platform/KeyCodes.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/KeyCodes.h"
+#include "platform/ui/MSFlexGrid.h"
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QDir>

@@ -1,6 +1,6 @@
 #pragma once
 #include "hotkeys/hkeyPackage.h"
-#include "platform/KeyPreviewForm.h"
+#include "platform/ui/KeyPreviewForm.h"
 #include <QList>
 #include <array>
 

@@ -1,11 +1,12 @@
 #include "screens/frmSpecialKey_edit.h"
 #include "common/Conversions.h"
-#include "common/sm_Help_Ops.h"
 #include "common/sm_Text.h"
+#include "common/ui/sm_Forms.h"
+#include "common/ui/sm_Help_Ops.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyServices.h"
 #include "platform/Dialogs.h"
-#include "platform/KeyCodes.h"
+#include "platform/ui/KeyCodes.h"
 #include <QComboBox>
 #include <QGridLayout>
 #include <QHBoxLayout>

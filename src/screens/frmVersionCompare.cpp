@@ -1,8 +1,9 @@
 #include "screens/frmVersionCompare.h"
 #include "common/TextFile.h"
 #include "common/sm_Text.h"
+#include "common/ui/sm_Forms.h"
 #include "hotkeys/hkeyCompare.h"
-#include "platform/KeyCodes.h"
+#include "platform/ui/KeyCodes.h"
 #include "screens/hkeyLayoutPanel.h"
 #include "settings/clsDataPath.h"
 #include <QComboBox>

@@ -1,6 +1,6 @@
 #pragma once
 #include "hotkeys/hkeyVersions.h"
-#include "platform/KeyPreviewForm.h"
+#include "platform/ui/KeyPreviewForm.h"
 
 class QComboBox;
 class QLabel;

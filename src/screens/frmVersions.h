@@ -1,7 +1,7 @@
 #pragma once
 #include "hotkeys/hkeyRelink.h"
 #include "hotkeys/hkeyVersions.h"
-#include "platform/KeyPreviewForm.h"
+#include "platform/ui/KeyPreviewForm.h"
 #include <array>
 
 class MyButton;

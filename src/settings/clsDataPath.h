@@ -1,4 +1,5 @@
 #pragma once
+#include "platform/SettingsStore.h"
 #include <QString>
 
 // Where the shared data folder lies, which station this is and whether the data
@@ -84,7 +85,3 @@ private:
 };
 
 extern clsDataPath gDataPath;
-
-// The suite's settings: application and section of the data path record.
-inline constexpr const char *kSettingsApp = "ZEL Settings";
-inline constexpr const char *kDatabaseSection = "DATABASE";

@@ -1,5 +1,6 @@
 #include "shell/frmFirstRun.h"
 #include "common/sm_Text.h"
+#include "common/ui/sm_Forms.h"
 #include "database/DbEngine.h"
 #include "database/ZelDBSM_MSDE.h"
 #include "platform/Dialogs.h"

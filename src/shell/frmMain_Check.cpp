@@ -1,7 +1,7 @@
 // The set list's Check Sets and Where Used commands.
-#include "platform/KeyCodes.h"
-#include "platform/MSFlexGrid.h"
-#include "platform/Modal.h"
+#include "platform/ui/KeyCodes.h"
+#include "platform/ui/MSFlexGrid.h"
+#include "platform/ui/Modal.h"
 #include "print/sm_Print_FlexGrid.h"
 #include "screens/frmSetCheck.h"
 #include "shell/frmMain.h"

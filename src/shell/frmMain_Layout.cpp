@@ -1,8 +1,8 @@
 // The "Layout" report: every set of the list drawn as its panel looks on the
 // sales screen, one set a page, landscape.
-#include "common/sm_Mouse.h"
+#include "common/ui/sm_Mouse.h"
 #include "hotkeys/hkeyServices.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "print/PageDocument.h"
 #include "print/frmSMPRNT_PREVIEW.h"
 #include "print/sm_Print.h"

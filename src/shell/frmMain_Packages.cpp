@@ -1,8 +1,8 @@
 // The set list's Export Sets and Import Sets commands.
 #include "hotkeys/hkeyPackage.h"
 #include "platform/Dialogs.h"
-#include "platform/MSFlexGrid.h"
-#include "platform/Modal.h"
+#include "platform/ui/MSFlexGrid.h"
+#include "platform/ui/Modal.h"
 #include "screens/frmSetExport.h"
 #include "screens/frmSetImport.h"
 #include "shell/frmMain.h"

@@ -5,7 +5,7 @@
 #include "hotkeys/hkeyServices.h"
 #include "platform/Dialogs.h"
 #include "settings/clsDataPath.h"
-#include "settings/zelDataPath_Ops.h"
+#include "settings/ui/zelDataPath_Ops.h"
 #include "shell/hkeyDBSM_Interface.h"
 #include "shell/hkeyDBSM_Setup.h"
 #include <QDir>
@@ -30,31 +30,6 @@ void print(std::FILE *to, const QString &text)
     std::fputs(text.toLocal8Bit().constData(), to);
     std::fflush(to);
 }
-
-// Every box goes to the error output; a question is answered No, as nobody is there to ask.
-class ConsoleDialogs : public platform::Dialogs {
-public:
-    int msgBox(const QString &text, int style, const QString &title) override
-    {
-        QString shown = text;
-        shown.replace("\r\n", "\n").replace('\r', '\n');
-        print(stderr, (title.isEmpty() ? QString() : title + ": ") + shown + '\n');
-        switch (style & 7) {
-        case platform::vbYesNo:
-        case platform::vbYesNoCancel:
-            return platform::vbNo;
-        case platform::vbOKCancel:
-        case platform::vbRetryCancel:
-            return platform::vbCancel;
-        default:
-            return platform::vbOK;
-        }
-    }
-    QString inputBox(const QString &, const QString &, const QString &) override { return {}; }
-    QString openFileName(const QString &, const QString &, const QString &) override { return {}; }
-    QString saveFileName(const QString &, const QString &, const QString &) override { return {}; }
-    QString folderName(const QString &, const QString &) override { return {}; }
-};
 
 int usage()
 {
@@ -150,7 +125,7 @@ std::optional<int> gfiCommandLine_run(const QStringList &arguments)
     const QString command = arguments.value(1);
     if (!isCommand(command))
         return std::nullopt;
-    ConsoleDialogs console;
+    platform::ConsoleDialogs console;
     platform::Dialogs *before = &platform::DialogPort::get();
     platform::DialogPort::install(&console);
     const QStringList args = arguments.mid(2);

@@ -70,6 +70,7 @@ void gpDBSM_Close() {}
 
 void gpDBSM_RegisterTables()
 {
+    gpDBSM_RegisterDataFolder([] { return gDataPath.DataPath(); });
     gpDBSM_RegisterDispatch(
         {gpDBSM_KeyValues, gpDBSM_RowToRecord, gpDBSM_RecordToRow, gfsDBSM_InsertValues});
 }

@@ -6,12 +6,12 @@
 #include "platform/AppInfo.h"
 #include "platform/Dialogs.h"
 #include "platform/Instance.h"
-#include "platform/Modal.h"
 #include "platform/Shell.h"
+#include "platform/ui/Modal.h"
 #include "print/frmSMPRNT_PREVIEW.h"
 #include "settings/clsDataPath.h"
 #include "settings/clsINI_Services.h"
-#include "settings/zelDataPath_Ops.h"
+#include "settings/ui/zelDataPath_Ops.h"
 #include "shell/frmFirstRun.h"
 #include "shell/frmMain.h"
 #include "shell/hkeyCommandLine.h"
@@ -55,6 +55,7 @@ void Main()
 {
     using namespace platform;
     gpPreviewMail_register();
+    gpDBSM_RegisterTables();
     if (const std::optional<int> code = gfiCommandLine_run(QCoreApplication::arguments()))
         ShellPort::get().exitProcess(*code);
     if (Instance::otherIsRunning()) {
@@ -78,7 +79,11 @@ void Main()
         ShellPort::get().exitProcess(0);
     if (gfbDBSM_Open()) {
         frmMain form;
-        Instance::listen(&form, appTitle());
+        Instance::listen(&form, appTitle(), [&form] {
+            form.showNormal();
+            form.raise();
+            form.activateWindow();
+        });
         form.Form_Load();
         showModal(form);
     }

@@ -1,19 +1,21 @@
-#include "common/sm_Combos.h"
-#include "common/sm_FGrid.h"
 #include "common/sm_Files.h"
-#include "common/sm_Help_Ops.h"
-#include "common/sm_Keyboard.h"
 #include "common/sm_Messages.h"
-#include "common/sm_Mouse.h"
 #include "common/sm_Shell.h"
 #include "common/sm_Text.h"
+#include "common/ui/sm_Combos.h"
+#include "common/ui/sm_FGrid.h"
+#include "common/ui/sm_Forms.h"
+#include "common/ui/sm_Help_Ops.h"
+#include "common/ui/sm_Keyboard.h"
+#include "common/ui/sm_Mouse.h"
 #include "common/zelTermDefinitions.h"
 #include "platform/AppInfo.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "support/HkTest.h"
 #include <QComboBox>
 #include <QDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 
 using testing_support::HkTest;
@@ -208,4 +210,17 @@ TEST_F(HkTest, ActivateFirstInstanceGoesOnWhenNoneAnswers)
     ActivateFirstInstance();
     EXPECT_EQ(platform::appTitle(), "Unwanted instance");
     platform::setAppTitle(title);
+}
+
+TEST(TextBoxCaret, FindsTheTextOrGoesBehindIt)
+{
+    QLineEdit box("Hello World");
+    box.setCursorPosition(0);
+    gpTextBox_caret(&box, "world", 0);
+    EXPECT_EQ(box.cursorPosition(), 7);
+    gpTextBox_caret(&box, "world", 1);
+    EXPECT_EQ(box.cursorPosition(), 11);
+    box.setCursorPosition(0);
+    gpTextBox_caret(&box, " ", 0);
+    EXPECT_EQ(box.cursorPosition(), 11);
 }

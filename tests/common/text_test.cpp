@@ -1,7 +1,6 @@
 #include "common/sm_DateTime.h"
 #include "common/sm_Text.h"
 #include "common/zelFormats.h"
-#include <QLineEdit>
 #include <gtest/gtest.h>
 
 TEST(SLNormalize, WorkedExamplesRowForRow)
@@ -89,17 +88,4 @@ TEST(DateDisplay, UsAndEuropeanOrder)
     EXPECT_EQ(gfsDate_display("20261118", "U"), "11/18/2026");
     EXPECT_EQ(gfsDate_display("20261118", "E"), "18/11/2026");
     EXPECT_EQ(gfsDate_display("        ", "E"), "          ");
-}
-
-TEST(TextBoxCaret, FindsTheTextOrGoesBehindIt)
-{
-    QLineEdit box("Hello World");
-    box.setCursorPosition(0);
-    gpTextBox_caret(&box, "world", 0);
-    EXPECT_EQ(box.cursorPosition(), 7);
-    gpTextBox_caret(&box, "world", 1);
-    EXPECT_EQ(box.cursorPosition(), 11);
-    box.setCursorPosition(0);
-    gpTextBox_caret(&box, " ", 0);
-    EXPECT_EQ(box.cursorPosition(), 11);
 }

@@ -1,6 +1,6 @@
 #pragma once
 #include "display/Robot.h"
-#include "platform/Shell.h"
+#include "platform/ui/NativeShell.h"
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <ostream>

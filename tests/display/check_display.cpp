@@ -1,6 +1,6 @@
 #include "display/ProgramTest.h"
 #include "mail/frmSendMail.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "print/frmSMPRNT_PREVIEW.h"
 #include "screens/frmHotKeys.h"
 #include "screens/frmSetCheck.h"

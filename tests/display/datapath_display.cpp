@@ -1,8 +1,8 @@
 #include "display/ProgramTest.h"
-#include "platform/MSFlexGrid.h"
 #include "platform/SettingsStore.h"
-#include "settings/frmSMFILE_PATH.h"
-#include "settings/frmSM_DATAPATH2.h"
+#include "platform/ui/MSFlexGrid.h"
+#include "settings/ui/frmSMFILE_PATH.h"
+#include "settings/ui/frmSM_DATAPATH2.h"
 #include "shell/frmMain.h"
 #include <QLabel>
 #include <QLineEdit>

@@ -1,7 +1,7 @@
 // The real-display tests: the program's screens on an X server with a window
 // manager, through the production ports. tests/display/run.sh starts them.
 #include "display/Robot.h"
-#include "platform/KeyPreviewForm.h"
+#include "platform/ui/KeyPreviewForm.h"
 #include <QDir>
 #include <QFile>
 #include <QGuiApplication>

@@ -1,6 +1,6 @@
 #include "display/ProgramTest.h"
 #include "lookup/frm_Lookup.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "screens/frmButtonSet_Find.h"
 #include "screens/frmHotKey_Define.h"
 #include "screens/frmHotKeys.h"

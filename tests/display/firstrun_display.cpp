@@ -1,7 +1,7 @@
 #include "database/ZelDBSM_MSDE.h"
 #include "display/ProgramTest.h"
-#include "platform/MSFlexGrid.h"
 #include "platform/SettingsStore.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "shell/frmFirstRun.h"
 #include "shell/frmMain.h"
 #include "support/CommonRows.h"

@@ -1,6 +1,6 @@
-#include "common/frmHelp.h"
+#include "common/ui/frmHelp.h"
 #include "display/ProgramTest.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "shell/frmMain.h"
 #include <QFile>
 #include <QPrinterInfo>

@@ -1,5 +1,5 @@
 #include "display/Robot.h"
-#include "platform/Shell.h"
+#include "platform/ui/NativeShell.h"
 #include <QApplication>
 #include <QDialog>
 #include <QPointer>

@@ -1,5 +1,5 @@
 #include "display/ProgramTest.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "screens/frmHotKeys_Trial.h"
 #include "shell/frmMain.h"
 #include <QApplication>

@@ -5,7 +5,7 @@
 #include "lookup/GridSetUpBackOffice.h"
 #include "lookup/frm_Lookup.h"
 #include "lookup/sm_DataGrid.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "screens/frmHotKey_Define.h"
 #include "support/StoreDb.h"
 #include <QCheckBox>

@@ -3,7 +3,7 @@
 #include "lookup/GridSetUpBackOffice.h"
 #include "lookup/frm_Lookup.h"
 #include "lookup/sm_DataGrid.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "support/LookupRows.h"
 #include "support/StoreDb.h"
 #include <QElapsedTimer>

@@ -1,5 +1,4 @@
 #pragma once
-#include "mail/frmSendMail.h"
 #include "mail/zelSendMail.h"
 #include "platform/SettingsStore.h"
 #include "settings/clsDataPath.h"
@@ -7,9 +6,6 @@
 #include "support/SmtpPeer.h"
 #include <QDir>
 #include <QJsonArray>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTest>
 
 namespace testing_support {
 
@@ -43,36 +39,6 @@ inline QStringList rcpt(const QJsonObject &message)
     QStringList list;
     for (const QJsonValue &v : message["rcpttos"].toArray()) list << v.toString();
     return list;
-}
-
-// A touch on a box of the mail screen, which makes it the keyboard's target.
-inline void touch(QWidget *box)
-{
-    auto *body = qobject_cast<QPlainTextEdit *>(box);
-    QTest::mouseClick(body ? body->viewport() : box, Qt::LeftButton);
-}
-
-// Keys of the mail screen's keyboard, by the characters they type.
-inline void keys(frmSendMail &f, const QString &letters)
-{
-    for (QChar c : letters) {
-        const int index = c == ' ' ? 39 : c.isDigit() ? c.digitValue() : 12 + c.unicode() - 'A';
-        QTest::mouseClick(f.cmdKeyPad[index], Qt::LeftButton);
-    }
-}
-
-// A touch on the box, then its text typed on the on-screen keyboard.
-inline void type(frmSendMail &f, QWidget *box, const QString &text)
-{
-    touch(box);
-    for (QChar c : text) {
-        QPushButton *key = nullptr;
-        for (QPushButton *k : f.cmdKeyPad)
-            if (k->property("Tag").toString() == c.toUpper() || (c == ' ' && k->text() == "Space"))
-                key = k;
-        ASSERT_TRUE(key) << "no key for " << QString(c).toStdString();
-        QTest::mouseClick(key, Qt::LeftButton);
-    }
 }
 
 class MailTest : public HkTest {

@@ -1,4 +1,4 @@
-#include "mail/MailFixture.h"
+#include "mail/MailScreen.h"
 #include "mail/frmSendMail.h"
 #include <QGroupBox>
 #include <QLabel>

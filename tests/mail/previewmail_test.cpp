@@ -1,5 +1,5 @@
 #include "database/zelDBSM_Common.h"
-#include "mail/MailFixture.h"
+#include "mail/MailScreen.h"
 #include "print/frmSMPRNT_PREVIEW.h"
 #include "shell/frmMain.h"
 #include "shell/hkeyMain.h"

@@ -1,6 +1,6 @@
 #include "platform/Instance.h"
-#include "platform/KeyCodes.h"
-#include "platform/KeyPreviewForm.h"
+#include "platform/ui/KeyCodes.h"
+#include "platform/ui/KeyPreviewForm.h"
 #include <QLineEdit>
 #include <QLockFile>
 #include <QTest>
@@ -76,7 +76,7 @@ TEST(RunningInstance, TheSecondTestOnOneKeySeesTheFirst)
     EXPECT_FALSE(platform::Instance::otherIsRunning());
     EXPECT_FALSE(platform::Instance::otherIsRunning()) << "this process holds the lock itself";
     EXPECT_FALSE(platform::Instance::raise("no such title"));
-    QWidget window;
-    platform::Instance::listen(&window, "Listening Title");
+    QObject owner;
+    platform::Instance::listen(&owner, "Listening Title", [] {});
     EXPECT_TRUE(platform::Instance::raise("Listening Title"));
 }

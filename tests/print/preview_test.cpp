@@ -1,5 +1,5 @@
-#include "platform/KeyCodes.h"
-#include "platform/Twips.h"
+#include "platform/ui/KeyCodes.h"
+#include "platform/ui/Twips.h"
 #include "print/PageDocument.h"
 #include "print/PageView.h"
 #include "print/frmSMPRNT_PREVIEW.h"

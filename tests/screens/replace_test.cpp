@@ -2,7 +2,7 @@
 #include "lookup/frm_Lookup.h"
 #include "lookup/model/InventoryLookup.h"
 #include "platform/Dialogs.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "screens/frmReplaceItem.h"
 #include "screens/frmSetCheck.h"
 #include "support/StoreDb.h"

@@ -1,7 +1,7 @@
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyVersions.h"
 #include "platform/Dialogs.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "screens/frmHotKey_Define.h"
 #include "screens/frmSetCheck.h"
 #include "support/StoreDb.h"

@@ -1,6 +1,6 @@
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyServices.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "screens/frmSpecialKey_edit.h"
 #include "screens/frmSpecialKeys.h"
 #include "screens/posButtons.h"

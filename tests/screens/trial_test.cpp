@@ -1,6 +1,6 @@
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyServices.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "screens/frmHotKeys_Trial.h"
 #include "screens/posButtons.h"
 #include "shell/hkeyDBSM_Interface.h"

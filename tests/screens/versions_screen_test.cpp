@@ -1,7 +1,7 @@
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyServices.h"
 #include "hotkeys/hkeyVersions.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "screens/frmVersionCompare.h"
 #include "screens/frmVersions.h"
 #include "screens/hkeyLayoutPanel.h"

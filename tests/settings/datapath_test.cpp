@@ -2,9 +2,9 @@
 #include "platform/SettingsStore.h"
 #include "settings/clsDataPath.h"
 #include "settings/clsINI_Services.h"
-#include "settings/frmSMFILE_PATH.h"
-#include "settings/frmSM_DATAPATH2.h"
-#include "settings/zelDataPath_Ops.h"
+#include "settings/ui/frmSMFILE_PATH.h"
+#include "settings/ui/frmSM_DATAPATH2.h"
+#include "settings/ui/zelDataPath_Ops.h"
 #include "support/HkTest.h"
 #include <QCheckBox>
 #include <QComboBox>

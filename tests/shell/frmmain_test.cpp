@@ -1,8 +1,8 @@
 #include "common/HelpPages.h"
-#include "common/frmHelp.h"
-#include "common/sm_FGrid.h"
+#include "common/ui/frmHelp.h"
+#include "common/ui/sm_FGrid.h"
 #include "hotkeys/hkeyServices.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "shell/frmMain.h"
 #include "support/HkTest.h"
 #include <QDir>

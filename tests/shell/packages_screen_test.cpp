@@ -1,6 +1,6 @@
 #include "database/ZelDBSM_MSDE.h"
 #include "hotkeys/hkeyGlobal.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "screens/frmSetExport.h"
 #include "screens/frmSetImport.h"
 #include "shell/frmMain.h"

@@ -1,7 +1,7 @@
 #include "database/ZelDBSM_MSDE.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "lookup/model/InventoryLookup.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "print/PageDocument.h"
 #include "print/frmSMPRNT_PREVIEW.h"
 #include "screens/frmHotKeys.h"

@@ -1,7 +1,7 @@
 #pragma once
 #include "platform/Dialogs.h"
-#include "platform/Modal.h"
 #include "platform/Shell.h"
+#include "platform/ui/Modal.h"
 #include <QHash>
 #include <QList>
 #include <QQueue>

@@ -1,4 +1,5 @@
 #include "support/HkTest.h"
+#include "database/ZelDBSM_MSDE.h"
 #include "hotkeys/hkeyVersions.h"
 #include "settings/clsDataPath.h"
 #include <QDir>
@@ -14,6 +15,7 @@ void HkTest::SetUp()
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, temp.filePath("settings"));
     gDataPath = clsDataPath();
     gDataPath.setDataPath(dataPath());
+    gpDBSM_RegisterDataFolder([] { return gDataPath.DataPath(); });
     versions::setRoot(versionsRoot());
     platform::DialogPort::install(&dialogs);
     platform::ModalPort::install(&modal);

@@ -1,6 +1,6 @@
 #pragma once
 #include "lookup/frm_Lookup.h"
-#include "platform/MSFlexGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 
 namespace testing_support {
 

@@ -1,25 +1,9 @@
-#include "platform/KeyPreviewForm.h"
-#include "support/PgCluster.h"
-#include <QDir>
-#include <QStandardPaths>
-#include <cstdlib>
-#include <gtest/gtest.h>
+#include "platform/ui/KeyPreviewForm.h"
+#include "support/TestMain.h"
 
 int main(int argc, char **argv)
 {
-    ::testing::InitGoogleTest(&argc, argv);
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) {
-        const QString runtime = QDir::temp().filePath("hk-tests-runtime");
-        QDir().mkpath(runtime);
-        QFile::setPermissions(runtime, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        qputenv("XDG_RUNTIME_DIR", runtime.toLocal8Bit());
-    }
-    // Nothing a test leaves out of its own folders lands in the user's.
-    QStandardPaths::setTestModeEnabled(true);
+    testing_support::prepareTestProcess(argc, argv);
     platform::Application app(argc, argv);
-    const int result = RUN_ALL_TESTS();
-    testing_support::stopOwnPgCluster();
-    return result;
+    return testing_support::runAllTests();
 }

@@ -1,12 +1,12 @@
-#include "settings/zelDataPath_Ops.h"
+#include "settings/ui/zelDataPath_Ops.h"
 #include "common/sm_Files.h"
 #include "common/sm_Messages.h"
 #include "platform/Dialogs.h"
-#include "platform/Modal.h"
 #include "platform/Paths.h"
+#include "platform/ui/Modal.h"
 #include "settings/clsDataPath.h"
-#include "settings/frmSM_DATAPATH2.h"
 #include "settings/sm_SafeStub.h"
+#include "settings/ui/frmSM_DATAPATH2.h"
 #include <QApplication>
 #include <QFile>
 

@@ -1,4 +1,4 @@
-#include "platform/Modal.h"
+#include "platform/ui/Modal.h"
 #include <QDialog>
 
 namespace platform {

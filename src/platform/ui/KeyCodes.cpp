@@ -1,4 +1,4 @@
-#include "platform/KeyCodes.h"
+#include "platform/ui/KeyCodes.h"
 #include <QKeyEvent>
 
 namespace platform {

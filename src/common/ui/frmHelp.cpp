@@ -1,7 +1,7 @@
-#include "common/frmHelp.h"
+#include "common/ui/frmHelp.h"
 #include "common/HelpPages.h"
-#include "platform/Modal.h"
 #include "platform/Shell.h"
+#include "platform/ui/Modal.h"
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QPushButton>

@@ -1,4 +1,4 @@
-#include "common/sm_Keyboard.h"
+#include "common/ui/sm_Keyboard.h"
 #include "common/Conversions.h"
 #include <QPushButton>
 

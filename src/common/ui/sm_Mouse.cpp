@@ -1,4 +1,4 @@
-#include "common/sm_Mouse.h"
+#include "common/ui/sm_Mouse.h"
 #include <QCursor>
 #include <QGuiApplication>
 

@@ -1,5 +1,7 @@
-#include "platform/KeyPreviewForm.h"
-#include "platform/KeyCodes.h"
+#include "platform/ui/KeyPreviewForm.h"
+#include "platform/ui/KeyCodes.h"
+#include "platform/ui/NativeShell.h"
+#include "platform/ui/QtDialogs.h"
 #include <QKeyEvent>
 #include <QPointer>
 
@@ -27,7 +29,13 @@ void KeyPreviewForm::mpStandardKeys(int &KeyCode, const std::function<void()> &a
     (*action)();
 }
 
-Application::Application(int &argc, char **argv) : QApplication(argc, argv) {}
+Application::Application(int &argc, char **argv) : QApplication(argc, argv)
+{
+    static QtDialogs dialogs;
+    static NativeShell shell;
+    DialogPort::registerProduction(&dialogs);
+    ShellPort::registerProduction(&shell);
+}
 
 bool Application::notify(QObject *receiver, QEvent *event)
 {

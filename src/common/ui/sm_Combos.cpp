@@ -1,4 +1,4 @@
-#include "common/sm_Combos.h"
+#include "common/ui/sm_Combos.h"
 #include "common/Conversions.h"
 #include <QComboBox>
 

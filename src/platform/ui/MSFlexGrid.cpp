@@ -1,5 +1,5 @@
-#include "platform/MSFlexGrid.h"
-#include "platform/Twips.h"
+#include "platform/ui/MSFlexGrid.h"
+#include "platform/ui/Twips.h"
 #include <QEvent>
 #include <QHeaderView>
 #include <algorithm>

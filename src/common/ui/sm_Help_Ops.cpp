@@ -1,6 +1,6 @@
-#include "common/sm_Help_Ops.h"
-#include "common/frmHelp.h"
+#include "common/ui/sm_Help_Ops.h"
 #include "common/sm_Shell.h"
+#include "common/ui/frmHelp.h"
 #include "platform/Shell.h"
 
 const char *const kGuidesPage = "https://www.zelsoftware.com/guides-documents/";

@@ -1,12 +1,13 @@
-#include "settings/frmSM_DATAPATH2.h"
+#include "settings/ui/frmSM_DATAPATH2.h"
 #include "common/Conversions.h"
 #include "common/sm_Text.h"
+#include "common/ui/sm_Forms.h"
 #include "platform/Dialogs.h"
-#include "platform/KeyCodes.h"
-#include "platform/Modal.h"
 #include "platform/Paths.h"
+#include "platform/ui/KeyCodes.h"
+#include "platform/ui/Modal.h"
 #include "settings/clsDataPath.h"
-#include "settings/frmSMFILE_PATH.h"
+#include "settings/ui/frmSMFILE_PATH.h"
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>

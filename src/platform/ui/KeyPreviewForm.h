@@ -23,7 +23,8 @@ protected:
                         const std::function<void()> &help = {});
 };
 
-// The application object: routes key presses to the form that holds the receiver.
+// The application object: routes key presses to the form that holds the receiver,
+// and registers the boxes and the shell of a program with screens.
 class Application : public QApplication {
     Q_OBJECT
 public:

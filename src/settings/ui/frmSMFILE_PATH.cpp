@@ -1,8 +1,9 @@
-#include "settings/frmSMFILE_PATH.h"
-#include "common/sm_Keyboard.h"
+#include "settings/ui/frmSMFILE_PATH.h"
 #include "common/sm_Text.h"
+#include "common/ui/sm_Forms.h"
+#include "common/ui/sm_Keyboard.h"
 #include "platform/Dialogs.h"
-#include "platform/KeyCodes.h"
+#include "platform/ui/KeyCodes.h"
 #include <QComboBox>
 #include <QDir>
 #include <QFileSystemModel>

@@ -1,5 +1,5 @@
-#include "common/sm_FGrid.h"
-#include "platform/MSFlexGrid.h"
+#include "common/ui/sm_FGrid.h"
+#include "platform/ui/MSFlexGrid.h"
 
 void gpGrid_selectRow(platform::MSFlexGrid *oGrid, int lRow)
 {
