@@ -5,6 +5,8 @@ hk_packages=(cmake g++ make libgtest-dev qt6-base-dev libqt6sql6-sqlite libqt6sq
   libclang-rt-14-dev cups printer-driver-cups-pdf openssl libzip-dev)
 # The Debian package (scripts/package) and the Windows compile check (scripts/windows-check).
 hk_packages+=(dpkg-dev lintian g++-mingw-w64-x86-64)
+# The coverage of the tests (scripts/coverage).
+hk_packages+=(gcovr)
 
 hk_install_missing() {
   local missing=()
