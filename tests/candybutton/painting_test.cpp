@@ -1,5 +1,6 @@
 #include "candybutton/CandyButton.h"
 #include "support/HkTest.h"
+#include "support/ScreenDoubles.h"
 #include <QApplication>
 #include <QPalette>
 

@@ -1,10 +1,11 @@
 #include "database/ZelDBSM_MSDE.h"
 #include "database/zelDBSM_InventoryBulk.h"
 #include "database/zelDBSM_Upc.h"
-#include "support/StoreDb.h"
+#include "support/ItemTables.h"
 
 namespace {
-class BulkReadTest : public testing_support::StoreDbTest, public testing_support::OnEachEngine {};
+class BulkReadTest : public testing_support::ItemTablesTest,
+                     public testing_support::OnEachEngine {};
 } // namespace
 
 // Three batches of codes, the items among them at the first place, in the middle

@@ -5,7 +5,7 @@
 #include "hotkeys/hkeyVersions.h"
 #include "hotkeys/hkeyZip.h"
 #include "settings/clsDataPath.h"
-#include "support/StoreDb.h"
+#include "support/ItemTables.h"
 #include <QDir>
 #include <QDirIterator>
 #include <QJsonDocument>
@@ -16,7 +16,7 @@
 #endif
 
 using namespace setpackage;
-using testing_support::StoreDbTest;
+using testing_support::ItemTablesTest;
 
 namespace {
 
@@ -59,11 +59,11 @@ QByteArray manifest(int format = kFormat)
     return QJsonDocument(QJsonObject{{"format", format}}).toJson();
 }
 
-class PackageTest : public StoreDbTest {
+class PackageTest : public ItemTablesTest {
 protected:
     void SetUp() override
     {
-        StoreDbTest::SetUp();
+        ItemTablesTest::SetUp();
         openStore();
         QDir(dataPath()).mkpath("pictures/HotKeys");
         gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";

@@ -4,21 +4,21 @@
 #include "database/zelDBSM_Upc.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "lookup/model/InventoryLookup.h"
-#include "support/StoreDb.h"
+#include "support/ItemTables.h"
 #include <QSqlError>
 #include <QSqlQuery>
 
-using testing_support::StoreDbTest;
+using testing_support::ItemTablesTest;
 
 namespace {
 
 // The lookup without a screen, on each engine of the run: items "ITEM 01" to
 // "ITEM nn", S/L 10000001 on, pages of five rows.
-class LookupModelTest : public StoreDbTest, public testing_support::OnEachEngine {
+class LookupModelTest : public ItemTablesTest, public testing_support::OnEachEngine {
 protected:
     void SetUp() override
     {
-        StoreDbTest::SetUp();
+        ItemTablesTest::SetUp();
         if (IsSkipped() || HasFatalFailure())
             return; // no cluster to run on
         openStore();

@@ -8,6 +8,7 @@
 #include "screens/posButtons.h"
 #include "shell/frmMain.h"
 #include "support/HkTest.h"
+#include "support/ScreenDoubles.h"
 #include "support/SetLines.h"
 #include <QDir>
 #include <QFile>

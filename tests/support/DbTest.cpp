@@ -2,6 +2,7 @@
 #include "database/DbEngine.h"
 #include "platform/AppInfo.h"
 #include "platform/SettingsStore.h"
+#include "settings/clsDataPath.h"
 #include "support/PgCluster.h"
 #include <QCoreApplication>
 #include <QDir>
@@ -104,9 +105,15 @@ QString DbTest::serverDatabase()
     return QString("hk_test_%1").arg(QCoreApplication::applicationPid());
 }
 
+void registerTestDataFolder()
+{
+    gpDBSM_RegisterDataFolder([] { return gDataPath.DataPath(); });
+}
+
 void DbTest::SetUp()
 {
     HkTest::SetUp();
+    registerTestDataFolder();
     if (const auto *each = dynamic_cast<const OnEachEngine *>(this))
         currentEngine() = each->GetParam();
     else

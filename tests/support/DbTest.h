@@ -30,6 +30,10 @@ extern ItemRecord gItem;
 // cluster, the embedded engine otherwise.
 bool testOnPostgres();
 
+// The database's files and log go to the data folder of the test under way
+// (HkTest's), as the program's start registers its own.
+void registerTestDataFolder();
+
 // The engines a database test may run on.
 enum class TestEngine { SQLite, PostgreSQL };
 std::string engineName(const testing::TestParamInfo<TestEngine> &info);

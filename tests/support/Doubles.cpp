@@ -1,5 +1,4 @@
 #include "support/Doubles.h"
-#include <QDialog>
 #include <gtest/gtest.h>
 
 namespace testing_support {
@@ -58,22 +57,15 @@ QString ScriptedDialogs::folderName(const QString &title, const QString &start)
     return next({"folder", 0, title, start}, true, QString());
 }
 
-int ScriptedModal::show(QDialog &form)
+ScriptedModal::Driver ScriptedModal::next(const QString &className)
 {
-    const QString name = QString::fromLatin1(form.metaObject()->className());
-    shown << name;
-    QList<Driver> &queue = m_drivers[name];
+    shown << className;
+    QList<Driver> &queue = m_drivers[className];
     if (queue.isEmpty()) {
-        ADD_FAILURE() << "no driver for the modal form " << name.toStdString();
-        form.reject();
-        return QDialog::Rejected;
+        ADD_FAILURE() << "no driver for the modal form " << className.toStdString();
+        return {};
     }
-    const Driver driver = queue.takeFirst();
-    form.setResult(QDialog::Rejected);
-    form.show();
-    driver(form);
-    form.hide();
-    return form.result();
+    return queue.takeFirst();
 }
 
 bool RecordingShell::openUrl(const QString &url)
@@ -91,18 +83,6 @@ bool RecordingShell::pingWindow(quintptr window, int)
 void RecordingShell::setTopMost(QWidget *, bool onTop)
 {
     topMost << onTop;
-}
-
-} // namespace testing_support
-
-#include <QTest>
-
-namespace testing_support {
-
-void doubleClick(QWidget *widget, const QPoint &pos)
-{
-    QTest::mouseClick(widget, Qt::LeftButton, {}, pos);
-    QTest::mouseDClick(widget, Qt::LeftButton, {}, pos);
 }
 
 } // namespace testing_support

@@ -1,13 +1,14 @@
 #pragma once
 #include "platform/Dialogs.h"
 #include "platform/Shell.h"
-#include "platform/ui/Modal.h"
 #include <QHash>
 #include <QList>
 #include <QQueue>
 #include <QString>
 #include <QStringList>
 #include <functional>
+
+class QDialog;
 
 namespace testing_support {
 
@@ -55,13 +56,15 @@ private:
     QQueue<std::function<QString()>> m_answers;
 };
 
-// Modal forms are handed to the driver registered for their class, which acts
-// on the form and closes it before the show returns.
-class ScriptedModal : public platform::ModalShower {
+// The modal forms a test drives: the driver registered for a form's class acts
+// on the form and closes it before the show returns. The screens' support shows
+// the forms through it (ModalDouble).
+class ScriptedModal {
 public:
     using Driver = std::function<void(QDialog &)>;
     void drive(const QString &className, Driver driver) { m_drivers[className] << driver; }
-    int show(QDialog &form) override;
+    // Records the form as shown and hands out its next driver; none fails the test.
+    Driver next(const QString &className);
     QStringList shown;
 
 private:
@@ -105,11 +108,4 @@ public:
     QList<bool> topMost;
 };
 
-} // namespace testing_support
-
-class QWidget;
-class QPoint;
-namespace testing_support {
-// A double click as the platform delivers it: a click, then the double click.
-void doubleClick(QWidget *widget, const QPoint &pos);
 } // namespace testing_support

@@ -1,12 +1,25 @@
 #include "support/HkTest.h"
-#include "database/ZelDBSM_MSDE.h"
-#include "hotkeys/hkeyVersions.h"
 #include "settings/clsDataPath.h"
 #include <QDir>
 #include <QFile>
 #include <QSettings>
 
 namespace testing_support {
+
+namespace {
+
+QList<HkTest::Extension> &extensions()
+{
+    static QList<HkTest::Extension> list;
+    return list;
+}
+
+} // namespace
+
+void HkTest::extend(Extension extension)
+{
+    extensions() << extension;
+}
 
 void HkTest::SetUp()
 {
@@ -15,17 +28,19 @@ void HkTest::SetUp()
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, temp.filePath("settings"));
     gDataPath = clsDataPath();
     gDataPath.setDataPath(dataPath());
-    gpDBSM_RegisterDataFolder([] { return gDataPath.DataPath(); });
-    versions::setRoot(versionsRoot());
     platform::DialogPort::install(&dialogs);
-    platform::ModalPort::install(&modal);
     platform::ShellPort::install(&shell);
+    for (const Extension &e : extensions())
+        if (e.setUp)
+            e.setUp(*this);
 }
 
 void HkTest::TearDown()
 {
+    for (const Extension &e : extensions())
+        if (e.tearDown)
+            e.tearDown();
     platform::DialogPort::install(nullptr);
-    platform::ModalPort::install(nullptr);
     platform::ShellPort::install(nullptr);
     for (const Box &b : dialogs.take())
         ADD_FAILURE() << "box not checked by the test: " << b.title.toStdString() << " / "

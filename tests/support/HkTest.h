@@ -1,7 +1,7 @@
 #pragma once
 #include "support/Doubles.h"
-#include <QColor>
 #include <QTemporaryDir>
+#include <functional>
 #include <gtest/gtest.h>
 
 namespace testing_support {
@@ -9,6 +9,20 @@ namespace testing_support {
 // A fresh data folder, settings location and set of platform doubles per test.
 // A box the test did not take with boxes() fails it at the end.
 class HkTest : public ::testing::Test {
+public:
+    // What the support of a floor above adds to every test of a program (where
+    // the versions go, how modal forms show), added by the program's main.
+    struct Extension {
+        std::function<void(HkTest &)> setUp;
+        std::function<void()> tearDown;
+    };
+    static void extend(Extension extension);
+
+    QString dataPath() const;
+    // Where the versions of the test's data folder go, never the user's own.
+    QString versionsRoot() const;
+    ScriptedModal modal;
+
 protected:
     void SetUp() override;
     void TearDown() override;
@@ -20,23 +34,13 @@ protected:
         for (const Box &b : boxes()) t << b.text;
         return t;
     }
-    QString dataPath() const;
-    // Where the versions of the test's data folder go, never the user's own.
-    QString versionsRoot() const;
     // Writes a file of the data folder byte for byte.
     void writeDataFile(const QString &name, const QByteArray &bytes) const;
     QByteArray readDataFile(const QString &name) const;
 
     QTemporaryDir temp;
     ScriptedDialogs dialogs;
-    ScriptedModal modal;
     RecordingShell shell;
 };
-
-// A colour as the files store it (0x00BBGGRR) as the screen shows it.
-inline QRgb rgbOf(quint32 colour)
-{
-    return qRgb(colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF);
-}
 
 } // namespace testing_support

@@ -1,23 +1,17 @@
 #pragma once
-#include "support/DbTest.h"
+#include "support/ItemTables.h"
 
 namespace testing_support {
 
 // An embedded database as the start-up meets it, with the application's tables.
-class StoreDbTest : public DbTest {
+class StoreDbTest : public ItemTablesTest {
 protected:
     // Runs the table set-up of the start; true when the application may go on.
     bool setup();
     // Writes the one COMMON row.
     void seedCommon(int store, const QString &multiStore = "N");
     // Store 1 set up as at start, its inventory and bar code tables open.
-    void openStore();
-    // Inserts an inventory item through the table module; returns its record number.
-    int addItem(const QString &sl, const QString &itemId, const QString &description,
-                double price = 1.0, const QString &vendor = "ACME");
-    // Four items of a corner store: two coffees, a cake and apples.
-    void addSampleItems();
-    int m_nextRecord = 1;
+    void openStore() override;
 };
 
 } // namespace testing_support

@@ -1,5 +1,6 @@
 #pragma once
 #include "support/PgCluster.h"
+#include <QCoreApplication>
 #include <QDir>
 #include <QStandardPaths>
 #include <gtest/gtest.h>
@@ -27,6 +28,14 @@ inline int runAllTests()
     const int result = RUN_ALL_TESTS();
     stopOwnPgCluster();
     return result;
+}
+
+// The main of a program whose tests need no screen at all.
+inline int runWithoutScreen(int argc, char **argv)
+{
+    prepareTestProcess(argc, argv);
+    QCoreApplication app(argc, argv);
+    return runAllTests();
 }
 
 } // namespace testing_support
