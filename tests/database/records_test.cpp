@@ -204,6 +204,8 @@ TEST_P(RecordTest, ATypedKeyFindsOnlyTheRowThatHoldsItAndIsShownQuoted)
                            "' ORDER BY ltrim(ItemID)");
     }
     EXPECT_TRUE(boxes().isEmpty());
+    // The connection lost: its prepared statements go with it, or SQLite keeps it open.
+    gpDBSM_Engine()->forgetPrepared();
     gpDBSM_Engine()->db().close();
     gItem.ItemID = "O'NEIL";
     EXPECT_FALSE(op(opEqual, 2));
