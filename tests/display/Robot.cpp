@@ -18,6 +18,7 @@ namespace {
 
 // Long enough for a loaded two-core machine; a window that needs longer is stuck.
 constexpr int kStepLimitMs = 15000;
+constexpr int kActivateAfterMs = 3000;
 
 QString describe(QWidget *w)
 {
@@ -118,6 +119,15 @@ void Robot::poll()
         next.condition ? next.condition() : modal && isUp(modal) && next.match(modal);
     if (!ready) {
         m_seen = nullptr;
+        // The window manager may leave a window of this long-running process
+        // unfocused when it maps (its last input was for an earlier window); a user
+        // would click it. Only the window the step waits for, and only once it is up.
+        if (!next.condition && modal && modal->isVisible() && !modal->isActiveWindow() &&
+            modal->windowHandle() && modal->windowHandle()->isExposed() && next.match(modal) &&
+            m_waiting.elapsed() > kActivateAfterMs && !m_activated) {
+            m_activated = true;
+            modal->activateWindow();
+        }
         if (m_waiting.elapsed() > kStepLimitMs)
             fail("waited " + QString::number(kStepLimitMs / 1000) + " s for " + next.what +
                  "; up instead: " + describe(modal));
@@ -130,6 +140,7 @@ void Robot::poll()
     Step step = std::move(next);
     m_steps.pop_front();
     m_seen = nullptr;
+    m_activated = false;
     m_waiting.restart();
     step.act(modal);
 }

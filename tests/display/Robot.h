@@ -82,6 +82,7 @@ private:
     QElapsedTimer m_waiting;
     std::deque<Step> m_steps;
     QPointer<QWidget> m_seen;
+    bool m_activated = false; // the awaited window was asked for the focus once
     bool m_quiet = false;
     bool m_failed = false;
 };
