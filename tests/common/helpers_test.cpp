@@ -20,7 +20,7 @@
 
 using testing_support::HkTest;
 
-TEST(FileName, PartBehindTheLastSeparator)
+TEST_F(HkTest, FileNamesAndTheFileAndFolderTestsTellThemApart)
 {
     EXPECT_EQ(gfsFile_name("C:\\temp\\doc1.pdf"), "doc1.pdf");
     EXPECT_EQ(gfsFile_name("doc1.pdf"), "doc1.pdf");
@@ -29,10 +29,7 @@ TEST(FileName, PartBehindTheLastSeparator)
     EXPECT_EQ(gfsFile_name("/tmp/doc1.pdf"), "doc1.pdf");
     EXPECT_TRUE(gfbText_outerBlanks(" a"));
     EXPECT_FALSE(gfbText_outerBlanks("a b"));
-}
 
-TEST_F(HkTest, FileAndFolderTestsTellThemApart)
-{
     writeDataFile("HKSET01.SDF", "x");
     EXPECT_TRUE(gfbFile_exists(dataPath() + "/HKSET01.SDF"));
     EXPECT_FALSE(gfbFile_exists(dataPath()));
@@ -56,7 +53,7 @@ TEST_F(HkTest, AskShowsTheQuestionBoxWithTheProductName)
     EXPECT_EQ(shown[1].style, 36 + 256);
 }
 
-TEST_F(HkTest, HelpPressOpensTheGuidesPageAndWaitsForTheLastHelpProcess)
+TEST_F(HkTest, HelpPressOpensTheGuidesPageAndWaitsForTheLastHelpProcessIfAny)
 {
     shell.processList = {{1, 10, "winhlp32.exe"}, {1, 0, "WinHlp32.exe"}, {1, 22, "WINHLP32.EXE"}};
     shell.windowList = {{100, 10}, {200, 22}, {300, 22}};
@@ -67,10 +64,11 @@ TEST_F(HkTest, HelpPressOpensTheGuidesPageAndWaitsForTheLastHelpProcess)
     EXPECT_EQ(glHelpProcess, 22);
     EXPECT_EQ(glHelpWindow, 200u);
     EXPECT_EQ(shell.pinged, QList<quintptr>({200, 200, 200}));
-}
 
-TEST_F(HkTest, HelpPressWithoutHelpViewerReturnsAtOnce)
-{
+    shell.processList.clear(); // no help viewer: the press returns at once
+    shell.windowList.clear();
+    shell.urls.clear();
+    shell.pinged.clear();
     gpHelp_press("1");
     EXPECT_EQ(glProcess_id("WinHlp32.exe"), 0);
     EXPECT_EQ(shell.urls.size(), 1);
@@ -195,17 +193,13 @@ TEST_F(HkTest, TermsByNumberOrDefaultTextAndTheMissingTermBox)
     EXPECT_EQ(shown[0].text, "ZEL Term 'Defined\\Default' Not Found\rCall ZEL Support");
 }
 
-TEST_F(HkTest, MousePointerWaitAndDefault)
+TEST_F(HkTest, ActivateFirstInstanceGoesOnWhenNoneAnswersAndTheMousePointerNests)
 {
     gpMouse_wait();
     gpMouse_wait();
     EXPECT_EQ(giMouse_pointer(), 11);
     gpMouse_default();
     EXPECT_EQ(giMouse_pointer(), 1);
-}
-
-TEST_F(HkTest, ActivateFirstInstanceGoesOnWhenNoneAnswers)
-{
     const QString title = platform::appTitle();
     ActivateFirstInstance();
     EXPECT_EQ(platform::appTitle(), "Unwanted instance");

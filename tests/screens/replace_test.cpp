@@ -60,8 +60,7 @@ protected:
     void replaceWithCola(bool labels, const std::function<void()> &meanwhile = {})
     {
         modal.drive("frm_Lookup", [](QDialog &) { gLookup.gsLookupCode = "00020010"; });
-        modal.drive("frmReplaceItem", [labels, meanwhile, this](QDialog &d) {
-            auto &preview = static_cast<frmReplaceItem &>(d);
+        modal.on<frmReplaceItem>([labels, meanwhile, this](frmReplaceItem &preview) {
             preview.chkLabel->setChecked(labels);
             shownRows = preview.fgrdKeys->Rows() - 1;
             firstRow.clear();

@@ -4,6 +4,7 @@
 #include "platform/ui/MSFlexGrid.h"
 #include "screens/frmHotKey_Define.h"
 #include "screens/frmSetCheck.h"
+#include "support/OneBox.h"
 #include "support/StoreDb.h"
 #include <QDir>
 #include <QImage>
@@ -11,6 +12,7 @@
 #include <QMenu>
 #include <QPushButton>
 
+using testing_support::oneBox;
 using testing_support::StoreDbTest;
 
 namespace {
@@ -122,10 +124,8 @@ TEST_F(SetFixTest, FixAllMendsEveryLineOfTheKindAfterOneQuestionAndTheRightClick
     EXPECT_EQ(list->mnuFix->actions()[1]->text(), "Fix &All 2 Like It");
     dialogs.answer(platform::vbYes);
     list->mnuFix->actions()[1]->trigger();
-    const QList<testing_support::Box> asked = boxes();
-    ASSERT_EQ(asked.size(), 1);
-    EXPECT_EQ(asked[0].text, "Clear the Link on 2 keys in 2 sets?\r\rEach set is kept in Versions "
-                             "before it is saved.");
+    EXPECT_TRUE(oneBox(boxes(), "Clear the Link on 2 keys in 2 sets?\r\rEach set is kept in "
+                                "Versions before it is saved."));
     EXPECT_EQ(line("01", 1), "[BUTTON]1[CAPTION]Gone[ITEM][ICON][IDSELECT]No[LINKSET][ROOT]");
     EXPECT_EQ(line("02", 2), "[BUTTON]2[CAPTION]Far[ITEM][ICON][IDSELECT]No[LINKSET][ROOT]");
     EXPECT_EQ(line("01", 2), mendKey(2, "Self", "", "1")) << "another kind stays";
@@ -152,8 +152,7 @@ TEST_F(SetFixTest, AMissingItemOpensTheKeyDialogOnItsKeyAndSavesWhatTheUserAccep
     open();
     pick("01 5 sells S/L 0005555.0");
     EXPECT_EQ(list->cmdFix[0]->text(), "&Fix: Edit the Key...");
-    modal.drive("frmHotKey_Define", [](QDialog &d) {
-        auto &dialog = static_cast<frmHotKey_Define &>(d);
+    modal.on<frmHotKey_Define>([](frmHotKey_Define &dialog) {
         EXPECT_EQ(dialog.ButtonLabel, "Ghost");
         EXPECT_EQ(dialog.ButtonNumber, "5");
         dialog.ButtomItem = "0001234.5";
