@@ -78,16 +78,12 @@ TEST_F(HkTest, HelpPressOpensTheGuidesPageAndWaitsForTheLastHelpProcessIfAny)
 TEST(KeyPressButton, PressesTheFirstEnabledButtonNamingTheKey)
 {
     QDialog form;
-    auto *find = new QPushButton("Find", &form);
-    auto *plainF = new QPushButton("F", &form);
-    auto *disabled = new QPushButton("F10 Old", &form);
-    auto *accept = new QPushButton("F10 Accept", &form);
-    auto *help = new QPushButton("F1\rHelp", &form);
-    disabled->setEnabled(false);
     int presses[5] = {};
-    QPushButton *all[] = {find, plainF, disabled, accept, help};
+    const char *const texts[] = {"Find", "F", "F10 Old", "F10 Accept", "F1\rHelp"};
     for (int i = 0; i < 5; ++i)
-        QObject::connect(all[i], &QPushButton::clicked, [&presses, i] { ++presses[i]; });
+        QObject::connect(new QPushButton(texts[i], &form), &QPushButton::clicked,
+                         [&presses, i] { ++presses[i]; });
+    form.findChildren<QPushButton *>()[2]->setEnabled(false);
 
     int key = 121;
     gpKey_pressButton(&form, key, 0);
@@ -114,18 +110,15 @@ TEST(InitControls, AdjustsFontsAndButtonLook)
 {
     gsFontName.clear();
     QDialog form;
-    auto *sans = new QLabel("a", &form);
-    QFont f("MS Sans Serif");
-    f.setPointSizeF(8.25);
-    sans->setFont(f);
-    auto *arial = new QLabel("b", &form);
-    QFont a("Arial");
-    a.setPointSizeF(8.25);
-    arial->setFont(a);
-    auto *other = new QLabel("c", &form);
-    QFont o("Tahoma");
-    o.setPointSizeF(10);
-    other->setFont(o);
+    const auto label = [&form](const char *family, double size) {
+        auto *shown = new QLabel("a", &form);
+        QFont font(family);
+        font.setPointSizeF(size);
+        shown->setFont(font);
+        return shown;
+    };
+    QLabel *sans = label("MS Sans Serif", 8.25), *arial = label("Arial", 8.25);
+    QLabel *other = label("Tahoma", 10);
     auto *button = new QPushButton("OK", &form);
     button->setObjectName("cmdOkCancel");
 
