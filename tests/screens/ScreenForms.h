@@ -31,4 +31,13 @@ inline std::unique_ptr<frmSpecialKeys> openKeys(bool coupons)
     return screen;
 }
 
+// The line of key `k` in `file`, the first one, with its line end; "?" when there is none.
+inline QByteArray keyLineIn(const QByteArray &file, int k)
+{
+    for (const QByteArray &line : file.split('\n'))
+        if (line.startsWith("[BUTTON]" + QByteArray::number(k) + "[CAPTION]"))
+            return line + '\n';
+    return "?";
+}
+
 } // namespace testing_support

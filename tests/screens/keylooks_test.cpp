@@ -40,9 +40,9 @@ TEST(KeyLooks, ContrastOfTheLabelsOnEachNamedColourByTheWcagFormula)
     const struct {
         const char *colour;
         double ratio;
-    } cases[] = {{"RED", 5.25},    {"DARK_RED", 6.48},   {"BLUE", 2.44},    {"DARK_BLUE", 16.01},
-                 {"GREEN", 15.3},  {"DARK_GREEN", 5.14}, {"YELLOW", 19.56}, {"DARK_YELLOW", 1.95},
-                 {"CYAN", 16.75},  {"DARK_CYAN", 2.26},  {"MAGENTA", 6.7},  {"DARK_MAGENTA", 5.25},
+    } cases[] = {{"RED", 5.25},     {"DARK_RED", 6.48},   {"BLUE", 2.44},    {"DARK_BLUE", 16.01},
+                 {"GREEN", 15.3},   {"DARK_GREEN", 5.14}, {"YELLOW", 19.56}, {"DARK_YELLOW", 1.95},
+                 {"CYAN", 16.75},   {"DARK_CYAN", 2.26},  {"MAGENTA", 6.7},  {"DARK_MAGENTA", 5.25},
                  {"unknown", 11.54}};
     for (const auto &c : cases)
         EXPECT_NEAR(gfLayout_contrast(glHotKeyColor_value(c.colour)), c.ratio, 0.01) << c.colour;
