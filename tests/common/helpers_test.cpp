@@ -20,7 +20,7 @@
 
 using testing_support::HkTest;
 
-TEST(FileName, PartBehindTheLastSeparator)
+TEST_F(HkTest, FileNamesAndTheFileAndFolderTestsTellThemApart)
 {
     EXPECT_EQ(gfsFile_name("C:\\temp\\doc1.pdf"), "doc1.pdf");
     EXPECT_EQ(gfsFile_name("doc1.pdf"), "doc1.pdf");
@@ -29,10 +29,7 @@ TEST(FileName, PartBehindTheLastSeparator)
     EXPECT_EQ(gfsFile_name("/tmp/doc1.pdf"), "doc1.pdf");
     EXPECT_TRUE(gfbText_outerBlanks(" a"));
     EXPECT_FALSE(gfbText_outerBlanks("a b"));
-}
 
-TEST_F(HkTest, FileAndFolderTestsTellThemApart)
-{
     writeDataFile("HKSET01.SDF", "x");
     EXPECT_TRUE(gfbFile_exists(dataPath() + "/HKSET01.SDF"));
     EXPECT_FALSE(gfbFile_exists(dataPath()));
@@ -56,7 +53,7 @@ TEST_F(HkTest, AskShowsTheQuestionBoxWithTheProductName)
     EXPECT_EQ(shown[1].style, 36 + 256);
 }
 
-TEST_F(HkTest, HelpPressOpensTheGuidesPageAndWaitsForTheLastHelpProcess)
+TEST_F(HkTest, HelpPressOpensTheGuidesPageAndWaitsForTheLastHelpProcessIfAny)
 {
     shell.processList = {{1, 10, "winhlp32.exe"}, {1, 0, "WinHlp32.exe"}, {1, 22, "WINHLP32.EXE"}};
     shell.windowList = {{100, 10}, {200, 22}, {300, 22}};
@@ -67,10 +64,11 @@ TEST_F(HkTest, HelpPressOpensTheGuidesPageAndWaitsForTheLastHelpProcess)
     EXPECT_EQ(glHelpProcess, 22);
     EXPECT_EQ(glHelpWindow, 200u);
     EXPECT_EQ(shell.pinged, QList<quintptr>({200, 200, 200}));
-}
 
-TEST_F(HkTest, HelpPressWithoutHelpViewerReturnsAtOnce)
-{
+    shell.processList.clear(); // no help viewer: the press returns at once
+    shell.windowList.clear();
+    shell.urls.clear();
+    shell.pinged.clear();
     gpHelp_press("1");
     EXPECT_EQ(glProcess_id("WinHlp32.exe"), 0);
     EXPECT_EQ(shell.urls.size(), 1);
@@ -80,16 +78,12 @@ TEST_F(HkTest, HelpPressWithoutHelpViewerReturnsAtOnce)
 TEST(KeyPressButton, PressesTheFirstEnabledButtonNamingTheKey)
 {
     QDialog form;
-    auto *find = new QPushButton("Find", &form);
-    auto *plainF = new QPushButton("F", &form);
-    auto *disabled = new QPushButton("F10 Old", &form);
-    auto *accept = new QPushButton("F10 Accept", &form);
-    auto *help = new QPushButton("F1\rHelp", &form);
-    disabled->setEnabled(false);
     int presses[5] = {};
-    QPushButton *all[] = {find, plainF, disabled, accept, help};
+    const char *const texts[] = {"Find", "F", "F10 Old", "F10 Accept", "F1\rHelp"};
     for (int i = 0; i < 5; ++i)
-        QObject::connect(all[i], &QPushButton::clicked, [&presses, i] { ++presses[i]; });
+        QObject::connect(new QPushButton(texts[i], &form), &QPushButton::clicked,
+                         [&presses, i] { ++presses[i]; });
+    form.findChildren<QPushButton *>()[2]->setEnabled(false);
 
     int key = 121;
     gpKey_pressButton(&form, key, 0);
@@ -116,18 +110,15 @@ TEST(InitControls, AdjustsFontsAndButtonLook)
 {
     gsFontName.clear();
     QDialog form;
-    auto *sans = new QLabel("a", &form);
-    QFont f("MS Sans Serif");
-    f.setPointSizeF(8.25);
-    sans->setFont(f);
-    auto *arial = new QLabel("b", &form);
-    QFont a("Arial");
-    a.setPointSizeF(8.25);
-    arial->setFont(a);
-    auto *other = new QLabel("c", &form);
-    QFont o("Tahoma");
-    o.setPointSizeF(10);
-    other->setFont(o);
+    const auto label = [&form](const char *family, double size) {
+        auto *shown = new QLabel("a", &form);
+        QFont font(family);
+        font.setPointSizeF(size);
+        shown->setFont(font);
+        return shown;
+    };
+    QLabel *sans = label("MS Sans Serif", 8.25), *arial = label("Arial", 8.25);
+    QLabel *other = label("Tahoma", 10);
     auto *button = new QPushButton("OK", &form);
     button->setObjectName("cmdOkCancel");
 
@@ -195,17 +186,13 @@ TEST_F(HkTest, TermsByNumberOrDefaultTextAndTheMissingTermBox)
     EXPECT_EQ(shown[0].text, "ZEL Term 'Defined\\Default' Not Found\rCall ZEL Support");
 }
 
-TEST_F(HkTest, MousePointerWaitAndDefault)
+TEST_F(HkTest, ActivateFirstInstanceGoesOnWhenNoneAnswersAndTheMousePointerNests)
 {
     gpMouse_wait();
     gpMouse_wait();
     EXPECT_EQ(giMouse_pointer(), 11);
     gpMouse_default();
     EXPECT_EQ(giMouse_pointer(), 1);
-}
-
-TEST_F(HkTest, ActivateFirstInstanceGoesOnWhenNoneAnswers)
-{
     const QString title = platform::appTitle();
     ActivateFirstInstance();
     EXPECT_EQ(platform::appTitle(), "Unwanted instance");

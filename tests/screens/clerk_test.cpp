@@ -1,11 +1,9 @@
-#include "hotkeys/hkeyGlobal.h"
+#include "ScreenForms.h"
 #include "hotkeys/hkeyPictures.h"
 #include "hotkeys/hkeyServices.h"
 #include "lookup/model/InventoryLookup.h"
 #include "screens/frmHotKey_Define.h"
-#include "screens/frmHotKeys.h"
 #include "screens/frmSpecialKey_edit.h"
-#include "screens/frmSpecialKeys.h"
 #include "screens/posButtons.h"
 #include "support/StoreDb.h"
 #include <QComboBox>
@@ -17,6 +15,8 @@
 
 using namespace platform;
 using testing_support::HkTest;
+using testing_support::openEditor;
+using testing_support::openKeys;
 using testing_support::StoreDbTest;
 
 // What keeps a clerk's work and keeps a wrong item off a key: the questions before
@@ -52,39 +52,10 @@ protected:
         giLinkOption = 0;
         writeDataFile("HKSET01.SDF", kSet);
     }
-    std::unique_ptr<frmHotKeys> openEditor()
-    {
-        auto editor = std::make_unique<frmHotKeys>();
-        editor->HotKeySet = "01";
-        editor->fileName = "HKSET01.SDF";
-        editor->Form_Load();
-        editor->setWindowState(Qt::WindowNoState);
-        editor->show();
-        return editor;
-    }
-    std::unique_ptr<frmSpecialKeys> openKeys(bool coupons)
-    {
-        gbCouponKeys = coupons;
-        gbSpecialKeys = !coupons;
-        auto screen = std::make_unique<frmSpecialKeys>();
-        screen->Form_Load();
-        screen->show();
-        return screen;
-    }
-    void onKey(std::function<void(frmHotKey_Define &)> act)
-    {
-        modal.drive("frmHotKey_Define",
-                    [act](QDialog &d) { act(static_cast<frmHotKey_Define &>(d)); });
-    }
-    void onEdit(std::function<void(frmSpecialKey_edit &)> act)
-    {
-        modal.drive("frmSpecialKey_edit",
-                    [act](QDialog &d) { act(static_cast<frmSpecialKey_edit &>(d)); });
-    }
     // Edits key 1 of the special or coupon screen: label and character or amount.
     void editKey(frmSpecialKeys &screen, int index, const QString &label, const QString &value)
     {
-        onEdit([=](frmSpecialKey_edit &d) {
+        modal.on<frmSpecialKey_edit>([=](frmSpecialKey_edit &d) {
             d.txtEdit->setText(label);
             if (gbCouponKeys)
                 d.TxtAmount->setText(value);
@@ -95,12 +66,6 @@ protected:
                 QTest::keyClick(d.txtEdit, Qt::Key_Escape);
         });
         QTest::mouseClick(screen.cmdSpecial[index], Qt::LeftButton);
-    }
-    void picture(const QString &name, QSize size)
-    {
-        QImage image(size, QImage::Format_RGB32);
-        image.fill(Qt::darkGreen);
-        ASSERT_TRUE(image.save(gsHotKeyPicturePath + name));
     }
 };
 
@@ -115,17 +80,17 @@ TEST_F(ClerkTest, CancelAndEscAskOnlyWhenSomethingChangedAndNoKeepsTheScreen)
         std::function<void(QDialog &)> cancel;
     };
     const Screen screens[] = {
-        {"editor", [this] { return std::unique_ptr<QDialog>(openEditor()); },
+        {"editor", [] { return std::unique_ptr<QDialog>(openEditor()); },
          [](QDialog &f) { static_cast<frmHotKeys &>(f).txtButtonSet->setText("Dinner"); },
          [](QDialog &f) {
              QTest::mouseClick(static_cast<frmHotKeys &>(f).cmdOkCancel[1], Qt::LeftButton);
          }},
-        {"special keys", [this] { return std::unique_ptr<QDialog>(openKeys(false)); },
+        {"special keys", [] { return std::unique_ptr<QDialog>(openKeys(false)); },
          [this](QDialog &f) { editKey(static_cast<frmSpecialKeys &>(f), 0, "Void", "*"); },
          [](QDialog &f) {
              QTest::mouseClick(static_cast<frmSpecialKeys &>(f).cmdOkCancel[1], Qt::LeftButton);
          }},
-        {"coupons", [this] { return std::unique_ptr<QDialog>(openKeys(true)); },
+        {"coupons", [] { return std::unique_ptr<QDialog>(openKeys(true)); },
          [this](QDialog &f) { editKey(static_cast<frmSpecialKeys &>(f), 0, "Dollar Off", "1"); },
          [](QDialog &f) { f.close(); }},
     };
@@ -159,7 +124,8 @@ TEST_F(ClerkTest, CancelAndEscAskOnlyWhenSomethingChangedAndNoKeepsTheScreen)
 TEST_F(ClerkTest, EveryUndoStepChangesSomethingAndUndoingAllGivesTheFileBackAsRead)
 {
     auto editor = openEditor();
-    onKey([](frmHotKey_Define &key) { QTest::keyClick(key.txtEdit[0], Qt::Key_F10); });
+    modal.on<frmHotKey_Define>(
+        [](frmHotKey_Define &key) { QTest::keyClick(key.txtEdit[0], Qt::Key_F10); });
     QTest::mouseClick(editor->cmdHkGroup[1][0], Qt::LeftButton);
     EXPECT_FALSE(editor->cmdUndo->isEnabled()) << "a key accepted unchanged is no step";
 
@@ -247,8 +213,8 @@ TEST_F(ClerkTest, CouponAmountsAreRefusedUnlessANumberAndSpecialKeysWarnOfAClash
 
 TEST_F(ClerkTest, TheKeyDialogShowsThePictureAsOnTheKeyAndSaysWhyNot)
 {
-    picture("good.jpg", {40, 30});
-    picture("wide.png", {kMaxPictureSide + 1, 2});
+    QImage(40, 30, QImage::Format_RGB32).save(gsHotKeyPicturePath + "good.jpg");
+    QImage(kMaxPictureSide + 1, 2, QImage::Format_RGB32).save(gsHotKeyPicturePath + "wide.png");
     writeDataFile("pictures/HotKeys/text.jpg", "not a picture");
     const struct {
         const char *name;
@@ -307,7 +273,7 @@ protected:
     // Picks `sl` with F3 in the key dialog.
     void pick(frmHotKey_Define &key, const QString &sl)
     {
-        modal.drive("frm_Lookup", [sl](QDialog &) { gLookup.gsLookupCode = sl; });
+        modal.drive("frm_Lookup", [sl](QDialog &) { gLookup.gsLookupCode = sl; }); // the pick
         QTest::keyClick(key.txtEdit[1], Qt::Key_F3);
     }
 };

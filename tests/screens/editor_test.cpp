@@ -1,13 +1,13 @@
+#include "ScreenForms.h"
 #include "common/ui/sm_FGrid.h"
-#include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyServices.h"
 #include "platform/ui/MSFlexGrid.h"
 #include "screens/frmButtonSet_Find.h"
 #include "screens/frmHotKey_Define.h"
-#include "screens/frmHotKeys.h"
 #include "screens/posButtons.h"
 #include "shell/frmMain.h"
 #include "support/HkTest.h"
+#include "support/OneBox.h"
 #include "support/ScreenDoubles.h"
 #include "support/SetLines.h"
 #include <QDir>
@@ -20,6 +20,7 @@
 
 using namespace platform;
 using testing_support::HkTest;
+using testing_support::oneBox;
 
 namespace {
 
@@ -33,11 +34,6 @@ protected:
         gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
         giLinkOption = 0;
     }
-    template <class Form> void on(std::function<void(Form &)> act)
-    {
-        modal.drive(Form::staticMetaObject.className(),
-                    [act](QDialog &d) { act(static_cast<Form &>(d)); });
-    }
     void writeSet(const QString &number, const QString &title)
     {
         writeDataFile("HKSET" + number + ".SDF", ("[SET]" + title + "\r\n").toLatin1());
@@ -50,14 +46,12 @@ TEST_F(EditorTest, ASetIsBuiltThroughTheScreensAndWrittenAsTheFileFormatSays)
 {
     writeSet("07", "Desserts");
     QDir(dataPath()).mkpath("pictures/HotKeys");
-    QImage coffee(8, 8, QImage::Format_RGB32);
-    coffee.fill(Qt::darkRed);
-    ASSERT_TRUE(coffee.save(dataPath() + "/pictures/HotKeys/coffee.jpg"));
+    ASSERT_TRUE(QImage(8, 8, QImage::Format_RGB32).save(gsHotKeyPicturePath + "coffee.jpg"));
 
     frmMain main;
     main.Form_Load();
     main.show();
-    on<frmHotKeys>([&](frmHotKeys &editor) {
+    modal.on<frmHotKeys>([&](frmHotKeys &editor) {
         EXPECT_EQ(editor.txtButtonSet->text(), "New Set 01");
         EXPECT_TRUE(editor.cmdOkCancel[0]->isHidden());
         QTest::mouseClick(editor.cmdEdit_Group[1], Qt::LeftButton);
@@ -67,7 +61,7 @@ TEST_F(EditorTest, ASetIsBuiltThroughTheScreensAndWrittenAsTheFileFormatSays)
         QTest::mouseClick(editor.cmdGroup_OkCancel[1], Qt::LeftButton);
         EXPECT_TRUE(editor.fraGroupEdit->isHidden());
 
-        on<frmHotKey_Define>([&](frmHotKey_Define &key) {
+        modal.on<frmHotKey_Define>([&](frmHotKey_Define &key) {
             EXPECT_EQ(key.windowTitle(), "Drinks Button #1");
             QTest::keyClicks(key.txtEdit[0], "Coffee");
             QTest::keyClicks(key.txtEdit[1], "0001234.5");
@@ -79,8 +73,8 @@ TEST_F(EditorTest, ASetIsBuiltThroughTheScreensAndWrittenAsTheFileFormatSays)
         QTest::mouseClick(editor.cmdHkGroup[1][0], Qt::LeftButton);
         EXPECT_EQ(editor.cmdHkGroup[1][0]->caption(), "Coffee");
 
-        on<frmHotKey_Define>([&](frmHotKey_Define &key) {
-            on<frmButtonSet_Find>([](frmButtonSet_Find &finder) {
+        modal.on<frmHotKey_Define>([&](frmHotKey_Define &key) {
+            modal.on<frmButtonSet_Find>([](frmButtonSet_Find &finder) {
                 ASSERT_EQ(finder.lstItems->count(), 1);
                 QTest::keyClick(finder.lstItems, Qt::Key_F10);
             });
@@ -91,7 +85,7 @@ TEST_F(EditorTest, ASetIsBuiltThroughTheScreensAndWrittenAsTheFileFormatSays)
         });
         QTest::mouseClick(editor.cmdHkGroup[1][1], Qt::LeftButton);
 
-        on<frmHotKey_Define>([&](frmHotKey_Define &key) {
+        modal.on<frmHotKey_Define>([&](frmHotKey_Define &key) {
             QTest::mouseClick(key.Option1[1], Qt::LeftButton);
             QTest::keyClicks(key.txtEdit[0], "Cake");
             QTest::keyClicks(key.txtEdit[1], "CAKE-1");
@@ -120,34 +114,33 @@ TEST_F(EditorTest, ASetIsBuiltThroughTheScreensAndWrittenAsTheFileFormatSays)
     EXPECT_EQ(main.fgrdItems->TextMatrix(1, 1), "Lunch Menu") << "the list refreshed";
     EXPECT_EQ(giLinkOption, 1) << "the last option chosen is remembered";
     const auto shown = boxes();
-    ASSERT_EQ(shown.size(), 1);
-    EXPECT_EQ(shown[0].kind, "open");
-    EXPECT_EQ(shown[0].title, "Set Picture");
-    EXPECT_EQ(shown[0].text, dataPath() + "/pictures/HotKeys|Picture (*.jpg)|*.jpg");
+    EXPECT_TRUE(
+        oneBox(shown, dataPath() + "/pictures/HotKeys|Picture (*.jpg)|*.jpg", -1, "Set Picture"));
+    EXPECT_EQ(shown.value(0).kind, "open");
 }
 
-TEST_F(EditorTest, CancelLeavesTheFileAndChangeKeepsTheSelectedRow)
+TEST_F(EditorTest, AnEmptyListAddsSetOneOnADoubleClickAndChangeKeepsTheSelectedRow)
 {
-    writeSet("01", "One");
-    writeSet("02", "Two");
-    writeSet("03", "Three");
-    const QByteArray before = readDataFile("HKSET02.SDF");
     frmMain main;
     main.Form_Load();
     main.show();
-    gpGrid_selectRow(main.fgrdItems, 2);
-
-    on<frmHotKeys>([this](frmHotKeys &editor) {
-        EXPECT_EQ(editor.windowTitle(), "Hot Keys Set:  - HKSET02.SDF");
-        editor.txtButtonSet->setText("Changed");
-        dialogs.answer(vbYes); // discard the change
-        QTest::keyClick(editor.txtButtonSet, Qt::Key_Escape);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+    modal.on<frmHotKeys>([](frmHotKeys &editor) {
+        EXPECT_TRUE(editor.cmdOkCancel[0]->isHidden());
+        QTest::keyClick(editor.txtButtonSet, Qt::Key_F10); // untouched, the new set is written
     });
-    QTest::keyClick(main.fgrdItems, Qt::Key_C);
-    EXPECT_EQ(readDataFile("HKSET02.SDF"), before);
-    EXPECT_EQ(boxTexts(), QStringList({"Discard the changes to this set?"}));
+    const QRect cell = main.fgrdItems->visualRect(main.fgrdItems->model()->index(0, 1));
+    testing_support::doubleClick(main.fgrdItems->viewport(), cell.center());
+    const QByteArray file = readDataFile("HKSET01.SDF");
+    EXPECT_TRUE(file.startsWith("[SET]New Set 01\r\n"));
+    EXPECT_EQ(file.count("[COLOR]*Default"), 4);
 
-    on<frmHotKeys>([](frmHotKeys &editor) {
+    writeSet("02", "Two");
+    writeSet("03", "Three");
+    main.Form_Load();
+    gpGrid_selectRow(main.fgrdItems, 2);
+    modal.on<frmHotKeys>([](frmHotKeys &editor) {
+        EXPECT_EQ(editor.windowTitle(), "Hot Keys Set:  - HKSET02.SDF");
         editor.txtButtonSet->clear();
         QTest::keyClicks(editor.txtButtonSet, "A new title");
         QTest::keyClick(editor.txtButtonSet, Qt::Key_F10);
@@ -157,30 +150,10 @@ TEST_F(EditorTest, CancelLeavesTheFileAndChangeKeepsTheSelectedRow)
     EXPECT_EQ(main.fgrdItems->TextMatrix(2, 1), "A new title");
 }
 
-TEST_F(EditorTest, EmptyListDoubleClickAddsSetOneAndUntouchedAcceptWritesTheNewSet)
-{
-    frmMain main;
-    main.Form_Load();
-    main.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
-    on<frmHotKeys>([](frmHotKeys &editor) {
-        EXPECT_TRUE(editor.cmdOkCancel[0]->isHidden());
-        QTest::keyClick(editor.txtButtonSet, Qt::Key_F10);
-    });
-    const QRect cell = main.fgrdItems->visualRect(main.fgrdItems->model()->index(0, 1));
-    testing_support::doubleClick(main.fgrdItems->viewport(), cell.center());
-    const QByteArray file = readDataFile("HKSET01.SDF");
-    EXPECT_TRUE(file.startsWith("[SET]New Set 01\r\n"));
-    EXPECT_EQ(file.count("[COLOR]*Default"), 4);
-    EXPECT_EQ(main.fgrdItems->TextMatrix(1, 0), "01");
-}
-
 TEST_F(EditorTest, EmptyTitleDrawsNothingAndARedrawKeepsPictures)
 {
     QDir(dataPath()).mkpath("pictures/HotKeys");
-    QImage image(8, 8, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    image.save(dataPath() + "/pictures/HotKeys/p.jpg");
+    QImage(8, 8, QImage::Format_RGB32).save(gsHotKeyPicturePath + "p.jpg");
     writeDataFile("HKSET04.SDF",
                   "[SET]Four\r\n[GROUP]1[CAPTION]Col[COLOR]BLUE\r\n"
                   "[BUTTON]1[CAPTION][ITEM]1[ICON]p.jpg[IDSELECT]No[LINKSET][ROOT]\r\n"
@@ -320,17 +293,14 @@ TEST_F(EditorTest, ColumnTitlePanelStoresIntoTheColumnItWasOpenedFor)
 {
     writeDataFile("HKSET05.SDF", "[SET]Five\r\n[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n"
                                  "[GROUP]3[CAPTION]Snacks[COLOR]RED\r\n");
-    frmHotKeys editor;
-    editor.HotKeySet = "05";
-    editor.fileName = "HKSET05.SDF";
-    editor.Form_Load();
-    editor.show();
+    auto form = testing_support::openEditor("05");
+    frmHotKeys &editor = *form;
     QTest::mouseClick(editor.cmdEdit_Group[1], Qt::LeftButton);
     EXPECT_EQ(editor.lblButtonEdit->text(), "Column 1 Title") << "the panel says what it edits";
     editor.txtEdit->setText("Hot Drinks");
 
     // A key of another column, pressed and defined while the panel is open.
-    on<frmHotKey_Define>([&](frmHotKey_Define &key) {
+    modal.on<frmHotKey_Define>([&](frmHotKey_Define &key) {
         QTest::keyClicks(key.txtEdit[0], "Chips");
         QTest::keyClicks(key.txtEdit[1], "0008001.0");
         QTest::keyClick(key.txtEdit[0], Qt::Key_F10);

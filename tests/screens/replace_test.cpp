@@ -1,3 +1,4 @@
+#include "ScreenForms.h"
 #include "hotkeys/hkeyVersions.h"
 #include "lookup/frm_Lookup.h"
 #include "lookup/model/InventoryLookup.h"
@@ -5,23 +6,20 @@
 #include "platform/ui/MSFlexGrid.h"
 #include "screens/frmReplaceItem.h"
 #include "screens/frmSetCheck.h"
+#include "support/SetLines.h"
 #include "support/StoreDb.h"
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
+using testing_support::keyLine;
+using testing_support::keyLineIn;
 using testing_support::StoreDbTest;
 
 namespace {
 
 constexpr int kSets = 50;
-
-QByteArray soldKey(int k, const QByteArray &caption, const QByteArray &item, const QByteArray &kind)
-{
-    return "[BUTTON]" + QByteArray::number(k) + "[CAPTION]" + caption + "[ITEM]" + item +
-           "[ICON][IDSELECT]" + kind + "[LINKSET][ROOT]";
-}
 
 // 50 sets that sell the small coffee by its S/L, every second one also by its Item ID.
 class ReplaceTest : public StoreDbTest {
@@ -37,9 +35,9 @@ protected:
         for (int n = 1; n <= kSets; ++n) {
             QByteArray text = "[SET]Set " + QByteArray::number(n) +
                               "\r\n[GROUP]1[CAPTION]Drinks[COLOR]\r\n" +
-                              soldKey(1, "Coffee", "0001234.5", "No") + "\r\n" +
-                              soldKey(2, "Coffee Id", n % 2 ? "" : "COF-1", n % 2 ? "" : "Yes") +
-                              "\r\n" + soldKey(3, "Tea", "0009999.0", "No") + "\r\n";
+                              keyLine(1, "Coffee", "0001234.5", "No") +
+                              keyLine(2, "Coffee Id", n % 2 ? "" : "COF-1", n % 2 ? "" : "Yes") +
+                              keyLine(3, "Tea", "0009999.0", "No");
             writeDataFile(name(n), text);
             original[name(n)] = text;
         }
@@ -49,19 +47,12 @@ protected:
         list->cmdSearch->click();
     }
     static QString name(int n) { return QString("HKSET%1.SDF").arg(n, 2, 10, QChar('0')); }
-    QByteArray line(int n, int k)
-    {
-        for (const QByteArray &l : readDataFile(name(n)).split('\n'))
-            if (l.startsWith("[BUTTON]" + QByteArray::number(k) + "[CAPTION]"))
-                return l.trimmed();
-        return "?";
-    }
+    QByteArray line(int n, int k) { return keyLineIn(readDataFile(name(n)), k); }
     // Picks the cola in the lookup and accepts the preview, with new labels or not.
     void replaceWithCola(bool labels, const std::function<void()> &meanwhile = {})
     {
         modal.drive("frm_Lookup", [](QDialog &) { gLookup.gsLookupCode = "00020010"; });
-        modal.drive("frmReplaceItem", [labels, meanwhile, this](QDialog &d) {
-            auto &preview = static_cast<frmReplaceItem &>(d);
+        modal.on<frmReplaceItem>([labels, meanwhile, this](frmReplaceItem &preview) {
             preview.chkLabel->setChecked(labels);
             shownRows = preview.fgrdKeys->Rows() - 1;
             firstRow.clear();
@@ -94,11 +85,11 @@ TEST_F(ReplaceTest, ReplaceChangesEveryKeyAfterAPreviewAndUndoPutsEveryFileBack)
                        "0001234.5 or Item ID COF-1 (COFFEE SMALL). Each set is kept in Versions "
                        "first, and Undo Replace puts them all back.");
     for (int n = 1; n <= kSets; ++n) {
-        EXPECT_EQ(line(n, 1), soldKey(1, "COLA 330ML", "0002001.0", "No")) << n;
-        EXPECT_EQ(line(n, 2), n % 2 ? soldKey(2, "Coffee Id", "", "")
-                                    : soldKey(2, "COLA 330ML", "0002001.0", "No"))
+        EXPECT_EQ(line(n, 1), keyLine(1, "COLA 330ML", "0002001.0", "No")) << n;
+        EXPECT_EQ(line(n, 2), n % 2 ? keyLine(2, "Coffee Id", "", "")
+                                    : keyLine(2, "COLA 330ML", "0002001.0", "No"))
             << n;
-        EXPECT_EQ(line(n, 3), soldKey(3, "Tea", "0009999.0", "No")) << n;
+        EXPECT_EQ(line(n, 3), keyLine(3, "Tea", "0009999.0", "No")) << n;
         ASSERT_EQ(versions::list(name(n)).size(), 1);
         EXPECT_EQ(versions::bytesOf(versions::list(name(n)).first()), original[name(n)]);
     }
@@ -123,7 +114,7 @@ TEST_F(ReplaceTest, ASetChangedElsewhereIsLeftAloneAndUndoIsRefusedAfterAnotherS
               QStringList({"These sets were not changed:\r\rset 03 was changed at another "
                            "station since the list was made: it was left as it is"}));
     EXPECT_EQ(readDataFile(name(3)), theirs);
-    EXPECT_EQ(line(1, 1), soldKey(1, "Coffee", "0002001.0", "No")) << "labels kept";
+    EXPECT_EQ(line(1, 1), keyLine(1, "Coffee", "0002001.0", "No")) << "labels kept";
 
     writeDataFile(name(7), theirs);
     list->cmdUndoReplace->click();
@@ -131,6 +122,6 @@ TEST_F(ReplaceTest, ASetChangedElsewhereIsLeftAloneAndUndoIsRefusedAfterAnotherS
               QStringList({"Undo Replace was refused: set 07 was changed since the replace (at "
                            "another station?), so nothing was put back.\r\rVersions holds every "
                            "set as it was before the replace."}));
-    EXPECT_EQ(line(1, 1), soldKey(1, "Coffee", "0002001.0", "No"));
+    EXPECT_EQ(line(1, 1), keyLine(1, "Coffee", "0002001.0", "No"));
     EXPECT_EQ(readDataFile(name(7)), theirs);
 }

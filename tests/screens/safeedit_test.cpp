@@ -1,13 +1,12 @@
-#include "hotkeys/hkeyGlobal.h"
+#include "ScreenForms.h"
 #include "hotkeys/hkeyServices.h"
 #include "hotkeys/hkeyVersions.h"
 #include "screens/KeyDrag.h"
 #include "screens/frmHotKey_Define.h"
-#include "screens/frmHotKeys.h"
 #include "screens/frmSpecialKey_edit.h"
-#include "screens/frmSpecialKeys.h"
 #include "screens/posButtons.h"
 #include "support/HkTest.h"
+#include "support/OneBox.h"
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
@@ -17,6 +16,9 @@
 
 using namespace platform;
 using testing_support::HkTest;
+using testing_support::oneBox;
+using testing_support::openEditor;
+using testing_support::openKeys;
 
 namespace {
 
@@ -38,21 +40,9 @@ protected:
         asRead = readDataFile("HKSET01.SDF");
         QDir(versionsRoot()).removeRecursively();
     }
-    std::unique_ptr<frmHotKeys> openEditor()
-    {
-        auto editor = std::make_unique<frmHotKeys>();
-        editor->HotKeySet = "01";
-        editor->fileName = "HKSET01.SDF";
-        editor->Form_Load();
-        editor->setWindowState(Qt::WindowNoState);
-        editor->resize(900, 700);
-        editor->show();
-        return editor;
-    }
     void changeKey(frmHotKeys &editor, int group, int key, const QString &label)
     {
-        modal.drive("frmHotKey_Define", [label](QDialog &d) {
-            auto &define = static_cast<frmHotKey_Define &>(d);
+        modal.on<frmHotKey_Define>([label](frmHotKey_Define &define) {
             define.txtEdit[0]->setText(label);
             if (define.txtEdit[1]->text().isEmpty())
                 define.txtEdit[1]->setText("0009");
@@ -135,36 +125,28 @@ TEST_F(SafeEditTest, UndoAndRedoWalkMixedStepsBackToTheFileAsRead)
     EXPECT_EQ(readDataFile("HKSET01.SDF").toStdString(), asRead.toStdString());
 }
 
-TEST_F(SafeEditTest, DraggingSwapsKeysAndCtrlCopiesAfterAskingOverADefinedKey)
+TEST_F(SafeEditTest, DraggingSwapsKeysPictureAndAllAndCtrlCopiesAfterAskingOverADefinedKey)
 {
     auto editor = openEditor();
-    drag(editor->cmdHkGroup[1][0], editor->cmdHkGroup[1][1]); // within a column
-    EXPECT_EQ(captions(*editor, 1), QStringList({"Tea", "Coffee", ""}));
-    drag(editor->cmdHkGroup[1][0], editor->cmdHkGroup[2][0]); // across, picture and all
-    EXPECT_EQ(captions(*editor, 1), QStringList({"Cake", "Coffee", ""}));
+    drag(editor->cmdHkGroup[1][0], editor->cmdHkGroup[2][0]);
+    EXPECT_EQ(captions(*editor, 1), QStringList({"Cake", "Tea", ""}));
     EXPECT_EQ(gHotKeyGroups[1].Buttons[1].Icon, "cake.jpg");
-    EXPECT_EQ(gHotKeyGroups[2].Buttons[1].Item, "0002");
+    EXPECT_EQ(gHotKeyGroups[2].Buttons[1].Item, "0001");
     EXPECT_FALSE(editor->findChild<QLabel *>("lblDragKey")->isVisible());
-
-    drag(editor->cmdHkGroup[1][1], editor->cmdHkGroup[3][0], Qt::ControlModifier);
-    EXPECT_EQ(gHotKeyGroups[3].Buttons[1].Item, "0001") << "an empty key is copied over unasked";
-    EXPECT_EQ(gHotKeyGroups[1].Buttons[2].Item, "0001");
 
     dialogs.answer(vbNo);
     drag(editor->cmdHkGroup[1][1], editor->cmdHkGroup[2][0], Qt::ControlModifier);
-    QList<testing_support::Box> asked = boxes();
-    ASSERT_EQ(asked.size(), 1);
-    EXPECT_EQ(asked[0].title, "Copy Key");
-    EXPECT_EQ(asked[0].style, vbYesNo + vbQuestion + vbDefaultButton2);
-    EXPECT_EQ(asked[0].text, "Key 1 of column 2 (\"Tea\") is already defined.\r\rReplace it "
-                             "with a copy of key 2 of column 1 (\"Coffee\")?");
-    EXPECT_EQ(gHotKeyGroups[2].Buttons[1].Caption, "Tea");
+    EXPECT_TRUE(oneBox(boxes(),
+                       "Key 1 of column 2 (\"Coffee\") is already defined.\r\rReplace it with a "
+                       "copy of key 2 of column 1 (\"Tea\")?",
+                       vbYesNo + vbQuestion + vbDefaultButton2, "Copy Key"));
+    EXPECT_EQ(gHotKeyGroups[2].Buttons[1].Caption, "Coffee");
     dialogs.answer(vbYes);
     drag(editor->cmdHkGroup[1][1], editor->cmdHkGroup[2][0], Qt::ControlModifier);
     EXPECT_EQ(boxes().size(), 1);
-    EXPECT_EQ(captions(*editor, 2), QStringList({"Coffee", "", ""}));
+    EXPECT_EQ(captions(*editor, 2), QStringList({"Tea", "", ""}));
 
-    for (int i = 0; i < 4; ++i) QTest::mouseClick(editor->cmdUndo, Qt::LeftButton);
+    for (int i = 0; i < 2; ++i) QTest::mouseClick(editor->cmdUndo, Qt::LeftButton);
     EXPECT_EQ(captions(*editor, 1), QStringList({"Coffee", "Tea", ""}));
     EXPECT_TRUE(editor->cmdHkGroup[1][0]->picture().isNull())
         << "a key that gave its picture away shows none";
@@ -204,15 +186,12 @@ TEST_F(SafeEditTest, AcceptAfterAnotherStationSavedTheSetAsksAndKeepsItsFile)
 
     dialogs.answer(vbNo);
     QTest::mouseClick(editor->cmdOkCancel[0], Qt::LeftButton);
-    QList<testing_support::Box> asked = boxes();
-    ASSERT_EQ(asked.size(), 1);
-    EXPECT_EQ(asked[0].title, "Changed at Another Station");
-    EXPECT_EQ(asked[0].style, vbYesNo + vbExclamation + vbDefaultButton2);
-    EXPECT_EQ(asked[0].text,
-              "Hot keys set 01 was saved at another station since you opened it here.\r\r"
-              "Yes: save your changes over the other station's.\r"
-              "No: save nothing now; your changes stay on the screen.\r\r"
-              "The other station's file is kept in Versions.");
+    EXPECT_TRUE(oneBox(boxes(),
+                       "Hot keys set 01 was saved at another station since you opened it here.\r\r"
+                       "Yes: save your changes over the other station's.\r"
+                       "No: save nothing now; your changes stay on the screen.\r\r"
+                       "The other station's file is kept in Versions.",
+                       vbYesNo + vbExclamation + vbDefaultButton2, "Changed at Another Station"));
     EXPECT_TRUE(editor->isVisible());
     EXPECT_EQ(readDataFile("HKSET01.SDF"), theirs);
     EXPECT_EQ(newestVersion("HKSET01.SDF"), theirs);
@@ -244,31 +223,26 @@ TEST_F(SafeEditTest, ASetRemovedAtAnotherStationIsSavedBackOnlyWhenTheUserSaysSo
 TEST_F(SafeEditTest, SpecialAndCouponScreensAskBeforeOverwritingAnotherStationsKeys)
 {
     for (const bool coupons : {false, true}) {
-        gbCouponKeys = coupons;
-        gbSpecialKeys = !coupons;
         const QString file = coupons ? "COUPON.BDF" : "SPECIAL.BDF";
         writeDataFile(file, coupons ? "[BUTTON]1[CAPTION]Old[KEY]~SCOUPN[VALUE]1\r\n"
                                     : "[BUTTON]1[CAPTION]Old[KEY]*\r\n");
-        frmSpecialKeys screen;
-        screen.Form_Load();
-        screen.show();
-        modal.drive("frmSpecialKey_edit", [](QDialog &d) {
-            auto &edit = static_cast<frmSpecialKey_edit &>(d);
+        auto screen = openKeys(coupons);
+        modal.on<frmSpecialKey_edit>([](frmSpecialKey_edit &edit) {
             edit.txtEdit->setText("New");
             edit.TxtAmount->setText("2");
             edit.cboEdit->setEditText("/"); // not the old key's character
             QTest::keyClick(edit.txtEdit, Qt::Key_F10);
         });
-        QTest::mouseClick(screen.cmdSpecial[1], Qt::LeftButton);
+        QTest::mouseClick(screen->cmdSpecial[1], Qt::LeftButton);
         const QByteArray theirs = "[BUTTON]3[CAPTION]Theirs[KEY]/\r\n";
         writeDataFile(file, theirs);
         dialogs.answer(vbNo);
-        QTest::mouseClick(screen.cmdOkCancel[0], Qt::LeftButton);
+        QTest::mouseClick(screen->cmdOkCancel[0], Qt::LeftButton);
         EXPECT_TRUE(boxTexts().value(0).startsWith(
             (coupons ? "The coupon key file" : "The special key file") +
             QString(" was saved at another station")));
         EXPECT_EQ(readDataFile(file), theirs);
-        EXPECT_TRUE(screen.isVisible());
+        EXPECT_TRUE(screen->isVisible());
         EXPECT_EQ(newestVersion(file), theirs);
     }
 }

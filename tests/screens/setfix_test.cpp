@@ -1,9 +1,12 @@
+#include "ScreenForms.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "hotkeys/hkeyVersions.h"
 #include "platform/Dialogs.h"
 #include "platform/ui/MSFlexGrid.h"
 #include "screens/frmHotKey_Define.h"
 #include "screens/frmSetCheck.h"
+#include "support/OneBox.h"
+#include "support/SetLines.h"
 #include "support/StoreDb.h"
 #include <QDir>
 #include <QImage>
@@ -11,17 +14,12 @@
 #include <QMenu>
 #include <QPushButton>
 
+using testing_support::keyLine;
+using testing_support::keyLineIn;
+using testing_support::oneBox;
 using testing_support::StoreDbTest;
 
 namespace {
-
-QByteArray mendKey(int k, const QByteArray &caption, const QByteArray &item, const QByteArray &link,
-                   const QByteArray &icon = "")
-{
-    return "[BUTTON]" + QByteArray::number(k) + "[CAPTION]" + caption + "[ITEM]" + item + "[ICON]" +
-           icon + "[IDSELECT]" + (item.isEmpty() && link.isEmpty() ? "" : "No") + "[LINKSET]" +
-           link + "[ROOT]";
-}
 
 // Set 01 holds one fault of each mendable kind in column 1; set 02 one more dead link.
 class SetFixTest : public StoreDbTest {
@@ -36,24 +34,21 @@ protected:
         QDir(dataPath()).mkpath("pictures/HotKeys");
         gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
         QImage(8, 8, QImage::Format_RGB32).save(gsHotKeyPicturePath + "cup.png");
-        writeSet("01", {mendKey(1, "Gone", "", "9"), mendKey(2, "Self", "", "1"),
-                        mendKey(3, "Coffee", "0001234.5", "", "lost.jpg"),
-                        mendKey(4, "", "", "", "cup.png"), mendKey(5, "Ghost", "0005555.0", "")});
-        writeSet("02", {mendKey(1, "Back", "", "1"), mendKey(2, "Far", "", "7")});
+        writeSet("01",
+                 {keyLine(1, "Gone", "", "No", "9"), keyLine(2, "Self", "", "No", "1"),
+                  keyLine(3, "Coffee", "0001234.5", "No", "", "lost.jpg"),
+                  keyLine(4, "", "", "", "", "cup.png"), keyLine(5, "Ghost", "0005555.0", "No")});
+        writeSet("02", {keyLine(1, "Back", "", "No", "1"), keyLine(2, "Far", "", "No", "7")});
     }
     void writeSet(const QString &number, const QList<QByteArray> &keys)
     {
         QByteArray text = "[SET]Set " + number.toLatin1() + "\r\n[GROUP]1[CAPTION]Col[COLOR]\r\n";
-        for (const QByteArray &k : keys) text += k + "\r\n";
+        for (const QByteArray &k : keys) text += k;
         writeDataFile("HKSET" + number + ".SDF", text);
     }
-    // The key line of set `number` for column 1 key `k`, as it is in the file now.
     QByteArray line(const QString &number, int k)
     {
-        for (const QByteArray &l : readDataFile("HKSET" + number + ".SDF").split('\n'))
-            if (l.startsWith("[BUTTON]" + QByteArray::number(k) + "[CAPTION]"))
-                return l.trimmed();
-        return "?";
+        return keyLineIn(readDataFile("HKSET" + number + ".SDF"), k);
     }
     int rowOf(const QString &start)
     {
@@ -87,14 +82,11 @@ TEST_F(SetFixTest, EachFixMendsItsKeyKeepsAVersionAndTheListIsCheckedAgain)
         int key;
         QByteArray after;
     } cases[] = {
-        {"01 1 opens set 09", "&Fix: Clear the Link", 1,
-         "[BUTTON]1[CAPTION]Gone[ITEM][ICON][IDSELECT]No[LINKSET][ROOT]"},
-        {"01 2 opens its own set", "&Fix: Clear the Link", 2,
-         "[BUTTON]2[CAPTION]Self[ITEM][ICON][IDSELECT]No[LINKSET][ROOT]"},
+        {"01 1 opens set 09", "&Fix: Clear the Link", 1, keyLine(1, "Gone", "", "No")},
+        {"01 2 opens its own set", "&Fix: Clear the Link", 2, keyLine(2, "Self", "", "No")},
         {"01 3 shows the picture", "&Fix: Clear the Picture", 3,
-         mendKey(3, "Coffee", "0001234.5", "")},
-        {"01 4 has a picture but no label", "&Fix: Clear the Key", 4,
-         "[BUTTON]4[CAPTION][ITEM][ICON][IDSELECT][LINKSET][ROOT]"},
+         keyLine(3, "Coffee", "0001234.5", "No")},
+        {"01 4 has a picture but no label", "&Fix: Clear the Key", 4, keyLine(4, "", "", "")},
     };
     open();
     for (const auto &c : cases) {
@@ -111,7 +103,7 @@ TEST_F(SetFixTest, EachFixMendsItsKeyKeepsAVersionAndTheListIsCheckedAgain)
     EXPECT_TRUE(
         readDataFile("HKSET01.SDF").startsWith("[SET]Set 01\r\n[GROUP]1[CAPTION]Col[COLOR]\r\n"));
     EXPECT_EQ(readDataFile("HKSET01.SDF").count("\r\n"), 37);
-    EXPECT_EQ(line("02", 2), mendKey(2, "Far", "", "7")) << "set 02 untouched";
+    EXPECT_EQ(line("02", 2), keyLine(2, "Far", "", "No", "7")) << "set 02 untouched";
 }
 
 TEST_F(SetFixTest, FixAllMendsEveryLineOfTheKindAfterOneQuestionAndTheRightClickOffersIt)
@@ -122,13 +114,11 @@ TEST_F(SetFixTest, FixAllMendsEveryLineOfTheKindAfterOneQuestionAndTheRightClick
     EXPECT_EQ(list->mnuFix->actions()[1]->text(), "Fix &All 2 Like It");
     dialogs.answer(platform::vbYes);
     list->mnuFix->actions()[1]->trigger();
-    const QList<testing_support::Box> asked = boxes();
-    ASSERT_EQ(asked.size(), 1);
-    EXPECT_EQ(asked[0].text, "Clear the Link on 2 keys in 2 sets?\r\rEach set is kept in Versions "
-                             "before it is saved.");
-    EXPECT_EQ(line("01", 1), "[BUTTON]1[CAPTION]Gone[ITEM][ICON][IDSELECT]No[LINKSET][ROOT]");
-    EXPECT_EQ(line("02", 2), "[BUTTON]2[CAPTION]Far[ITEM][ICON][IDSELECT]No[LINKSET][ROOT]");
-    EXPECT_EQ(line("01", 2), mendKey(2, "Self", "", "1")) << "another kind stays";
+    EXPECT_TRUE(oneBox(boxes(), "Clear the Link on 2 keys in 2 sets?\r\rEach set is kept in "
+                                "Versions before it is saved."));
+    EXPECT_EQ(line("01", 1), keyLine(1, "Gone", "", "No"));
+    EXPECT_EQ(line("02", 2), keyLine(2, "Far", "", "No"));
+    EXPECT_EQ(line("01", 2), keyLine(2, "Self", "", "No", "1")) << "another kind stays";
     EXPECT_EQ(rowOf("01 1 opens"), -1);
     EXPECT_GT(rowOf("01 2 opens its own set"), 0);
 }
@@ -137,7 +127,8 @@ TEST_F(SetFixTest, AnotherStationsChangeSinceTheCheckIsToldAndKeptWhenTheUserSay
 {
     open();
     pick("01 1 opens set 09");
-    writeSet("01", {mendKey(1, "Gone", "", "9"), mendKey(6, "New at the till", "", "2")});
+    writeSet("01",
+             {keyLine(1, "Gone", "", "No", "9"), keyLine(6, "New at the till", "", "No", "2")});
     const QByteArray theirs = readDataFile("HKSET01.SDF");
     dialogs.answer(platform::vbNo);
     list->cmdFix[0]->click();
@@ -152,8 +143,7 @@ TEST_F(SetFixTest, AMissingItemOpensTheKeyDialogOnItsKeyAndSavesWhatTheUserAccep
     open();
     pick("01 5 sells S/L 0005555.0");
     EXPECT_EQ(list->cmdFix[0]->text(), "&Fix: Edit the Key...");
-    modal.drive("frmHotKey_Define", [](QDialog &d) {
-        auto &dialog = static_cast<frmHotKey_Define &>(d);
+    modal.on<frmHotKey_Define>([](frmHotKey_Define &dialog) {
         EXPECT_EQ(dialog.ButtonLabel, "Ghost");
         EXPECT_EQ(dialog.ButtonNumber, "5");
         dialog.ButtomItem = "0001234.5";
@@ -161,6 +151,6 @@ TEST_F(SetFixTest, AMissingItemOpensTheKeyDialogOnItsKeyAndSavesWhatTheUserAccep
         dialog.Canceled = false;
     });
     list->cmdFix[0]->click();
-    EXPECT_EQ(line("01", 5), mendKey(5, "Coffee", "0001234.5", ""));
+    EXPECT_EQ(line("01", 5), keyLine(5, "Coffee", "0001234.5", "No"));
     EXPECT_EQ(rowOf("01 5 sells S/L 0005555.0"), -1);
 }

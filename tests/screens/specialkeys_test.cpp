@@ -1,8 +1,7 @@
-#include "hotkeys/hkeyGlobal.h"
+#include "ScreenForms.h"
 #include "hotkeys/hkeyServices.h"
 #include "platform/ui/MSFlexGrid.h"
 #include "screens/frmSpecialKey_edit.h"
-#include "screens/frmSpecialKeys.h"
 #include "screens/posButtons.h"
 #include "settings/clsDataPath.h"
 #include "shell/frmMain.h"
@@ -15,36 +14,20 @@
 
 using namespace platform;
 using testing_support::HkTest;
+using testing_support::openKeys;
 
 namespace {
 
 class SpecialKeysTest : public HkTest {
 protected:
-    void mode(bool coupons)
-    {
-        gbCouponKeys = coupons;
-        gbSpecialKeys = !coupons;
-    }
-    void onEdit(std::function<void(frmSpecialKey_edit &)> act)
-    {
-        modal.drive("frmSpecialKey_edit",
-                    [act](QDialog &d) { act(static_cast<frmSpecialKey_edit &>(d)); });
-    }
-    std::unique_ptr<frmSpecialKeys> open()
-    {
-        auto screen = std::make_unique<frmSpecialKeys>();
-        screen->Form_Load();
-        screen->show();
-        return screen;
-    }
+    void onEdit(std::function<void(frmSpecialKey_edit &)> act) { modal.on(act); }
 };
 
 } // namespace
 
 TEST_F(SpecialKeysTest, WorkedExampleRoundTripsThroughTheScreens)
 {
-    mode(false);
-    auto special = open();
+    auto special = openKeys(false);
     EXPECT_EQ(special->windowTitle(), "Special Keys");
     onEdit([](frmSpecialKey_edit &d) {
         EXPECT_EQ(d.cboEdit->currentText(), "*") << "a new key opens on the first character";
@@ -63,8 +46,7 @@ TEST_F(SpecialKeysTest, WorkedExampleRoundTripsThroughTheScreens)
     EXPECT_EQ(readDataFile("SPECIAL.BDF"),
               "[BUTTON]1[CAPTION]Void Line[KEY]*\r\n[BUTTON]3[CAPTION]Weigh[KEY]W\r\n");
 
-    mode(true);
-    auto coupons = open();
+    auto coupons = openKeys(true);
     EXPECT_EQ(coupons->windowTitle(), "Coupons");
     onEdit([](frmSpecialKey_edit &d) {
         EXPECT_EQ(d.windowTitle(), "Edit Special Key") << "an undefined key is not prefilled";
@@ -74,31 +56,22 @@ TEST_F(SpecialKeysTest, WorkedExampleRoundTripsThroughTheScreens)
         QTest::keyClicks(d.TxtAmount, "1.00");
         QTest::keyClick(d.txtEdit, Qt::Key_F10);
     });
-    QTest::mouseClick(coupons->cmdSpecial[0], Qt::LeftButton);
-    onEdit([](frmSpecialKey_edit &d) {
-        QTest::keyClicks(d.txtEdit, "Fifty Cents");
-        QTest::keyClicks(d.TxtAmount, ".50");
-        QTest::keyClick(d.txtEdit, Qt::Key_F10);
-    });
     QTest::mouseClick(coupons->cmdSpecial[1], Qt::LeftButton);
     QTest::mouseClick(coupons->cmdOkCancel[0], Qt::LeftButton);
     EXPECT_EQ(readDataFile("COUPON.BDF"),
-              "[BUTTON]1[CAPTION]Dollar Off[KEY]~SCOUPN[VALUE]1.00\r\n"
-              "[BUTTON]2[CAPTION]Fifty Cents[KEY]~SCOUPN[VALUE].50\r\n");
+              "[BUTTON]2[CAPTION]Dollar Off[KEY]~SCOUPN[VALUE]1.00\r\n");
 
-    // Read back as the buttons hold them.
-    auto again = open();
-    EXPECT_EQ(again->cmdSpecial[1]->Caption(), "Fifty Cents");
-    EXPECT_EQ(again->cmdSpecial[1]->Tag, "~SCOUPN|.50");
-    EXPECT_EQ(again->cmdSpecial[2]->Caption(), "");
+    auto again = openKeys(true); // read back as the buttons hold them
+    EXPECT_EQ(again->cmdSpecial[1]->Caption(), "Dollar Off");
+    EXPECT_EQ(again->cmdSpecial[1]->Tag, "~SCOUPN|1.00");
+    EXPECT_EQ(again->cmdSpecial[0]->Caption(), "");
 }
 
-TEST_F(SpecialKeysTest, PrefilledKeysOpenAsTheirLoadOrderLeavesThem)
+TEST_F(SpecialKeysTest, PrefilledKeysOpenAsTheirLoadOrderLeavesThemAndClearedKeysAreWritten)
 {
     writeDataFile("SPECIAL.BDF", "[BUTTON]3[CAPTION]Weigh[KEY]W\r\n");
     writeDataFile("COUPON.BDF", "[BUTTON]1[CAPTION]Dollar Off[KEY]~SCOUPN[VALUE]1\r\n");
-    mode(false);
-    auto special = open();
+    auto special = openKeys(false);
     EXPECT_EQ(special->cmdSpecial[0]->Caption(), "") << "keys without a line stay undefined";
     onEdit([](frmSpecialKey_edit &d) {
         EXPECT_EQ(d.txtEdit->text(), "Weigh");
@@ -108,10 +81,14 @@ TEST_F(SpecialKeysTest, PrefilledKeysOpenAsTheirLoadOrderLeavesThem)
         QTest::keyClick(d.txtEdit, Qt::Key_Escape);
     });
     QTest::mouseClick(special->cmdSpecial[2], Qt::LeftButton);
-    EXPECT_TRUE(special->cmdOkCancel[0]->isHidden());
+    EXPECT_TRUE(special->cmdOkCancel[0]->isHidden()) << "a cancelled edit hides Accept";
+    onEdit([](frmSpecialKey_edit &d) { QTest::mouseClick(d.cmdClear, Qt::LeftButton); });
+    QTest::mouseClick(special->cmdSpecial[2], Qt::LeftButton);
+    QTest::keyClick(special.get(), Qt::Key_F10);
+    EXPECT_EQ(readDataFile("SPECIAL.BDF"), "[BUTTON]3[CAPTION][KEY]\r\n")
+        << "a cleared special key stays as an empty line";
 
-    mode(true);
-    auto coupons = open();
+    auto coupons = openKeys(true);
     onEdit([](frmSpecialKey_edit &d) {
         EXPECT_EQ(d.windowTitle(), "Edit Coupon Key");
         EXPECT_EQ(d.lblEdit[1]->text(), "Amount");
@@ -126,37 +103,13 @@ TEST_F(SpecialKeysTest, PrefilledKeysOpenAsTheirLoadOrderLeavesThem)
     EXPECT_TRUE(QFile::exists(dataPath() + "/COUPON.BDF"));
 }
 
-TEST_F(SpecialKeysTest, ClearedSpecialKeyWritesAnEmptyLineAndCancelDropsAllEdits)
-{
-    writeDataFile("SPECIAL.BDF", "[BUTTON]1[CAPTION]Void Line[KEY]*\r\n");
-    const QByteArray before = readDataFile("SPECIAL.BDF");
-    mode(false);
-    auto special = open();
-    onEdit([](frmSpecialKey_edit &d) { QTest::mouseClick(d.cmdClear, Qt::LeftButton); });
-    QTest::mouseClick(special->cmdSpecial[0], Qt::LeftButton);
-    dialogs.answer(vbYes);
-    QTest::keyClick(special.get(), Qt::Key_Escape);
-    EXPECT_EQ(readDataFile("SPECIAL.BDF"), before);
-    EXPECT_EQ(boxTexts(), QStringList({"Discard the changes to this set?"}));
-
-    auto again = open();
-    onEdit([](frmSpecialKey_edit &d) { QTest::mouseClick(d.cmdClear, Qt::LeftButton); });
-    QTest::mouseClick(again->cmdSpecial[0], Qt::LeftButton);
-    onEdit([](frmSpecialKey_edit &d) { QTest::keyClick(d.txtEdit, Qt::Key_Escape); });
-    QTest::mouseClick(again->cmdSpecial[1], Qt::LeftButton);
-    EXPECT_TRUE(again->cmdOkCancel[0]->isHidden()) << "a cancelled edit hides Accept";
-    QTest::keyClick(again.get(), Qt::Key_F10);
-    EXPECT_EQ(readDataFile("SPECIAL.BDF"), "[BUTTON]1[CAPTION][KEY]\r\n");
-}
-
 TEST_F(SpecialKeysTest, HandEditedFilesAreReadWithoutHarm)
 {
     writeDataFile("SPECIAL.BDF", "junk without tags\n[BUTTON]0[CAPTION]Zero[KEY]*\n"
                                  "[BUTTON]99[CAPTION]Far[KEY]*\r[BUTTON]2[CAPTION]First[KEY]/\n"
                                  "[BUTTON]2[CAPTION]Second[KEY]*\n"
                                  "[BUTTON]1[CAPTION]Coupon here[KEY]~SCOUPN[VALUE]abc\xff");
-    mode(false);
-    auto special = open();
+    auto special = openKeys(false);
     EXPECT_EQ(special->cmdSpecial[1]->Caption(), "First\r/") << "only the first line counts";
     EXPECT_EQ(special->cmdSpecial[0]->Caption(), "Coupon here") << "~SCOUPN reads as a coupon";
     EXPECT_EQ(special->cmdSpecial[0]->Tag, QString::fromUtf8("~SCOUPN|abc\u00ff"));
@@ -166,11 +119,10 @@ TEST_F(SpecialKeysTest, HandEditedFilesAreReadWithoutHarm)
     ASSERT_TRUE(gpSpecialKeys_write(noReturn.Caption, "", "  "));
     EXPECT_EQ(readDataFile("SPECIAL.BDF"), "[BUTTON]1[CAPTION]Label only[KEY]\r\n");
 
-    mode(true);
-    auto coupons = open();
+    auto coupons = openKeys(true);
     EXPECT_EQ(coupons->cmdSpecial[0]->Caption(), "") << "no COUPON.BDF, no keys, no message";
     writeDataFile("COUPON.BDF", "[BUTTON]1[CAPTION]Odd[KEY]~SCOUPN[VALUE]abc\r\n");
-    auto odd = open();
+    auto odd = openKeys(true);
     onEdit([](frmSpecialKey_edit &d) {
         EXPECT_EQ(d.TxtAmount->text(), "abc") << "an amount that is no number shows as it is";
         QTest::keyClick(d.txtEdit, Qt::Key_F10);

@@ -29,10 +29,6 @@ protected:
         gHotKeyGroups[2].Buttons[3] = {firstKey, "0001", "", "", "No", ""};
         ASSERT_TRUE(gpHotKeySet_write(number, title));
     }
-    void onVersions(std::function<void(frmVersions &)> act)
-    {
-        modal.drive("frmVersions", [act](QDialog &d) { act(static_cast<frmVersions &>(d)); });
-    }
 };
 
 } // namespace
@@ -50,7 +46,7 @@ TEST_F(VersionsScreenTest, TheSetListShowsASetsVersionsAndRestoresOneOrARemovedS
     main.Form_Load();
     main.show();
     ASSERT_EQ(main.fgrdItems->Rows(), 2);
-    onVersions([&](frmVersions &screen) {
+    modal.on<frmVersions>([&](frmVersions &screen) {
         ASSERT_EQ(screen.cboSet->count(), 2);
         EXPECT_EQ(screen.cboSet->currentText(), "01 Dinner");
         EXPECT_EQ(screen.cboSet->itemText(1), "02  (removed)");
@@ -94,7 +90,7 @@ TEST_F(VersionsScreenTest, TheSetListShowsASetsVersionsAndRestoresOneOrARemovedS
 
 TEST_F(VersionsScreenTest, WithNothingKeptTheScreenSaysSoAndRestoresNothing)
 {
-    onVersions([](frmVersions &screen) {
+    modal.on<frmVersions>([](frmVersions &screen) {
         EXPECT_EQ(screen.cboSet->count(), 0);
         EXPECT_EQ(screen.lblSetTitle->text(), "No set has been changed or removed yet.");
         EXPECT_FALSE(screen.cmdRestore->isEnabled());
@@ -123,7 +119,7 @@ TEST_F(VersionsScreenTest, RestoringARemovedSetPutsBackTheKeysItsRemovalClearedW
     ASSERT_TRUE(gpHotKeySet_write("02", "Drinks"));
     const QByteArray drinks = readDataFile("HKSET02.SDF");
 
-    onVersions([&](frmVersions &screen) {
+    modal.on<frmVersions>([&](frmVersions &screen) {
         screen.cboSet->setCurrentIndex(screen.cboSet->findData("HKSET05.SDF"));
         dialogs.answer(vbYes);
         dialogs.answer(vbYes);
@@ -152,8 +148,7 @@ TEST_F(VersionsScreenTest, CompareDrawsBothStatesMarksTheKeysThatDifferAndSaysHo
     saveSet("01", "Dinner", "Steak"); // two versions kept: Soup, then Salad
     QStringList said, choices;
     QImage same, differ;
-    modal.drive("frmVersionCompare", [&](QDialog &d) {
-        auto &compare = static_cast<frmVersionCompare &>(d);
+    modal.on<frmVersionCompare>([&](frmVersionCompare &compare) {
         for (int i = 0; i < compare.cboRight->count(); ++i)
             choices << compare.cboRight->itemText(i);
         for (int i = 0; i < compare.lstDifferences->count(); ++i)
@@ -163,7 +158,7 @@ TEST_F(VersionsScreenTest, CompareDrawsBothStatesMarksTheKeysThatDifferAndSaysHo
         said << compare.lstDifferences->item(0)->text() << compare.lblStatus->text();
         QTest::keyClick(&compare, Qt::Key_Escape);
     });
-    onVersions([](frmVersions &screen) {
+    modal.on<frmVersions>([](frmVersions &screen) {
         screen.lstVersions->setCurrentRow(1); // Soup, the older
         screen.cmdCompare->click();
         screen.reject();

@@ -6,6 +6,7 @@
 #include "settings/ui/frmSM_DATAPATH2.h"
 #include "settings/ui/zelDataPath_Ops.h"
 #include "support/HkTest.h"
+#include "support/OneBox.h"
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
@@ -16,6 +17,7 @@
 
 using namespace platform;
 using testing_support::HkTest;
+using testing_support::oneBox;
 
 namespace {
 
@@ -44,12 +46,6 @@ protected:
         qunsetenv("HOTKEYS_DRIVE_C");
         HkTest::TearDown();
     }
-    // The form as the user sees it when the start-up shows it.
-    void onDialog(std::function<void(frmSM_DATAPATH2 &)> act)
-    {
-        modal.drive("frmSM_DATAPATH2",
-                    [act](QDialog &d) { act(static_cast<frmSM_DATAPATH2 &>(d)); });
-    }
 };
 
 } // namespace
@@ -59,7 +55,7 @@ TEST_F(DataPathTest, FirstStartAsksDefinesCreatesSavesAndGoesOn)
     const QString qr = temp.filePath("C") + "/QR";
     dialogs.answer(vbYes); // define it now
     dialogs.answer(vbYes); // create the folder
-    onDialog([&](frmSM_DATAPATH2 &f) {
+    modal.on<frmSM_DATAPATH2>([&](frmSM_DATAPATH2 &f) {
         EXPECT_EQ(f.windowTitle(), "Set Data Path");
         EXPECT_EQ(f.txtEdit[1]->text(), qr);
         EXPECT_EQ(f.cboEdit->currentText(), "1");
@@ -93,16 +89,7 @@ TEST_F(DataPathTest, FirstStartAsksDefinesCreatesSavesAndGoesOn)
     EXPECT_TRUE(boxes().isEmpty());
 }
 
-TEST_F(DataPathTest, StoredFolderGoneLeadsBackToTheQuestion)
-{
-    store("DATAPATH", dataPath() + "/gone");
-    dialogs.answer(vbNo);
-    EXPECT_FALSE(gfbZEL_DataPath_open(0));
-    EXPECT_EQ(boxes().size(), 1);
-    EXPECT_EQ(stored("DATAPATH"), dataPath() + "/gone");
-}
-
-TEST_F(DataPathTest, StoredPathIsTrimmedAndLosesOneTrailingSeparator)
+TEST_F(DataPathTest, StoredValuesAreTrimmedAndABadNetworkFlagIsFalseAndSaid)
 {
     store("DATAPATH", "  " + dataPath() + "/  ");
     store("NETWORK", "   ");
@@ -115,32 +102,32 @@ TEST_F(DataPathTest, StoredPathIsTrimmedAndLosesOneTrailingSeparator)
     EXPECT_TRUE(gfbZEL_DataPath_open(50));
     EXPECT_EQ(gDataPath.DataPath(), dataPath() + "/");
     EXPECT_EQ(gDataPath.MaxStations(), 50);
-}
 
-TEST_F(DataPathTest, NetworkWithoutPathEndsWithTheNetworkBox)
-{
-    store("NETWORK", "True");
-    EXPECT_FALSE(gfbZEL_DataPath_open(0));
-    const auto shown = boxes();
-    ASSERT_EQ(shown.size(), 1);
-    EXPECT_EQ(shown[0].title, "Network Not Found");
-    EXPECT_EQ(shown[0].style, 0);
-    EXPECT_EQ(shown[0].text, "The network is currently down or is not set up properly. Please "
-                             "contact your network administrator for help.");
-}
-
-TEST_F(DataPathTest, NetworkValueThatIsNoBooleanIsTakenAsFalseAndSaid)
-{
     store("NETWORK", "maybe");
-    store("DATAPATH", dataPath());
     EXPECT_TRUE(gfbZEL_DataPath_open(0));
     EXPECT_FALSE(gDataPath.Network());
-    const auto shown = boxes();
-    ASSERT_EQ(shown.size(), 1);
-    EXPECT_TRUE(shown[0].text.contains("NETWORK is 'maybe'"));
+    EXPECT_TRUE(boxTexts().value(0).contains("NETWORK is 'maybe'"));
 }
 
-TEST_F(DataPathTest, StationAboveTheMaximumBecomesOneUnlessValidationFails)
+TEST_F(DataPathTest, AStoredFolderGoneLeadsBackToTheQuestionAndANetworkWithoutPathEnds)
+{
+    store("DATAPATH", dataPath() + "/gone");
+    dialogs.answer(vbNo);
+    EXPECT_FALSE(gfbZEL_DataPath_open(0));
+    EXPECT_EQ(boxes().size(), 1);
+    EXPECT_EQ(stored("DATAPATH"), dataPath() + "/gone");
+
+    store("DATAPATH", "");
+    store("NETWORK", "True");
+    gDataPath = clsDataPath();
+    EXPECT_FALSE(gfbZEL_DataPath_open(0));
+    EXPECT_TRUE(oneBox(boxes(),
+                       "The network is currently down or is not set up properly. Please contact "
+                       "your network administrator for help.",
+                       0, "Network Not Found"));
+}
+
+TEST_F(DataPathTest, StationAboveTheMaximumBecomesOneAndEachValidationStepSaysWhatFailed)
 {
     gDataPath.setMaxStations(50);
     gDataPath.setStation("51");
@@ -156,11 +143,9 @@ TEST_F(DataPathTest, StationAboveTheMaximumBecomesOneUnlessValidationFails)
     EXPECT_FALSE(gDataPath.Valid());
     EXPECT_EQ(gDataPath.Station(), "51");
     EXPECT_EQ(gDataPath.FieldKey(), "DATAPATH");
-    const auto shown = boxes();
-    ASSERT_EQ(shown.size(), 1);
-    EXPECT_EQ(shown[0].title, "Validation");
-    EXPECT_EQ(shown[0].style, 64);
-    EXPECT_EQ(shown[0].text, "Data Path Not Found.\r\rUse the Browse method to find a valid path.");
+    EXPECT_TRUE(oneBox(boxes(),
+                       "Data Path Not Found.\r\rUse the Browse method to find a valid path.", 64,
+                       "Validation"));
 
     gDataPath.setStation("abc");
     gDataPath.setDataPath(dataPath());
@@ -168,11 +153,7 @@ TEST_F(DataPathTest, StationAboveTheMaximumBecomesOneUnlessValidationFails)
     EXPECT_TRUE(gDataPath.Valid());
     EXPECT_EQ(gDataPath.Station(), "abc");
     EXPECT_EQ(gDataPath.FieldKey(), "DATAPATH") << "a passing Validate leaves FieldKey";
-}
 
-TEST_F(DataPathTest, StationFileAndCheckFileSteps)
-{
-    gDataPath.setMaxStations(50);
     gDataPath.setStation("3");
     gDataPath.setDataPath(dataPath());
     gDataPath.setStationPath(dataPath());
@@ -186,19 +167,17 @@ TEST_F(DataPathTest, StationFileAndCheckFileSteps)
     gDataPath.setSupressFileCheck(true);
     gDataPath.Validate(false);
     EXPECT_TRUE(gDataPath.Valid());
-    const auto shown = boxes();
-    ASSERT_EQ(shown.size(), 2);
-    EXPECT_EQ(shown[0].text, "Station 3 not in Station Path.\r\rSelect another Station or "
-                             "change the Station Path.");
-    EXPECT_EQ(shown[1].text, "Primary Data File Not Found.\r\rThere is no 'INVT.ZEL' file in "
-                             "the specified data path.");
+    EXPECT_EQ(boxTexts(), QStringList({"Station 3 not in Station Path.\r\rSelect another Station "
+                                       "or change the Station Path.",
+                                       "Primary Data File Not Found.\r\rThere is no 'INVT.ZEL' "
+                                       "file in the specified data path."}));
 }
 
 TEST_F(DataPathTest, DeclinedOrFailedCreationKeepsTheDialogOpen)
 {
     writeDataFile("afile", "x");
     dialogs.answer(vbYes); // define now
-    onDialog([&](frmSM_DATAPATH2 &f) {
+    modal.on<frmSM_DATAPATH2>([&](frmSM_DATAPATH2 &f) {
         f.txtEdit[1]->setText(dataPath() + "/new");
         dialogs.answer(vbNo); // do not create
         QTest::keyClick(f.txtEdit[1], Qt::Key_F10);
@@ -216,8 +195,7 @@ TEST_F(DataPathTest, DeclinedOrFailedCreationKeepsTheDialogOpen)
     });
     EXPECT_FALSE(gfbZEL_DataPath_open(0));
     EXPECT_FALSE(QDir(dataPath() + "/new").exists());
-    QStringList texts;
-    for (const auto &b : boxes()) texts << b.text;
+    const QStringList texts = boxTexts();
     ASSERT_EQ(texts.size(), 8);
     EXPECT_EQ(texts[2], "Data Path Not Found.\r\rUse the Browse method to find a valid path.");
     EXPECT_TRUE(texts[4].startsWith("Unable To Create Path\r"));
@@ -254,8 +232,7 @@ TEST_F(DataPathTest, TrainingFlagHelpAndBrowser)
     EXPECT_EQ(f.txtEdit[1]->text(), dataPath()) << "a cancelled browser changes nothing";
 
     QDir(dataPath()).mkdir("picked");
-    modal.drive("frmSMFILE_PATH", [this](QDialog &d) {
-        auto &b = static_cast<frmSMFILE_PATH &>(d);
+    modal.on<frmSMFILE_PATH>([this](frmSMFILE_PATH &b) {
         EXPECT_EQ(b.Path, dataPath());
         b.Path.clear();
         b.lblPath->setText(dataPath() + "/picked");
@@ -278,11 +255,9 @@ TEST_F(DataPathTest, MarkerFolderSwitchesOnTheRetryLoop)
         return vbYes;
     });
     EXPECT_TRUE(gfbZEL_DataPath_open(0));
-    const auto shown = boxes();
-    ASSERT_EQ(shown.size(), 1);
-    EXPECT_EQ(shown[0].title, "Network Error");
-    EXPECT_EQ(shown[0].style, 36);
-    EXPECT_EQ(shown[0].text, "Server not found. Check Server and Network Connections.\r\n Retry?");
+    EXPECT_TRUE(oneBox(boxes(),
+                       "Server not found. Check Server and Network Connections.\r\n Retry?", 36,
+                       "Network Error"));
 }
 
 TEST_F(DataPathTest, UpperAltIsCarriedOverButNeverOverwritten)

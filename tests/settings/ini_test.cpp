@@ -19,7 +19,7 @@ protected:
 
 } // namespace
 
-TEST_F(IniTest, SectionsAndKeysIgnoreCaseAndTheFirstDuplicateCounts)
+TEST_F(IniTest, SectionsAndKeysIgnoreCaseTheFirstDuplicateCountsAndWhiteSpaceIsNoPartOfThem)
 {
     writeDataFile("ZEL.INI", "[Primary Search Fields]\r\n"
                              "Search for Inventory by:=Description\r\n"
@@ -33,19 +33,25 @@ TEST_F(IniTest, SectionsAndKeysIgnoreCaseAndTheFirstDuplicateCounts)
     EXPECT_EQ(ini.GetValue("Other", "empty", "dflt"), "") << "an empty value is no default";
     EXPECT_EQ(ini.GetValue("Missing", "key", "dflt"), "dflt");
     EXPECT_EQ(ini.GetValue("Missing", "key"), "");
+
+    writeDataFile("ZEL.INI", "\t[\v Primary Search Fields\xa0]\f\r\n"
+                             " \xa0Search for Inventory by:\t=\f\vDescription\xa0 \t\r\n"
+                             "Ellipsis=Wait\x85\r\n"
+                             "Inner=a \t b\r\n");
+    EXPECT_EQ(ini.GetValue("Primary Search Fields", "Search for Inventory by:"), "Description");
+    EXPECT_EQ(ini.GetValue("Primary Search Fields", "Ellipsis"), QString::fromUtf8("Wait…"))
+        << "0x85 is a character of the code page, not white space";
+    EXPECT_EQ(ini.GetValue("Primary Search Fields", "Inner"), "a \t b");
 }
 
-TEST_F(IniTest, ValuesLongerThanTheBufferAreCut)
+TEST_F(IniTest, WritingOneValueLeavesEverythingElseAsItWasAndLongValuesAreCut)
 {
     const QString v254(254, 'a'), v300(300, 'b');
     ASSERT_TRUE(ini.WriteData("S", "short", v254));
     ASSERT_TRUE(ini.WriteData("S", "long", v300));
     EXPECT_EQ(ini.GetValue("S", "short"), v254);
     EXPECT_EQ(ini.GetValue("S", "long"), QString(254, 'b'));
-}
 
-TEST_F(IniTest, WritingOneValueLeavesEverythingElseAsItWas)
-{
     const QByteArray before = "; comment\r\n[MISCELLANEOUS]\nDatapath=C:\\OLD\n"
                               "Other=\xe9t\xe9\r\n\r\n[Second]\r\nA=1";
     writeDataFile("ZEL.INI", before);
@@ -56,18 +62,6 @@ TEST_F(IniTest, WritingOneValueLeavesEverythingElseAsItWas)
                                                   "Other=\xe9t\xe9\r\n\r\n[Second]\r\nA=1\r\n"
                                                   "B=2\r\n[Third]\r\nC=3\xe9\r\n"));
     EXPECT_EQ(ini.GetValue("MISCELLANEOUS", "Other"), QString::fromUtf8("été"));
-}
-
-TEST_F(IniTest, WhiteSpaceAroundNamesAndValuesIsNotPartOfThem)
-{
-    writeDataFile("ZEL.INI", "\t[\v Primary Search Fields\xa0]\f\r\n"
-                             " \xa0Search for Inventory by:\t=\f\vDescription\xa0 \t\r\n"
-                             "Ellipsis=Wait\x85\r\n"
-                             "Inner=a \t b\r\n");
-    EXPECT_EQ(ini.GetValue("Primary Search Fields", "Search for Inventory by:"), "Description");
-    EXPECT_EQ(ini.GetValue("Primary Search Fields", "Ellipsis"), QString::fromUtf8("Wait…"))
-        << "0x85 is a character of the code page, not white space";
-    EXPECT_EQ(ini.GetValue("Primary Search Fields", "Inner"), "a \t b");
 }
 
 TEST_F(IniTest, AFileThatCannotBeUsedIsNoError)

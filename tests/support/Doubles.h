@@ -63,6 +63,12 @@ class ScriptedModal {
 public:
     using Driver = std::function<void(QDialog &)>;
     void drive(const QString &className, Driver driver) { m_drivers[className] << driver; }
+    // Drives the next form of class Form, handed over as that class.
+    template <class Form> void on(std::function<void(Form &)> act)
+    {
+        drive(Form::staticMetaObject.className(),
+              [act](QDialog &d) { act(static_cast<Form &>(d)); });
+    }
     // Records the form as shown and hands out its next driver; none fails the test.
     Driver next(const QString &className);
     QStringList shown;
