@@ -35,10 +35,23 @@ QString describe(QWidget *w)
     return s;
 }
 
-bool isUp(QWidget *w)
+bool isShown(QWidget *w)
 {
-    return w->isVisible() && w->windowHandle() && w->windowHandle()->isExposed() &&
-           w->isActiveWindow();
+    return w->isVisible() && w->windowHandle() && w->windowHandle()->isExposed();
+}
+
+// Why a grab looks blank, as a failure, or nothing.
+QString blankFailure(const QImage &image, const QString &what, QRect area)
+{
+    const QString blank = blankReason(image);
+    if (blank.isEmpty())
+        return {};
+    return QString("%1 looks blank: %2; it lies at %3,%4 %5 x %6")
+        .arg(what, blank)
+        .arg(area.x())
+        .arg(area.y())
+        .arg(area.width())
+        .arg(area.height());
 }
 
 } // namespace
@@ -115,16 +128,15 @@ void Robot::poll()
         return;
     }
     Step &next = m_steps.front();
+    const bool awaited = !next.condition && modal && next.match(modal);
     const bool ready =
-        next.condition ? next.condition() : modal && isUp(modal) && next.match(modal);
+        next.condition ? next.condition() : awaited && isShown(modal) && modal->isActiveWindow();
     if (!ready) {
         m_seen = nullptr;
         // The window manager may leave a window of this long-running process
         // unfocused when it maps (its last input was for an earlier window); a user
         // would click it. Only the window the step waits for, and only once it is up.
-        if (!next.condition && modal && modal->isVisible() && !modal->isActiveWindow() &&
-            modal->windowHandle() && modal->windowHandle()->isExposed() && next.match(modal) &&
-            m_waiting.elapsed() > kActivateAfterMs && !m_activated) {
+        if (awaited && isShown(modal) && !m_activated && m_waiting.elapsed() > kActivateAfterMs) {
             m_activated = true;
             modal->activateWindow();
         }
@@ -224,11 +236,6 @@ QString Robot::shotFolder()
     return folder;
 }
 
-QImage Robot::shot(QWidget *window, const QString &name)
-{
-    return grab(window->screen(), placeOf(window), name);
-}
-
 // The window's inside as the X server places it. Qt's own idea of a window's
 // geometry has been seen to lag at 1 x 1 for a window already drawn.
 QRect Robot::placeOf(QWidget *window)
@@ -251,38 +258,30 @@ QImage Robot::screenShot(const QString &name)
     const QImage image = screen->grabWindow(0).toImage();
     image.save(QDir(shotFolder()).filePath(name + ".png"));
     for (QWidget *w : QApplication::topLevelWidgets()) {
-        if (!w->isVisible())
-            continue;
-        const QRect area = placeOf(w) & screen->geometry();
+        const QRect area = w->isVisible() ? placeOf(w) & screen->geometry() : QRect();
         if (area.isEmpty())
             continue;
-        const QString blank = blankReason(image.copy(area));
+        const QString blank = blankFailure(
+            image.copy(area),
+            QString("%1: %2 \"%3\"").arg(name, w->metaObject()->className(), w->windowTitle()),
+            area);
         if (!blank.isEmpty())
-            failures << QString("%1: %2 \"%3\" looks blank: %4; it lies at %5,%6 %7 x %8")
-                            .arg(name, w->metaObject()->className(), w->windowTitle(), blank)
-                            .arg(area.x())
-                            .arg(area.y())
-                            .arg(area.width())
-                            .arg(area.height());
+            failures << blank;
     }
     return image;
 }
 
-QImage Robot::grab(QScreen *screen, QRect area, const QString &name)
+QImage Robot::shot(QWidget *window, const QString &name)
 {
     settle();
-    area &= screen->geometry();
+    QScreen *screen = window->screen();
+    const QRect area = placeOf(window) & screen->geometry();
     const QImage image =
         screen->grabWindow(0, area.x(), area.y(), area.width(), area.height()).toImage();
     image.save(QDir(shotFolder()).filePath(name + ".png"));
-    const QString blank = blankReason(image);
+    const QString blank = blankFailure(image, name, area);
     if (!blank.isEmpty())
-        failures << QString("%1 looks blank: %2; the area at %3,%4 %5 x %6")
-                        .arg(name, blank)
-                        .arg(area.x())
-                        .arg(area.y())
-                        .arg(area.width())
-                        .arg(area.height());
+        failures << blank;
     return image;
 }
 

@@ -76,7 +76,6 @@ private:
              std::function<void(QWidget *)> act);
     void poll();
     void fail(const QString &why);
-    QImage grab(QScreen *screen, QRect area, const QString &name);
 
     QTimer m_timer;
     QElapsedTimer m_waiting;
