@@ -180,6 +180,11 @@ QString Robot::run(const QString &program, const QStringList &args)
     return QString::fromLocal8Bit(p.readAllStandardOutput());
 }
 
+QString Robot::wmState(QWidget *window)
+{
+    return run("xprop", {"-id", QString::number(window->winId()), "_NET_WM_STATE"});
+}
+
 void Robot::click(QWidget *widget)
 {
     click(widget, widget->rect().center());

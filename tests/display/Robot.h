@@ -52,6 +52,8 @@ public:
     static void key(const QString &keys); // key names as xdotool knows them: "F10", "Escape"
     static void type(const QString &text);
     static QString run(const QString &program, const QStringList &args);
+    // The window's _NET_WM_STATE as the window manager set it.
+    static QString wmState(QWidget *window);
 
     // The window's inside as the screen shows it, saved as NAME.png (names are
     // unique across the tests). A grab that looks blank (a few colours, or a

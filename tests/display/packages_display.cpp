@@ -95,7 +95,7 @@ protected:
 // The demo store exports its main menu with the sets it opens; a new store, set up
 // by the data path and first-run screens (a bad store number refused first), with
 // sets of its own under the same numbers and an inventory of its own, imports it.
-TEST_F(PackagesOnDisplay, ADemoStorePackageImportsIntoANewStoreMadeByTheFirstRunScreen)
+TEST_F(PackagesOnDisplay, ADemoStorePackageImportsIntoANewStoreMadeByTheDataPathAndFirstRunScreens)
 {
     const QString package = temp.filePath("demo.zip");
     robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdExport); });

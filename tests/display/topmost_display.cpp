@@ -7,15 +7,6 @@
 
 using display::Robot;
 
-namespace {
-
-QString netWmState(QWidget &w)
-{
-    return Robot::run("xprop", {"-id", QString::number(w.winId()), "_NET_WM_STATE"});
-}
-
-} // namespace
-
 // The port itself, on a dialog in its own modal loop: made topmost before its show
 // it opens on top; then off and on again and again it stays shown and modal, and
 // the window manager follows.
@@ -32,7 +23,9 @@ TEST(TopMostOnDisplay, ADialogOpensOnTopAndGoesOffAndOnWithoutLeavingItsLoop)
     for (int i = 0; i < 4; ++i) {
         robot.until(
             "the window manager to follow",
-            [&] { return dialog.isVisible() && netWmState(dialog).contains("_ABOVE") == onTop; },
+            [&] {
+                return dialog.isVisible() && Robot::wmState(&dialog).contains("_ABOVE") == onTop;
+            },
             [&] {
                 EXPECT_EQ(QApplication::activeModalWidget(), &dialog);
                 states << (dialog.windowFlags() & Qt::WindowStaysOnTopHint ? "on" : "off");
@@ -41,7 +34,7 @@ TEST(TopMostOnDisplay, ADialogOpensOnTopAndGoesOffAndOnWithoutLeavingItsLoop)
             });
     }
     robot.until(
-        "the window manager to follow", [&] { return netWmState(dialog).contains("_ABOVE"); },
+        "the window manager to follow", [&] { return Robot::wmState(&dialog).contains("_ABOVE"); },
         [&] { dialog.accept(); });
     robot.start();
     EXPECT_EQ(dialog.exec(), QDialog::Accepted)
