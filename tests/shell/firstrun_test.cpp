@@ -52,11 +52,6 @@ protected:
         QSettings file(temp.filePath("settings/ZEL Settings.conf"), QSettings::IniFormat);
         return file.value("DATABASE/" + key, "<none>").toString();
     }
-    // The COMMON rows as another program would read them from the file.
-    QStringList commonRows(const QString &file) const
-    {
-        return testing_support::commonRowsOf(file);
-    }
     // Types a store into the form and accepts it with F10.
     static void typeStore(frmFirstRun &form, const QString &number, const QString &name)
     {
@@ -100,7 +95,8 @@ TEST_F(FirstRunTest, OwnDatabaseIsMadeWithTheTablesAndTheStoreAndTheSetListOpens
     EXPECT_EQ(stored("Engine"), "SQLite");
     EXPECT_EQ(stored("DBName"), "ZELDATA");
     EXPECT_EQ(stored("Server"), "TESTPC\\ZEL");
-    EXPECT_EQ(commonRows(dataPath() + "/ZELDATA.db"), QStringList({"12|Main Street Market|N"}));
+    EXPECT_EQ(testing_support::commonRowsOf(dataPath() + "/ZELDATA.db"),
+              QStringList({"12|Main Street Market|N"}));
     EXPECT_EQ(gsStoreNumber, "12");
     EXPECT_TRUE(gfbDBSM_TableExists("INVT12"));
     EXPECT_TRUE(gfbDBSM_TableExists("UPC12"));
@@ -238,7 +234,7 @@ TEST_F(FirstRunTest, ADatabaseAnotherStationMadeIsKeptAsItIsAndUsedOnceItsStoreI
     EXPECT_EQ(stored("Engine"), "<none>");
     EXPECT_EQ(stored("DBName"), "");
     EXPECT_TRUE(gfbDBSM_Unconfigured()) << "the next start asks again";
-    EXPECT_EQ(commonRows(databaseFile()), QStringList({"-1|North Store|N"}))
+    EXPECT_EQ(testing_support::commonRowsOf(databaseFile()), QStringList({"-1|North Store|N"}))
         << "another station's database is never removed or changed";
     form.hide();
 
@@ -260,7 +256,7 @@ TEST_F(FirstRunTest, ADatabaseAnotherStationMadeIsKeptAsItIsAndUsedOnceItsStoreI
     EXPECT_EQ(testing_support::runMain(), 0);
     EXPECT_EQ(modal.shown, QStringList({"frmFirstRun", "frmMain"}));
     EXPECT_EQ(gsStoreNumber, "4");
-    EXPECT_EQ(commonRows(databaseFile()), QStringList({"4|North Store|N"}));
+    EXPECT_EQ(testing_support::commonRowsOf(databaseFile()), QStringList({"4|North Store|N"}));
 }
 
 TEST_F(FirstRunTest, ServerChoiceIsCheckedBeforeAnythingIsWritten)
@@ -332,5 +328,6 @@ TEST_F(FirstRunTest, AFirstRunCutOffBeforeTheStoreWasStoredComesBack)
     closeMainScreen();
     EXPECT_EQ(testing_support::runMain(), 0);
     EXPECT_EQ(modal.shown, QStringList({"frmFirstRun", "frmMain"}));
-    EXPECT_EQ(commonRows(dataPath() + "/ZELDATA.db"), QStringList({"7|Corner Shop|N"}));
+    EXPECT_EQ(testing_support::commonRowsOf(dataPath() + "/ZELDATA.db"),
+              QStringList({"7|Corner Shop|N"}));
 }
