@@ -40,18 +40,30 @@ bool isShown(QWidget *w)
     return w->isVisible() && w->windowHandle() && w->windowHandle()->isExposed();
 }
 
-// Why a grab looks blank, as a failure, or nothing.
-QString blankFailure(const QImage &image, const QString &what, QRect area)
+// Why a grab looks blank (a few colours, or a quarter of it black), or nothing.
+QString blankReason(const QImage &grab)
 {
-    const QString blank = blankReason(image);
-    if (blank.isEmpty())
-        return {};
-    return QString("%1 looks blank: %2; it lies at %3,%4 %5 x %6")
-        .arg(what, blank)
-        .arg(area.x())
-        .arg(area.y())
-        .arg(area.width())
-        .arg(area.height());
+    if (grab.isNull() || grab.width() < 8 || grab.height() < 8)
+        return QString("nothing was grabbed (%1 x %2)").arg(grab.width()).arg(grab.height());
+    const QImage image = grab.convertToFormat(QImage::Format_RGB32);
+    QSet<QRgb> colours;
+    qint64 black = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb c = line[x] & 0xFFFFFF;
+            if (colours.size() < 64)
+                colours.insert(c);
+            if (qRed(c) < 16 && qGreen(c) < 16 && qBlue(c) < 16)
+                ++black;
+        }
+    }
+    const qint64 all = qint64(image.width()) * image.height();
+    if (colours.size() < 8)
+        return QString("only %1 colours").arg(colours.size());
+    if (black * 4 > all)
+        return QString("%1% of it is black").arg(black * 100 / all);
+    return {};
 }
 
 } // namespace
@@ -256,7 +268,7 @@ QRect Robot::placeOf(QWidget *window)
 
 // Each window of the program is checked where it lies on the screen, so the
 // desktop around them does not count.
-QImage Robot::screenShot(const QString &name)
+void Robot::screenShot(const QString &name)
 {
     settle();
     QScreen *screen = QGuiApplication::primaryScreen();
@@ -266,17 +278,26 @@ QImage Robot::screenShot(const QString &name)
         const QRect area = w->isVisible() ? placeOf(w) & screen->geometry() : QRect();
         if (area.isEmpty())
             continue;
-        const QString blank = blankFailure(
+        checkBlank(
             image.copy(area),
             QString("%1: %2 \"%3\"").arg(name, w->metaObject()->className(), w->windowTitle()),
             area);
-        if (!blank.isEmpty())
-            failures << blank;
     }
-    return image;
 }
 
-QImage Robot::shot(QWidget *window, const QString &name)
+void Robot::checkBlank(const QImage &image, const QString &what, QRect area)
+{
+    const QString blank = blankReason(image);
+    if (!blank.isEmpty())
+        failures << QString("%1 looks blank: %2; it lies at %3,%4 %5 x %6")
+                        .arg(what, blank)
+                        .arg(area.x())
+                        .arg(area.y())
+                        .arg(area.width())
+                        .arg(area.height());
+}
+
+void Robot::shot(QWidget *window, const QString &name)
 {
     settle();
     QScreen *screen = window->screen();
@@ -284,35 +305,7 @@ QImage Robot::shot(QWidget *window, const QString &name)
     const QImage image =
         screen->grabWindow(0, area.x(), area.y(), area.width(), area.height()).toImage();
     image.save(QDir(shotFolder()).filePath(name + ".png"));
-    const QString blank = blankFailure(image, name, area);
-    if (!blank.isEmpty())
-        failures << blank;
-    return image;
-}
-
-QString blankReason(const QImage &grab)
-{
-    if (grab.isNull() || grab.width() < 8 || grab.height() < 8)
-        return QString("nothing was grabbed (%1 x %2)").arg(grab.width()).arg(grab.height());
-    const QImage image = grab.convertToFormat(QImage::Format_RGB32);
-    QSet<QRgb> colours;
-    qint64 black = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
-        for (int x = 0; x < image.width(); ++x) {
-            const QRgb c = line[x] & 0xFFFFFF;
-            if (colours.size() < 64)
-                colours.insert(c);
-            if (qRed(c) < 16 && qGreen(c) < 16 && qBlue(c) < 16)
-                ++black;
-        }
-    }
-    const qint64 all = qint64(image.width()) * image.height();
-    if (colours.size() < 8)
-        return QString("only %1 colours").arg(colours.size());
-    if (black * 4 > all)
-        return QString("%1% of it is black").arg(black * 100 / all);
-    return {};
+    checkBlank(image, name, area);
 }
 
 } // namespace display
