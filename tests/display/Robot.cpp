@@ -35,10 +35,35 @@ QString describe(QWidget *w)
     return s;
 }
 
-bool isUp(QWidget *w)
+bool isShown(QWidget *w)
 {
-    return w->isVisible() && w->windowHandle() && w->windowHandle()->isExposed() &&
-           w->isActiveWindow();
+    return w->isVisible() && w->windowHandle() && w->windowHandle()->isExposed();
+}
+
+// Why a grab looks blank (a few colours, or a quarter of it black), or nothing.
+QString blankReason(const QImage &grab)
+{
+    if (grab.isNull() || grab.width() < 8 || grab.height() < 8)
+        return QString("nothing was grabbed (%1 x %2)").arg(grab.width()).arg(grab.height());
+    const QImage image = grab.convertToFormat(QImage::Format_RGB32);
+    QSet<QRgb> colours;
+    qint64 black = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb c = line[x] & 0xFFFFFF;
+            if (colours.size() < 64)
+                colours.insert(c);
+            if (qRed(c) < 16 && qGreen(c) < 16 && qBlue(c) < 16)
+                ++black;
+        }
+    }
+    const qint64 all = qint64(image.width()) * image.height();
+    if (colours.size() < 8)
+        return QString("only %1 colours").arg(colours.size());
+    if (black * 4 > all)
+        return QString("%1% of it is black").arg(black * 100 / all);
+    return {};
 }
 
 } // namespace
@@ -115,16 +140,15 @@ void Robot::poll()
         return;
     }
     Step &next = m_steps.front();
+    const bool awaited = !next.condition && modal && next.match(modal);
     const bool ready =
-        next.condition ? next.condition() : modal && isUp(modal) && next.match(modal);
+        next.condition ? next.condition() : awaited && isShown(modal) && modal->isActiveWindow();
     if (!ready) {
         m_seen = nullptr;
         // The window manager may leave a window of this long-running process
         // unfocused when it maps (its last input was for an earlier window); a user
         // would click it. Only the window the step waits for, and only once it is up.
-        if (!next.condition && modal && modal->isVisible() && !modal->isActiveWindow() &&
-            modal->windowHandle() && modal->windowHandle()->isExposed() && next.match(modal) &&
-            m_waiting.elapsed() > kActivateAfterMs && !m_activated) {
+        if (awaited && isShown(modal) && !m_activated && m_waiting.elapsed() > kActivateAfterMs) {
             m_activated = true;
             modal->activateWindow();
         }
@@ -166,6 +190,11 @@ QString Robot::run(const QString &program, const QStringList &args)
         ADD_FAILURE() << program.toStdString() << ' ' << args.join(' ').toStdString()
                       << " failed: " << p.readAllStandardError().toStdString();
     return QString::fromLocal8Bit(p.readAllStandardOutput());
+}
+
+QString Robot::wmState(QWidget *window)
+{
+    return run("xprop", {"-id", QString::number(window->winId()), "_NET_WM_STATE"});
 }
 
 void Robot::click(QWidget *widget)
@@ -224,11 +253,6 @@ QString Robot::shotFolder()
     return folder;
 }
 
-QImage Robot::shot(QWidget *window, const QString &name)
-{
-    return grab(window->screen(), placeOf(window), name);
-}
-
 // The window's inside as the X server places it. Qt's own idea of a window's
 // geometry has been seen to lag at 1 x 1 for a window already drawn.
 QRect Robot::placeOf(QWidget *window)
@@ -244,71 +268,44 @@ QRect Robot::placeOf(QWidget *window)
 
 // Each window of the program is checked where it lies on the screen, so the
 // desktop around them does not count.
-QImage Robot::screenShot(const QString &name)
+void Robot::screenShot(const QString &name)
 {
     settle();
     QScreen *screen = QGuiApplication::primaryScreen();
     const QImage image = screen->grabWindow(0).toImage();
     image.save(QDir(shotFolder()).filePath(name + ".png"));
     for (QWidget *w : QApplication::topLevelWidgets()) {
-        if (!w->isVisible())
-            continue;
-        const QRect area = placeOf(w) & screen->geometry();
+        const QRect area = w->isVisible() ? placeOf(w) & screen->geometry() : QRect();
         if (area.isEmpty())
             continue;
-        const QString blank = blankReason(image.copy(area));
-        if (!blank.isEmpty())
-            failures << QString("%1: %2 \"%3\" looks blank: %4; it lies at %5,%6 %7 x %8")
-                            .arg(name, w->metaObject()->className(), w->windowTitle(), blank)
-                            .arg(area.x())
-                            .arg(area.y())
-                            .arg(area.width())
-                            .arg(area.height());
+        checkBlank(
+            image.copy(area),
+            QString("%1: %2 \"%3\"").arg(name, w->metaObject()->className(), w->windowTitle()),
+            area);
     }
-    return image;
 }
 
-QImage Robot::grab(QScreen *screen, QRect area, const QString &name)
+void Robot::checkBlank(const QImage &image, const QString &what, QRect area)
 {
-    settle();
-    area &= screen->geometry();
-    const QImage image =
-        screen->grabWindow(0, area.x(), area.y(), area.width(), area.height()).toImage();
-    image.save(QDir(shotFolder()).filePath(name + ".png"));
     const QString blank = blankReason(image);
     if (!blank.isEmpty())
-        failures << QString("%1 looks blank: %2; the area at %3,%4 %5 x %6")
-                        .arg(name, blank)
+        failures << QString("%1 looks blank: %2; it lies at %3,%4 %5 x %6")
+                        .arg(what, blank)
                         .arg(area.x())
                         .arg(area.y())
                         .arg(area.width())
                         .arg(area.height());
-    return image;
 }
 
-QString blankReason(const QImage &grab)
+void Robot::shot(QWidget *window, const QString &name)
 {
-    if (grab.isNull() || grab.width() < 8 || grab.height() < 8)
-        return QString("nothing was grabbed (%1 x %2)").arg(grab.width()).arg(grab.height());
-    const QImage image = grab.convertToFormat(QImage::Format_RGB32);
-    QSet<QRgb> colours;
-    qint64 black = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
-        for (int x = 0; x < image.width(); ++x) {
-            const QRgb c = line[x] & 0xFFFFFF;
-            if (colours.size() < 64)
-                colours.insert(c);
-            if (qRed(c) < 16 && qGreen(c) < 16 && qBlue(c) < 16)
-                ++black;
-        }
-    }
-    const qint64 all = qint64(image.width()) * image.height();
-    if (colours.size() < 8)
-        return QString("only %1 colours").arg(colours.size());
-    if (black * 4 > all)
-        return QString("%1% of it is black").arg(black * 100 / all);
-    return {};
+    settle();
+    QScreen *screen = window->screen();
+    const QRect area = placeOf(window) & screen->geometry();
+    const QImage image =
+        screen->grabWindow(0, area.x(), area.y(), area.width(), area.height()).toImage();
+    image.save(QDir(shotFolder()).filePath(name + ".png"));
+    checkBlank(image, name, area);
 }
 
 } // namespace display

@@ -52,15 +52,17 @@ public:
     static void key(const QString &keys); // key names as xdotool knows them: "F10", "Escape"
     static void type(const QString &text);
     static QString run(const QString &program, const QStringList &args);
+    // The window's _NET_WM_STATE as the window manager set it.
+    static QString wmState(QWidget *window);
 
     // The window's inside as the screen shows it, saved as NAME.png (names are
     // unique across the tests). A grab that looks blank (a few colours, or a
     // quarter of it black) fails the test.
-    QImage shot(QWidget *window, const QString &name);
+    void shot(QWidget *window, const QString &name);
     // The window's inside where the X server places it.
     static QRect placeOf(QWidget *window);
     // The whole screen, with every window of the program on it checked so.
-    QImage screenShot(const QString &name);
+    void screenShot(const QString &name);
     // Lets the program paint and settle without running a step.
     void settle(int ms = 150);
     static QString shotFolder();
@@ -76,7 +78,7 @@ private:
              std::function<void(QWidget *)> act);
     void poll();
     void fail(const QString &why);
-    QImage grab(QScreen *screen, QRect area, const QString &name);
+    void checkBlank(const QImage &image, const QString &what, QRect area);
 
     QTimer m_timer;
     QElapsedTimer m_waiting;
@@ -86,8 +88,5 @@ private:
     bool m_quiet = false;
     bool m_failed = false;
 };
-
-// Why a grab looks blank, or empty when it shows a drawn window.
-QString blankReason(const QImage &image);
 
 } // namespace display

@@ -8,13 +8,19 @@
 #include "platform/ui/MSFlexGrid.h"
 #include "screens/frmSetExport.h"
 #include "screens/frmSetImport.h"
+#include "settings/ui/frmSMFILE_PATH.h"
+#include "settings/ui/frmSM_DATAPATH2.h"
 #include "shell/frmFirstRun.h"
 #include "shell/frmMain.h"
+#include "support/CommonRows.h"
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QSettings>
 
 using namespace display;
 
@@ -23,7 +29,7 @@ namespace {
 class PackagesOnDisplay : public ProgramTest {
 protected:
     // Another store's data folder with sets 01 and 02 of its own and no database
-    // yet, which the settings now name.
+    // yet, on a workstation that names neither.
     void becomeANewStore()
     {
         gpDBSM_Disconnect();
@@ -31,9 +37,8 @@ protected:
         QFile::copy(dataPath() + "/ZEL.INI", second() + "/ZEL.INI");
         for (const char *n : {"01", "02"})
             QFile::copy(dataPath() + "/HKSET05.SDF", second() + "/HKSET" + n + ".SDF");
-        for (const char *key : {"DATAPATH", "STATIONPATH"})
-            platform::SaveSetting("ZEL Settings", "DATABASE", key, second());
-        for (const char *key : {"Engine", "DBName", "Server", "UserName", "Password"})
+        platform::SaveSetting("ZEL Settings", "DATABASE", "STATIONPATH", second());
+        for (const char *key : {"DATAPATH", "Engine", "DBName", "Server", "UserName", "Password"})
             platform::DeleteSetting("ZEL Settings", "DATABASE", key);
     }
     QString second() const { return temp.filePath("second"); }
@@ -87,10 +92,10 @@ protected:
 
 } // namespace
 
-// The whole walk, at the screens alone: the demo store exports its main
-// menu with the sets it opens; a new store, set up by the first-run screen, with
+// The demo store exports its main menu with the sets it opens; a new store, set up
+// by the data path and first-run screens (a bad store number refused first), with
 // sets of its own under the same numbers and an inventory of its own, imports it.
-TEST_F(PackagesOnDisplay, ADemoStorePackageImportsIntoANewStoreMadeByTheFirstRunScreen)
+TEST_F(PackagesOnDisplay, ADemoStorePackageImportsIntoANewStoreMadeByTheDataPathAndFirstRunScreens)
 {
     const QString package = temp.filePath("demo.zip");
     robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdExport); });
@@ -107,17 +112,53 @@ TEST_F(PackagesOnDisplay, ADemoStorePackageImportsIntoANewStoreMadeByTheFirstRun
     ASSERT_TRUE(QFile::exists(package));
 
     becomeANewStore();
-    QPointer<frmFirstRun> setup;
-    robot.on<frmFirstRun>([&](frmFirstRun &f) {
-        setup = &f;
-        Robot::type("2");
-        Robot::click(f.txtStoreName);
-        Robot::type("Second Street");
+    QPointer<frmSM_DATAPATH2> path;
+    robot.answer("A path to the ZEL Data Files has not been defined", QMessageBox::Yes);
+    robot.on<frmSM_DATAPATH2>([&](frmSM_DATAPATH2 &f) {
+        path = &f;
+        robot.shot(&f, "data-path");
+        Robot::click(f.txtEdit[1]);
+        Robot::key("ctrl+a");
+        Robot::type(second());
     });
     robot.until(
-        "the new store's name",
-        [&] { return setup && setup->txtStoreName->text() == "Second Street"; },
-        [&] { Robot::click(setup->cmdOkCancel[0]); });
+        "the typed data path", [&] { return path->txtEdit[1]->text() == second(); },
+        [&] { Robot::click(path->cmdBrowsePath[1]); });
+    robot.on<frmSMFILE_PATH>([&](frmSMFILE_PATH &browser) {
+        EXPECT_EQ(browser.lblPath->text(), second());
+        robot.shot(&browser, "path-browser");
+        Robot::click(browser.cmdOkCancel[0]);
+    });
+    robot.on<frmSM_DATAPATH2>([&](frmSM_DATAPATH2 &f) { Robot::click(f.cmdOkCancel[0]); });
+    QPointer<frmFirstRun> setup;
+    const auto whenTyped = [&](const QString &number, std::function<void()> act) {
+        robot.until(
+            "the store " + number + " Second Street",
+            [&setup, number] {
+                return setup && setup->txtStoreNumber->text() == number &&
+                       setup->txtStoreName->text() == "Second Street";
+            },
+            std::move(act));
+    };
+    robot.on<frmFirstRun>([&](frmFirstRun &f) {
+        setup = &f;
+        EXPECT_EQ(f.windowTitle(), "Set Up the Database");
+        EXPECT_TRUE(f.optOwn->isChecked());
+        EXPECT_TRUE(f.txtStoreNumber->hasFocus()) << "the store number is ready for typing";
+        robot.shot(&f, "first-run");
+        expectWhollyOnScreen(&f);
+        Robot::type("0");
+        Robot::key("alt+a");
+        Robot::type("Second Street");
+    });
+    whenTyped("0", [&] { Robot::click(setup->cmdOkCancel[0]); });
+    robot.answer("The store number must be a whole number from 1 to 32767.", QMessageBox::Ok);
+    robot.on<frmFirstRun>([&](frmFirstRun &f) {
+        EXPECT_TRUE(f.txtStoreNumber->hasFocus());
+        EXPECT_EQ(f.txtStoreNumber->selectedText(), "0") << "the bad number is ready to retype";
+        Robot::type("2");
+    });
+    whenTyped("2", [] { Robot::key("F10"); });
     robot.on<frmMain>([&](frmMain &main) {
         EXPECT_EQ(main.fgrdItems->Rows(), 3) << "its own two sets";
         seedInventory();
@@ -148,6 +189,15 @@ TEST_F(PackagesOnDisplay, ADemoStorePackageImportsIntoANewStoreMadeByTheFirstRun
     });
     EXPECT_EQ(runProgram(), 0);
     EXPECT_EQ(rows, 15) << "a heading, its own two sets and the twelve imported";
+    EXPECT_EQ(platform::GetSetting("ZEL Settings", "DATABASE", "DATAPATH", ""), second());
+    QSettings stored(temp.filePath("settings/ZEL Settings.conf"), QSettings::IniFormat);
+    EXPECT_EQ(stored.value("DATABASE/Engine").toString(), "SQLite");
+    EXPECT_EQ(stored.value("DATABASE/DBName").toString(), "ZELDATA");
+    EXPECT_EQ(stored.value("DATABASE/Server").toString(), shell.computerName().toUpper() + "\\ZEL");
+    EXPECT_TRUE(
+        robot.boxTexts.contains("The store number must be a whole number from 1 to 32767."));
+    EXPECT_EQ(testing_support::commonRowsOf(second() + "/ZELDATA.db"),
+              QStringList{"2|Second Street|N"});
     const QByteArray menu = secondFile("HKSET03.SDF");
     EXPECT_TRUE(menu.startsWith("[SET]Main Menu\r\n"));
     EXPECT_TRUE(menu.contains("[CAPTION]Hot Drinks[ITEM][ICON]coffee.jpg[IDSELECT]No[LINKSET]4["));

@@ -35,5 +35,14 @@ for attempt in 1 2; do
 done
 wm_up || { echo "openbox did not start on the test display"; exit 1; }
 export QT_QPA_PLATFORM=xcb
+# A runtime folder of its own, and a stand-in browser that records the addresses
+# the program opens (the help button opens a web page).
+here="$(mktemp -d)"
+trap 'kill "$wm" 2>/dev/null || true; rm -rf "$wm_log" "$here"' EXIT
+mkdir -m 700 "$here/runtime" "$here/bin"
+export XDG_RUNTIME_DIR="$here/runtime"
+printf '#!/bin/sh\necho "$1" >> "$HK_DISPLAY_URLS"\n' >"$here/bin/xdg-open"
+chmod +x "$here/bin/xdg-open"
+export PATH="$here/bin:$PATH"
 export HK_DISPLAY_SHOTS="${HK_DISPLAY_SHOTS:-$PWD/display-shots}"
 "$@"

@@ -11,76 +11,32 @@ using namespace display;
 
 namespace {
 
-class SetListOnDisplay : public ProgramTest {
-protected:
-    // A click on a row of the set list, below its heading.
-    static void clickRow(frmMain &main, int row)
+class SetListOnDisplay : public ProgramTest {};
+
+// The platform finds no browser (or no network) to open the guides page.
+struct NoBrowser : ShellUntilEnd {
+    QStringList tried;
+    bool openUrl(const QString &url) override
     {
-        platform::MSFlexGrid *grid = main.fgrdItems;
-        const QRect cell = grid->visualItemRect(grid->item(row - grid->FixedRows(), 1));
-        Robot::click(grid->viewport(), cell.center());
+        tried << url;
+        return false;
     }
 };
 
 } // namespace
 
-TEST_F(SetListOnDisplay, StartsOnTheSetListAndEscEndsTheProgram)
+// Maximised, the columns share the width and no title is cut; Print says what is
+// missing without a printer; help without a browser shows its own page; Delete
+// asks, removes the set and clears the keys that opened it.
+TEST_F(SetListOnDisplay, MaximisedPrintHelpAndDeleteWithItsLinks)
 {
-    int rows = 0;
-    robot.on<frmMain>([&](frmMain &main) {
-        rows = main.fgrdItems->Rows();
-        robot.shot(&main, "set-list");
-        Robot::key("Escape");
-    });
-    EXPECT_EQ(runProgram(), 0);
-    EXPECT_EQ(rows, 13) << "a heading and the twelve demo sets";
-}
-
-TEST_F(SetListOnDisplay, RemoveASetAfterTheQuestionAndItsLinksGoToo)
-{
-    int rows = 0;
-    robot.on<frmMain>([&](frmMain &main) {
-        clickRow(main, 12); // Lottery
-        Robot::click(main.cmdEdit[2]);
-    });
-    robot.answer("Ready To Delete 'Lottery'", QMessageBox::Yes);
-    robot.answer("Hot keys Removed", QMessageBox::Ok);
-    robot.on<frmMain>([&](frmMain &main) {
-        rows = main.fgrdItems->Rows();
-        robot.shot(&main, "set-list-after-removal");
-        Robot::key("Escape");
-    });
-    EXPECT_EQ(runProgram(), 0);
-    EXPECT_EQ(rows, 12);
-    EXPECT_EQ(robot.boxTexts, (QStringList{"Ready To Delete 'Lottery'\n\nKeys that open it, which "
-                                           "will be cleared: 1 key in 1 other set (set 01).\n\n"
-                                           "Are You Sure You Want To Delete?",
-                                           "Hot keys Removed"}));
-    EXPECT_FALSE(QFile::exists(dataPath() + "/HKSET12.SDF"));
-    EXPECT_FALSE(readDataFile("HKSET01.SDF").contains("Lottery"));
-    EXPECT_TRUE(readDataFile("HKSET01.SDF").contains("[CAPTION]Tobacco"));
-}
-
-TEST_F(SetListOnDisplay, HelpOpensTheGuidesAndPrintSaysWhatIsMissing)
-{
+    NoBrowser noBrowser;
+    platform::ShellPort::install(&noBrowser);
     const bool printers = !QPrinterInfo::availablePrinterNames().isEmpty();
-    robot.on<frmMain>([&](frmMain &main) {
-        Robot::click(main.cmdHelp);
-        Robot::click(main.cmdPrint);
-        if (printers)
-            Robot::key("Escape"); // the menu of report kinds
-    });
-    if (!printers)
-        robot.answer("You must have a windows printer installed", QMessageBox::Ok);
-    robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdExit); });
-    EXPECT_EQ(runProgram(), 0);
-    EXPECT_EQ(openedUrls(), QStringList{"https://www.zelsoftware.com/guides-documents/"});
-}
-
-TEST_F(SetListOnDisplay, MaximisedTheColumnsShareTheWidthAndNoTitleIsCut)
-{
     QList<int> widths;
     QStringList cut;
+    QString title, text;
+    int rows = 0;
     robot.on<frmMain>([&](frmMain &main) {
         main.showMaximized();
         robot.settle(500);
@@ -93,29 +49,12 @@ TEST_F(SetListOnDisplay, MaximisedTheColumnsShareTheWidthAndNoTitleIsCut)
                 if (fm.horizontalAdvance(grid->item(r, c)->text()) + 8 > grid->columnWidth(c))
                     cut << grid->item(r, c)->text();
         robot.shot(&main, "set-list-maximised");
-        Robot::key("Escape");
+        Robot::click(main.cmdPrint);
+        if (printers)
+            Robot::key("Escape"); // the menu of report kinds
     });
-    EXPECT_EQ(runProgram(), 0);
-    ASSERT_EQ(widths.size(), 5);
-    EXPECT_TRUE(cut.isEmpty()) << cut.join(", ").toStdString();
-    // The four columns of the same own width share the spare width alike.
-    EXPECT_NEAR(widths[4], widths[1], 2) << "column 4 takes no more than column 1";
-    EXPECT_NEAR(widths[0], 2 * widths[1], 4) << "the title keeps twice a column's width";
-}
-
-TEST_F(SetListOnDisplay, WithoutABrowserHelpShowsItsOwnPageInAHelpWindow)
-{
-    // The platform finds no browser (or no network) to open the guides page.
-    struct NoBrowser : ShellUntilEnd {
-        QStringList tried;
-        bool openUrl(const QString &url) override
-        {
-            tried << url;
-            return false;
-        }
-    } noBrowser;
-    platform::ShellPort::install(&noBrowser);
-    QString title, text;
+    if (!printers)
+        robot.answer("You must have a windows printer installed", QMessageBox::Ok);
     robot.on<frmMain>([&](frmMain &) { Robot::key("F1"); });
     robot.on<frmHelp>([&](frmHelp &help) {
         title = help.windowTitle();
@@ -124,10 +63,37 @@ TEST_F(SetListOnDisplay, WithoutABrowserHelpShowsItsOwnPageInAHelpWindow)
         robot.shot(&help, "help-set-list");
         Robot::key("Escape");
     });
-    robot.on<frmMain>([&](frmMain &) { Robot::key("Escape"); });
+    robot.on<frmMain>([&](frmMain &main) {
+        platform::MSFlexGrid *grid = main.fgrdItems;
+        const int lottery = 12 - grid->FixedRows();
+        Robot::click(grid->viewport(), grid->visualItemRect(grid->item(lottery, 1)).center());
+        Robot::click(main.cmdEdit[2]);
+    });
+    robot.answer("Ready To Delete 'Lottery'", QMessageBox::Yes);
+    robot.answer("Hot keys Removed", QMessageBox::Ok);
+    robot.on<frmMain>([&](frmMain &main) {
+        rows = main.fgrdItems->Rows();
+        robot.shot(&main, "set-list-after-removal");
+        Robot::key("Escape");
+    });
     EXPECT_EQ(runProgram(), 0);
     platform::ShellPort::install(&shell);
+    ASSERT_EQ(widths.size(), 5);
+    EXPECT_TRUE(cut.isEmpty()) << cut.join(", ").toStdString();
+    // The four columns of the same own width share the spare width alike.
+    EXPECT_NEAR(widths[4], widths[1], 2) << "column 4 takes no more than column 1";
+    EXPECT_NEAR(widths[0], 2 * widths[1], 4) << "the title keeps twice a column's width";
     EXPECT_EQ(noBrowser.tried, QStringList{"https://www.zelsoftware.com/guides-documents/"});
     EXPECT_EQ(title, "The List of Hot Key Sets");
     EXPECT_TRUE(text.contains("F9 Print")) << text.toStdString();
+    EXPECT_EQ(rows, 12);
+    QStringList said{"Ready To Delete 'Lottery'\n\nKeys that open it, which will be cleared: 1 "
+                     "key in 1 other set (set 01).\n\nAre You Sure You Want To Delete?",
+                     "Hot keys Removed"};
+    if (!printers)
+        said.prepend("You must have a windows printer installed ");
+    EXPECT_EQ(robot.boxTexts, said);
+    EXPECT_FALSE(QFile::exists(dataPath() + "/HKSET12.SDF"));
+    EXPECT_FALSE(readDataFile("HKSET01.SDF").contains("Lottery"));
+    EXPECT_TRUE(readDataFile("HKSET01.SDF").contains("[CAPTION]Tobacco"));
 }

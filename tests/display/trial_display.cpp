@@ -29,15 +29,10 @@ protected:
         EXPECT_EQ(QApplication::activeModalWidget(), &trial);
         EXPECT_TRUE(trial.windowFlags() & Qt::WindowStaysOnTopHint);
         EXPECT_TRUE(trial.windowHandle()->flags() & Qt::WindowStaysOnTopHint);
-        EXPECT_TRUE(netWmState(trial).contains("_NET_WM_STATE_ABOVE"))
-            << netWmState(trial).toStdString();
-        EXPECT_TRUE(netWmState(trial).contains("_NET_WM_STATE_MODAL"))
-            << netWmState(trial).toStdString();
+        const QString state = Robot::wmState(&trial);
+        EXPECT_TRUE(state.contains("_NET_WM_STATE_ABOVE") && state.contains("_NET_WM_STATE_MODAL"))
+            << state.toStdString();
         EXPECT_EQ(topWindow(), trial.winId()) << "the panel is not the top window";
-    }
-    static QString netWmState(QWidget &w)
-    {
-        return Robot::run("xprop", {"-id", QString::number(w.winId()), "_NET_WM_STATE"});
     }
     // The last of the window manager's clients, bottom to top.
     static WId topWindow()

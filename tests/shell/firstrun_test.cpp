@@ -52,11 +52,6 @@ protected:
         QSettings file(temp.filePath("settings/ZEL Settings.conf"), QSettings::IniFormat);
         return file.value("DATABASE/" + key, "<none>").toString();
     }
-    // The COMMON rows as another program would read them from the file.
-    QStringList commonRows(const QString &file) const
-    {
-        return testing_support::commonRowsOf(file);
-    }
     // Types a store into the form and accepts it with F10.
     static void typeStore(frmFirstRun &form, const QString &number, const QString &name)
     {
@@ -100,7 +95,8 @@ TEST_F(FirstRunTest, OwnDatabaseIsMadeWithTheTablesAndTheStoreAndTheSetListOpens
     EXPECT_EQ(stored("Engine"), "SQLite");
     EXPECT_EQ(stored("DBName"), "ZELDATA");
     EXPECT_EQ(stored("Server"), "TESTPC\\ZEL");
-    EXPECT_EQ(commonRows(dataPath() + "/ZELDATA.db"), QStringList({"12|Main Street Market|N"}));
+    EXPECT_EQ(testing_support::commonRowsOf(dataPath() + "/ZELDATA.db"),
+              QStringList({"12|Main Street Market|N"}));
     EXPECT_EQ(gsStoreNumber, "12");
     EXPECT_TRUE(gfbDBSM_TableExists("INVT12"));
     EXPECT_TRUE(gfbDBSM_TableExists("UPC12"));
@@ -207,30 +203,9 @@ TEST_F(FirstRunTest, AFileThatCannotBeMadeKeepsTheScreenAndTheSettings)
         << "nothing of the user's is removed";
 }
 
-TEST_F(FirstRunTest, ADatabaseAnotherStationMadeIsUsedAsItIs)
-{
-    QString message;
-    ASSERT_EQ(gfDBSM_CreateOwn(4, "North Store", message), OwnDatabase::Created);
-    gpDBSM_Disconnect();
-    DeleteSetting("ZEL Settings", "DATABASE", "Engine");
-    SaveSetting("ZEL Settings", "DATABASE", "Server", "");
-
-    onFirstRun([&](frmFirstRun &form) {
-        EXPECT_TRUE(form.lblOwnFile->text().contains("already holds the database"))
-            << "the screen says so before anything is typed";
-        typeStore(form, "9", "Other");
-        expectBox(64, "The data folder already holds a database, " + databaseFile() +
-                          ", for store 4 (North Store).\rThis workstation uses it as it is; the "
-                          "store number and name typed here are not stored.");
-    });
-    closeMainScreen();
-    EXPECT_EQ(testing_support::runMain(), 0);
-    EXPECT_EQ(modal.shown, QStringList({"frmFirstRun", "frmMain"}));
-    EXPECT_EQ(gsStoreNumber, "4");
-    EXPECT_EQ(commonRows(dataPath() + "/ZELDATA.db"), QStringList({"4|North Store|N"}));
-}
-
-TEST_F(FirstRunTest, AnUnusableDatabaseInTheFolderIsKeptAndNothingIsSaved)
+// Another station's database in the data folder: while its store cannot be used
+// nothing is saved; once it can, it is used as it is.
+TEST_F(FirstRunTest, ADatabaseAnotherStationMadeIsKeptAsItIsAndUsedOnceItsStoreIsValid)
 {
     QString message;
     ASSERT_EQ(gfDBSM_CreateOwn(4, "North Store", message), OwnDatabase::Created);
@@ -244,6 +219,8 @@ TEST_F(FirstRunTest, AnUnusableDatabaseInTheFolderIsKeptAndNothingIsSaved)
     frmFirstRun form;
     form.Form_Load();
     form.show();
+    EXPECT_TRUE(form.lblOwnFile->text().contains("already holds the database"))
+        << "the screen says so before anything is typed";
     typeStore(form, "9", "Other");
     const auto shown = boxes();
     ASSERT_EQ(shown.size(), 2);
@@ -257,8 +234,29 @@ TEST_F(FirstRunTest, AnUnusableDatabaseInTheFolderIsKeptAndNothingIsSaved)
     EXPECT_EQ(stored("Engine"), "<none>");
     EXPECT_EQ(stored("DBName"), "");
     EXPECT_TRUE(gfbDBSM_Unconfigured()) << "the next start asks again";
-    EXPECT_EQ(commonRows(dataPath() + "/ZELDATA.db"), QStringList({"-1|North Store|N"}))
+    EXPECT_EQ(testing_support::commonRowsOf(databaseFile()), QStringList({"-1|North Store|N"}))
         << "another station's database is never removed or changed";
+    form.hide();
+
+    gpDBSM_Disconnect();
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "fix");
+        db.setDatabaseName(databaseFile());
+        ASSERT_TRUE(db.open());
+        db.exec("UPDATE COMMON SET StoreNumber = 4");
+    }
+    QSqlDatabase::removeDatabase("fix");
+    onFirstRun([&](frmFirstRun &f) {
+        typeStore(f, "9", "Other");
+        expectBox(64, "The data folder already holds a database, " + databaseFile() +
+                          ", for store 4 (North Store).\rThis workstation uses it as it is; the "
+                          "store number and name typed here are not stored.");
+    });
+    closeMainScreen();
+    EXPECT_EQ(testing_support::runMain(), 0);
+    EXPECT_EQ(modal.shown, QStringList({"frmFirstRun", "frmMain"}));
+    EXPECT_EQ(gsStoreNumber, "4");
+    EXPECT_EQ(testing_support::commonRowsOf(databaseFile()), QStringList({"4|North Store|N"}));
 }
 
 TEST_F(FirstRunTest, ServerChoiceIsCheckedBeforeAnythingIsWritten)
@@ -330,5 +328,6 @@ TEST_F(FirstRunTest, AFirstRunCutOffBeforeTheStoreWasStoredComesBack)
     closeMainScreen();
     EXPECT_EQ(testing_support::runMain(), 0);
     EXPECT_EQ(modal.shown, QStringList({"frmFirstRun", "frmMain"}));
-    EXPECT_EQ(commonRows(dataPath() + "/ZELDATA.db"), QStringList({"7|Corner Shop|N"}));
+    EXPECT_EQ(testing_support::commonRowsOf(dataPath() + "/ZELDATA.db"),
+              QStringList({"7|Corner Shop|N"}));
 }

@@ -78,13 +78,6 @@ TEST_F(MainScreenTest, NumbersSortAsNumbersAndTheNextNumberFillsTheGap)
     EXPECT_TRUE(form->cmdTrial->isEnabled());
 }
 
-TEST_F(MainScreenTest, NextNumberAfterAnUnbrokenRunIsOnePastTheEnd)
-{
-    for (int n = 1; n <= 12; ++n) addSet(n, "S");
-    load();
-    EXPECT_EQ(form->mpSetNumber_next(), 13);
-}
-
 TEST_F(MainScreenTest, AnUnreadableNameIsSaidAndListedEmpty)
 {
     addSet(1, "One");
@@ -300,14 +293,4 @@ TEST(HelpPages, EveryHelpContextHasAPageAndAnyOtherGetsTheContents)
     for (; it.hasNext(); ++links)
         EXPECT_NE(gHelp_pageNamed(it.next().captured(1)).title, "Hot Keys Help");
     EXPECT_EQ(links, 6);
-}
-
-TEST_F(MainScreenTest, HelpOpensTheGuidesAndEscCloses)
-{
-    load();
-    QTest::keyClick(form->fgrdItems, Qt::Key_F1);
-    ASSERT_EQ(shell.urls.size(), 1);
-    QTest::keyClick(form->fgrdItems, Qt::Key_Escape);
-    EXPECT_TRUE(form->isHidden());
-    EXPECT_EQ(form->result(), QDialog::Rejected);
 }

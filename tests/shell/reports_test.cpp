@@ -160,14 +160,6 @@ TEST_F(ReportTest, DetailGoesOnPastAnUnreadableSetAndFlowsOverPages)
             << "page " << n + 1;
 }
 
-TEST_F(ReportTest, DetailWithNoSetsIsAnEmptyDocument)
-{
-    load();
-    const Printed p = report(1);
-    EXPECT_EQ(p.pages, 1);
-    EXPECT_EQ(p.page1.filter("Set:").size(), 0);
-}
-
 TEST_F(ReportTest, SummaryPrintsTheListInPortraitWithABoldHeading)
 {
     writeDataFile("HKSET03.SDF", kLunchMenu);
@@ -188,9 +180,12 @@ TEST_F(ReportTest, SummaryPrintsTheListInPortraitWithABoldHeading)
                 2200.0 * 9360 / 7200, 1);
 }
 
-TEST_F(ReportTest, SummaryOfAnEmptyListPrintsTheHeadingAndOneBlankRow)
+TEST_F(ReportTest, OfAnEmptyListDetailIsAnEmptyPageAndSummaryTheHeadingAndOneBlankRow)
 {
     load();
+    const Printed detail = report(1);
+    EXPECT_EQ(detail.pages, 1);
+    EXPECT_EQ(detail.page1.filter("Set:").size(), 0);
     const Printed p = report(0);
     EXPECT_EQ(p.page1.mid(2, 6),
               QStringList({"Set", "Title", "Column 1", "Column 2", "Column 3", "Column 4"}));
@@ -238,18 +233,6 @@ TEST_F(ReportTest, GridPrintLeavesOutHiddenRowsAndColumnsAndTurnsWideGridsLandsc
     // Shrunk to the landscape width, shared by the visible widths only.
     const qreal width = 15840 - 2 * 1440;
     EXPECT_NEAR(runOf(p, "H3")->rect.left() - runOf(p, "H1")->rect.left(), 3000 * width / 13000, 1);
-}
-
-TEST_F(ReportTest, PrintMenuOnlyWithAPrinter)
-{
-    shell.printers.clear();
-    load();
-    form->cmdPrint->click();
-    const auto b = boxes();
-    ASSERT_EQ(b.size(), 1);
-    EXPECT_EQ(b[0].title, "Error");
-    EXPECT_EQ(b[0].text, "You must have a windows printer installed ");
-    EXPECT_FALSE(form->mnuPrint->isVisible());
 }
 
 TEST_F(ReportTest, DetailOfManySetsShowsProgressAndLetsTheScreenRun)

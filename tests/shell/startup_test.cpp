@@ -89,37 +89,33 @@ TEST_F(StartupTest, AnEmptyDatabaseGetsItsTablesAndTheStartEndsWithoutCommonRow)
     EXPECT_FALSE(gfbDBSM_TableExists("invt0"));
 }
 
-TEST_F(StartupTest, SearchSettingsMapExactlyAndAMissingKeyIsNotZero)
+TEST_F(StartupTest, SearchSettingsMapExactlyAndAMissingKeyOrIniIsSaid)
 {
     gDataPath.setDataPath(dataPath());
-    const std::pair<const char *, std::pair<int, int>> cases[] = {
-        {"Search for Inventory by:=Description\r\nSearch for Name by:=Business", {0, 3}},
-        {"Search for Inventory by:=description\r\nSearch for Name by:=business", {3, 0}},
-        {"Search for Inventory by:=Vendor ID", {3, 0}},
-        {"", {3, 0}},
+    const struct {
+        const char *ini; // nullptr: no ZEL.INI
+        int inventory, name;
+    } cases[] = {
+        {"Search for Inventory by:=Description\r\nSearch for Name by:=Business", 0, 3},
+        {"Search for Inventory by:=description\r\nSearch for Name by:=business", 3, 0},
+        {"Search for Inventory by:=Vendor ID", 3, 0},
+        {"", 3, 0},
+        {nullptr, 0, 0},
     };
-    for (const auto &[body, expected] : cases) {
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.ini ? c.ini : "no ZEL.INI");
         QFile::remove(dataPath() + "/ZEL.INI");
-        writeDataFile("ZEL.INI", QByteArray("[Primary Search Fields]\r\n") + body);
-        EXPECT_TRUE(gfbSearchFields_read());
-        EXPECT_EQ(giInventorySearch, expected.first) << body;
-        EXPECT_EQ(giNameSearch, expected.second) << body;
-    }
-}
-
-TEST_F(StartupTest, AMissingIniLeavesBothSettingsAtZeroAndSaysSo)
-{
-    for (const QString &folder : {dataPath(), dataPath() + "/missing"}) {
-        gDataPath.setDataPath(folder);
+        if (c.ini)
+            writeDataFile("ZEL.INI", QByteArray("[Primary Search Fields]\r\n") + c.ini);
         giInventorySearch = giNameSearch = 0;
-        EXPECT_FALSE(gfbSearchFields_read());
-        EXPECT_EQ(giInventorySearch, 0);
-        EXPECT_EQ(giNameSearch, 0);
-        const auto shown = boxes();
-        ASSERT_EQ(shown.size(), 1);
-        EXPECT_EQ(shown[0].title, "Error");
-        EXPECT_EQ(shown[0].style, 0);
-        EXPECT_EQ(shown[0].text, "Unable to open ZEL Configuration Settings File, ZEL.INI.");
+        EXPECT_EQ(gfbSearchFields_read(), c.ini != nullptr);
+        EXPECT_EQ(giInventorySearch, c.inventory);
+        EXPECT_EQ(giNameSearch, c.name);
     }
-    EXPECT_FALSE(QFile::exists(dataPath() + "/ZEL.INI"));
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_EQ(shown[0].title, "Error");
+    EXPECT_EQ(shown[0].style, 0);
+    EXPECT_EQ(shown[0].text, "Unable to open ZEL Configuration Settings File, ZEL.INI.");
+    EXPECT_FALSE(QFile::exists(dataPath() + "/ZEL.INI")) << "nothing is written";
 }
