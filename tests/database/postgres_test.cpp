@@ -181,11 +181,8 @@ private:
 class PgServerFaultTest : public DbTest, public testing_support::OnEachEngine {
 protected:
     PgServerFaultTest() { m_ownServer = true; }
-    void SetUp() override
+    void seed() override
     {
-        DbTest::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
         ASSERT_TRUE(connect());
         for (int i = 1; i <= 3; ++i)
             ASSERT_TRUE(insert(QString("ITEM %1").arg(i), QString::number(i)));

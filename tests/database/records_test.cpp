@@ -11,11 +11,8 @@ namespace {
 
 class RecordTest : public DbTest, public testing_support::OnEachEngine {
 protected:
-    void SetUp() override
+    void seed() override
     {
-        DbTest::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return; // no cluster to run on
         ASSERT_TRUE(connect());
         for (const auto &[d, sl, id] : {std::tuple{"COLA 12OZ", "10000105", "  AB-1"},
                                         {"COLA 12OZ", "10000107", "AB-2"},
