@@ -7,7 +7,6 @@
 #include "settings/clsDataPath.h"
 #include "support/ItemTables.h"
 #include <QDir>
-#include <QDirIterator>
 #include <QJsonDocument>
 #include <QJsonObject>
 #ifdef __linux__
@@ -28,19 +27,6 @@ QByteArray setFile(const QByteArray &title, const QByteArray &keys)
     QByteArray text = "[SET]" + title + "\r\n[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n" + keys;
     for (int g = 2; g <= 4; ++g) text += "[GROUP]" + QByteArray::number(g) + "[CAPTION][COLOR]\r\n";
     return text;
-}
-
-// Every file under `folder` with its bytes, versions and temporary files included.
-QMap<QString, QByteArray> tree(const QString &folder)
-{
-    QMap<QString, QByteArray> files;
-    QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        QFile f(it.next());
-        if (!f.fileName().endsWith(".db") && f.open(QIODevice::ReadOnly))
-            files[QDir(folder).relativeFilePath(f.fileName())] = f.readAll();
-    }
-    return files;
 }
 
 // A package of the given entries, written straight through the archive layer.
@@ -147,10 +133,10 @@ TEST_F(PackageTest, ARoundTripMatchesEachItemByItsCodeRenumbersLinksAndKeepsEver
     writeDataFile("SPECIAL.BDF", "[BUTTON]2[CAPTION]Weigh[KEY]W\r\n");
     writePicture("coffee.jpg", "B coffee");
     writePicture("tea.jpg", "A tea");
-    const auto before = tree(dataPath());
+    const auto before = testing_support::filesUnder(dataPath());
 
     Plan plan = readOk();
-    EXPECT_EQ(tree(dataPath()), before) << "reading writes nothing";
+    EXPECT_EQ(testing_support::filesUnder(dataPath()), before) << "reading writes nothing";
     EXPECT_EQ(plan.storeName, "Corner Grocery");
     ASSERT_EQ(plan.sets.size(), 2);
     EXPECT_EQ(QStringList({plan.sets[0].target, plan.sets[1].target}), QStringList({"02", "04"}));
@@ -239,7 +225,7 @@ TEST_F(PackageTest, ABadPackageNamesWhatIsWrongAndWritesNothing)
         {"no set", {{"manifest.json", manifest()}}, "The package holds no set."},
     };
     writeDataFile("HKSET01.SDF", set);
-    const auto before = tree(temp.path());
+    const auto before = testing_support::filesUnder(temp.path());
     for (const auto &c : cases) {
         QFile::remove(package);
         writeZip(package, c.entries);
@@ -255,7 +241,7 @@ TEST_F(PackageTest, ABadPackageNamesWhatIsWrongAndWritesNothing)
     garbage.close();
     EXPECT_TRUE(readFails().contains("It is not a set package (not a zip archive)."));
     QFile::remove(package);
-    EXPECT_EQ(tree(temp.path()), before);
+    EXPECT_EQ(testing_support::filesUnder(temp.path()), before);
 }
 
 #ifdef __linux__
@@ -275,14 +261,14 @@ TEST_F(PackageTest, ADiskThatFillsDuringTheImportLeavesTheDataFolderAsItWas)
     gsHotKeyPicturePath = disk + "/pictures/HotKeys/";
     QDir().mkpath(gsHotKeyPicturePath);
     writeDataFile("HKSET01.SDF", setFile("Mine", ""));
-    const auto before = tree(disk);
+    const auto before = testing_support::filesUnder(disk);
     Plan plan = readOk();
     plan.sets[0].target = "01"; // replaces this store's set 01
     QString error;
     EXPECT_FALSE(writePlan(plan, &error));
     EXPECT_TRUE(error.contains("Disk full")) << error.toStdString();
     EXPECT_TRUE(error.endsWith("Nothing was imported; the data folder is as it was."));
-    EXPECT_EQ(tree(disk), before);
+    EXPECT_EQ(testing_support::filesUnder(disk), before);
     ::umount2(QFile::encodeName(disk).constData(), MNT_DETACH);
 }
 #endif
