@@ -6,10 +6,7 @@
 #include <QSqlError>
 #include <QSqlQuery>
 
-using testing_support::DbTest;
-using testing_support::gItem;
-using testing_support::kBusyBox;
-using testing_support::kDamagedBox;
+using namespace testing_support;
 
 namespace {
 

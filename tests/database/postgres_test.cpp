@@ -10,11 +10,7 @@
 #include <mutex>
 #include <thread>
 
-using testing_support::DbTest;
-using testing_support::exitCode;
-using testing_support::gItem;
-using testing_support::kOfflineBox;
-using testing_support::PgCluster;
+using namespace testing_support;
 
 TEST(PostgresEngine, TranslatesTheStatementsItCannotRunAsBuilt)
 {

@@ -3,8 +3,7 @@
 #include <QSqlQuery>
 #include <optional>
 
-using testing_support::DbTest;
-using testing_support::gItem;
+using namespace testing_support;
 
 namespace {
 

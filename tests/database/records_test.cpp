@@ -4,8 +4,7 @@
 #include <QSqlError>
 #include <QSqlQuery>
 
-using testing_support::DbTest;
-using testing_support::gItem;
+using namespace testing_support;
 
 namespace {
 
