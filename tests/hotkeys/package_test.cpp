@@ -63,12 +63,6 @@ protected:
         QString sql;
         ASSERT_TRUE(gfbDBSM_Record(2, opInsert, 0, false, false, sql));
     }
-    void writePicture(const QString &name, const QByteArray &bytes)
-    {
-        QFile f(gsHotKeyPicturePath + name);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
-    }
     // Another store in the same place: its own inventory, sets and pictures.
     void becomeAnotherStore()
     {
@@ -116,8 +110,8 @@ TEST_F(PackageTest, ARoundTripMatchesEachItemByItsCodeRenumbersLinksAndKeepsEver
     writeDataFile("HKSET02.SDF", setFile("Cakes", keyLine(1, "Cake", "0002001.0", "No") +
                                                       keyLine(2, "Back", "", "", "1")));
     writeDataFile("SPECIAL.BDF", "[BUTTON]1[CAPTION]Void[KEY]*\r\n");
-    writePicture("coffee.jpg", "A coffee");
-    writePicture("tea.jpg", "A tea");
+    writeDataFile("pictures/HotKeys/coffee.jpg", "A coffee");
+    writeDataFile("pictures/HotKeys/tea.jpg", "A tea");
     EXPECT_EQ(linkedSets({"1"}), QStringList{"02"}) << "set 40 has no file";
     const ExportResult out = exportSets(package, {{"01", "02"}, true, false});
     ASSERT_TRUE(out.ok) << out.error.toStdString();
@@ -131,8 +125,8 @@ TEST_F(PackageTest, ARoundTripMatchesEachItemByItsCodeRenumbersLinksAndKeepsEver
     writeDataFile("HKSET01.SDF", setFile("B Main", keyLine(1, "Coffee", "0001234.5", "No")));
     writeDataFile("HKSET03.SDF", setFile("B Other", ""));
     writeDataFile("SPECIAL.BDF", "[BUTTON]2[CAPTION]Weigh[KEY]W\r\n");
-    writePicture("coffee.jpg", "B coffee");
-    writePicture("tea.jpg", "A tea");
+    writeDataFile("pictures/HotKeys/coffee.jpg", "B coffee");
+    writeDataFile("pictures/HotKeys/tea.jpg", "A tea");
     const auto before = testing_support::filesUnder(dataPath());
 
     Plan plan = readOk();
@@ -250,7 +244,7 @@ TEST_F(PackageTest, ADiskThatFillsDuringTheImportLeavesTheDataFolderAsItWas)
 {
     writeDataFile("HKSET01.SDF",
                   setFile("Drinks", keyLine(1, "Coffee", "0001234.5", "No", "", "big.jpg")));
-    writePicture("big.jpg", QByteArray(300 * 1024, 'p'));
+    writeDataFile("pictures/HotKeys/big.jpg", QByteArray(300 * 1024, 'p'));
     ASSERT_TRUE(exportSets(package, {{"01"}}).ok);
 
     const QString disk = temp.filePath("disk");
