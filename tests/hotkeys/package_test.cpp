@@ -47,9 +47,8 @@ QByteArray manifest(int format = kFormat)
 
 class PackageTest : public ItemTablesTest {
 protected:
-    void SetUp() override
+    void seed() override
     {
-        ItemTablesTest::SetUp();
         openStore();
         QDir(dataPath()).mkpath("pictures/HotKeys");
         gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
