@@ -7,8 +7,7 @@
 #include <QFile>
 
 using namespace platform;
-using testing_support::DbTest;
-using testing_support::exitCode;
+using namespace testing_support;
 
 namespace {
 

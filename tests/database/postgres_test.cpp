@@ -10,11 +10,7 @@
 #include <mutex>
 #include <thread>
 
-using testing_support::DbTest;
-using testing_support::exitCode;
-using testing_support::gItem;
-using testing_support::kOfflineBox;
-using testing_support::PgCluster;
+using namespace testing_support;
 
 TEST(PostgresEngine, TranslatesTheStatementsItCannotRunAsBuilt)
 {
@@ -181,11 +177,8 @@ private:
 class PgServerFaultTest : public DbTest, public testing_support::OnEachEngine {
 protected:
     PgServerFaultTest() { m_ownServer = true; }
-    void SetUp() override
+    void seed() override
     {
-        DbTest::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
         ASSERT_TRUE(connect());
         for (int i = 1; i <= 3; ++i)
             ASSERT_TRUE(insert(QString("ITEM %1").arg(i), QString::number(i)));

@@ -3,8 +3,7 @@
 #include <QSqlQuery>
 #include <optional>
 
-using testing_support::DbTest;
-using testing_support::gItem;
+using namespace testing_support;
 
 namespace {
 
@@ -12,11 +11,8 @@ namespace {
 // from rows it read ahead, against the same reads one action each.
 class ReadAheadTest : public DbTest, public testing_support::OnEachEngine {
 protected:
-    void SetUp() override
+    void seed() override
     {
-        DbTest::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
         ASSERT_TRUE(connect());
         // Descriptions that repeat, and differ in case and accents only, and
         // Item IDs that repeat: a one-segment key skips repeated values.

@@ -12,10 +12,8 @@
 using testing_support::StoreDbTest;
 
 namespace {
-class StoreTablesTest : public StoreDbTest, public testing_support::OnEachEngine {};
-} // namespace
 
-namespace {
+class StoreTablesTest : public StoreDbTest, public testing_support::OnEachEngine {};
 
 using testing_support::testOnPostgres;
 
@@ -120,9 +118,7 @@ TEST_P(StoreTablesTest, StoreIdentityComesFromTheCommonRow)
 
 TEST_P(StoreTablesTest, EveryInventoryKeyWalksInItsOwnOrder)
 {
-    seedCommon(1);
-    ASSERT_TRUE(setup());
-    ASSERT_TRUE(gfbDBSM_Open());
+    openStore();
     struct Item {
         const char *sl, *id, *desc, *vendor;
     };
@@ -142,10 +138,6 @@ TEST_P(StoreTablesTest, EveryInventoryKeyWalksInItsOwnOrder)
             ASSERT_LT(walked.size(), 10) << "key " << key << " does not end";
         }
         EXPECT_EQ(walked.size(), 5) << "key " << key;
-        // The walk follows the key's first column.
-        const QString first =
-            gTables[1].iKeySegments > 0 ? gfsDBSM_FieldName(1, giKeyField[1]) : QString();
-        EXPECT_FALSE(first.isEmpty()) << "key " << key;
     }
     QString sql;
     ASSERT_TRUE(gfbDBSM_Record(1, opFirstPos, 3, false, false, sql));
@@ -162,9 +154,7 @@ TEST_P(StoreTablesTest, EveryInventoryKeyWalksInItsOwnOrder)
 
 TEST_P(StoreTablesTest, InventoryHelpersAndFieldRules)
 {
-    seedCommon(1);
-    ASSERT_TRUE(setup());
-    ASSERT_TRUE(gfbDBSM_Open());
+    openStore();
     const int n = addItem("00001234", "CAKE-1", "CHOCOLATE CAKE", 4.5);
     // A description wider than the field, as another program may leave it: a
     // server refuses it in the column as the suite makes it.

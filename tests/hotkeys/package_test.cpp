@@ -7,7 +7,6 @@
 #include "settings/clsDataPath.h"
 #include "support/ItemTables.h"
 #include <QDir>
-#include <QDirIterator>
 #include <QJsonDocument>
 #include <QJsonObject>
 #ifdef __linux__
@@ -30,19 +29,6 @@ QByteArray setFile(const QByteArray &title, const QByteArray &keys)
     return text;
 }
 
-// Every file under `folder` with its bytes, versions and temporary files included.
-QMap<QString, QByteArray> tree(const QString &folder)
-{
-    QMap<QString, QByteArray> files;
-    QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        QFile f(it.next());
-        if (!f.fileName().endsWith(".db") && f.open(QIODevice::ReadOnly))
-            files[QDir(folder).relativeFilePath(f.fileName())] = f.readAll();
-    }
-    return files;
-}
-
 // A package of the given entries, written straight through the archive layer.
 void writeZip(const QString &path, const QList<std::pair<QString, QByteArray>> &entries)
 {
@@ -61,9 +47,8 @@ QByteArray manifest(int format = kFormat)
 
 class PackageTest : public ItemTablesTest {
 protected:
-    void SetUp() override
+    void seed() override
     {
-        ItemTablesTest::SetUp();
         openStore();
         QDir(dataPath()).mkpath("pictures/HotKeys");
         gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
@@ -76,12 +61,6 @@ protected:
         gUpcRecord.setText("UPC", code);
         QString sql;
         ASSERT_TRUE(gfbDBSM_Record(2, opInsert, 0, false, false, sql));
-    }
-    void writePicture(const QString &name, const QByteArray &bytes)
-    {
-        QFile f(gsHotKeyPicturePath + name);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
     }
     // Another store in the same place: its own inventory, sets and pictures.
     void becomeAnotherStore()
@@ -130,8 +109,8 @@ TEST_F(PackageTest, ARoundTripMatchesEachItemByItsCodeRenumbersLinksAndKeepsEver
     writeDataFile("HKSET02.SDF", setFile("Cakes", keyLine(1, "Cake", "0002001.0", "No") +
                                                       keyLine(2, "Back", "", "", "1")));
     writeDataFile("SPECIAL.BDF", "[BUTTON]1[CAPTION]Void[KEY]*\r\n");
-    writePicture("coffee.jpg", "A coffee");
-    writePicture("tea.jpg", "A tea");
+    writeDataFile("pictures/HotKeys/coffee.jpg", "A coffee");
+    writeDataFile("pictures/HotKeys/tea.jpg", "A tea");
     EXPECT_EQ(linkedSets({"1"}), QStringList{"02"}) << "set 40 has no file";
     const ExportResult out = exportSets(package, {{"01", "02"}, true, false});
     ASSERT_TRUE(out.ok) << out.error.toStdString();
@@ -145,12 +124,12 @@ TEST_F(PackageTest, ARoundTripMatchesEachItemByItsCodeRenumbersLinksAndKeepsEver
     writeDataFile("HKSET01.SDF", setFile("B Main", keyLine(1, "Coffee", "0001234.5", "No")));
     writeDataFile("HKSET03.SDF", setFile("B Other", ""));
     writeDataFile("SPECIAL.BDF", "[BUTTON]2[CAPTION]Weigh[KEY]W\r\n");
-    writePicture("coffee.jpg", "B coffee");
-    writePicture("tea.jpg", "A tea");
-    const auto before = tree(dataPath());
+    writeDataFile("pictures/HotKeys/coffee.jpg", "B coffee");
+    writeDataFile("pictures/HotKeys/tea.jpg", "A tea");
+    const auto before = testing_support::filesUnder(dataPath());
 
     Plan plan = readOk();
-    EXPECT_EQ(tree(dataPath()), before) << "reading writes nothing";
+    EXPECT_EQ(testing_support::filesUnder(dataPath()), before) << "reading writes nothing";
     EXPECT_EQ(plan.storeName, "Corner Grocery");
     ASSERT_EQ(plan.sets.size(), 2);
     EXPECT_EQ(QStringList({plan.sets[0].target, plan.sets[1].target}), QStringList({"02", "04"}));
@@ -239,7 +218,7 @@ TEST_F(PackageTest, ABadPackageNamesWhatIsWrongAndWritesNothing)
         {"no set", {{"manifest.json", manifest()}}, "The package holds no set."},
     };
     writeDataFile("HKSET01.SDF", set);
-    const auto before = tree(temp.path());
+    const auto before = testing_support::filesUnder(temp.path());
     for (const auto &c : cases) {
         QFile::remove(package);
         writeZip(package, c.entries);
@@ -255,7 +234,7 @@ TEST_F(PackageTest, ABadPackageNamesWhatIsWrongAndWritesNothing)
     garbage.close();
     EXPECT_TRUE(readFails().contains("It is not a set package (not a zip archive)."));
     QFile::remove(package);
-    EXPECT_EQ(tree(temp.path()), before);
+    EXPECT_EQ(testing_support::filesUnder(temp.path()), before);
 }
 
 #ifdef __linux__
@@ -264,7 +243,7 @@ TEST_F(PackageTest, ADiskThatFillsDuringTheImportLeavesTheDataFolderAsItWas)
 {
     writeDataFile("HKSET01.SDF",
                   setFile("Drinks", keyLine(1, "Coffee", "0001234.5", "No", "", "big.jpg")));
-    writePicture("big.jpg", QByteArray(300 * 1024, 'p'));
+    writeDataFile("pictures/HotKeys/big.jpg", QByteArray(300 * 1024, 'p'));
     ASSERT_TRUE(exportSets(package, {{"01"}}).ok);
 
     const QString disk = temp.filePath("disk");
@@ -275,14 +254,14 @@ TEST_F(PackageTest, ADiskThatFillsDuringTheImportLeavesTheDataFolderAsItWas)
     gsHotKeyPicturePath = disk + "/pictures/HotKeys/";
     QDir().mkpath(gsHotKeyPicturePath);
     writeDataFile("HKSET01.SDF", setFile("Mine", ""));
-    const auto before = tree(disk);
+    const auto before = testing_support::filesUnder(disk);
     Plan plan = readOk();
     plan.sets[0].target = "01"; // replaces this store's set 01
     QString error;
     EXPECT_FALSE(writePlan(plan, &error));
     EXPECT_TRUE(error.contains("Disk full")) << error.toStdString();
     EXPECT_TRUE(error.endsWith("Nothing was imported; the data folder is as it was."));
-    EXPECT_EQ(tree(disk), before);
+    EXPECT_EQ(testing_support::filesUnder(disk), before);
     ::umount2(QFile::encodeName(disk).constData(), MNT_DETACH);
 }
 #endif

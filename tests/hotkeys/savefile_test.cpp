@@ -6,7 +6,6 @@
 #include "support/HkTest.h"
 #include "support/SaveScenarios.h"
 #include <QDir>
-#include <QMap>
 #include <QProcess>
 #include <QRegularExpression>
 #include <cerrno>
@@ -18,28 +17,6 @@
 using namespace testing_support;
 
 namespace {
-
-// Every file of a folder with its bytes.
-QMap<QString, QByteArray> snapshot(const QString &folder)
-{
-    QMap<QString, QByteArray> files;
-    for (const QString &name : QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System)) {
-        QFile f(folder + '/' + name);
-        files[name] = f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("(unreadable)");
-    }
-    return files;
-}
-
-// The names of the files that differ between two snapshots, or that only one has.
-QStringList changed(const QMap<QString, QByteArray> &before, const QMap<QString, QByteArray> &after)
-{
-    QStringList names;
-    for (const QString &name : before.keys() + after.keys()) {
-        if (before.value(name, "(none)") != after.value(name, "(none)") && !names.contains(name))
-            names << name;
-    }
-    return names;
-}
 
 // The file each save of saveOnce writes.
 const std::pair<const char *, const char *> kSaves[] = {
@@ -317,7 +294,7 @@ TEST_F(SaveTest, AFolderThatCannotBeWrittenSaysWhyAndKeepsTheOldFile)
     const QString folder = disk.mounted() ? temp.filePath("disk") : dataPath();
     gDataPath.setDataPath(folder);
     writeOldFiles(folder);
-    const auto before = snapshot(folder);
+    const auto before = filesUnder(folder);
     const bool readOnly = disk.mounted() && disk.makeReadOnly();
     if (!readOnly)
         QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner);
@@ -335,7 +312,7 @@ TEST_F(SaveTest, AFolderThatCannotBeWrittenSaysWhyAndKeepsTheOldFile)
         << o.said.toStdString();
     EXPECT_TRUE(o.said.endsWith("The file in the data folder was left as it was, and your "
                                 "changes are still on the screen."));
-    EXPECT_EQ(changed(before, snapshot(folder)), QStringList());
+    EXPECT_EQ(filesUnder(folder), before);
 }
 
 TEST_F(SaveTest, AFullDiskOrAWriteCutOffKeepsEveryOldFileAndLeavesNoTemporaryFile)
@@ -346,7 +323,7 @@ TEST_F(SaveTest, AFullDiskOrAWriteCutOffKeepsEveryOldFileAndLeavesNoTemporaryFil
     writeOldFiles(folder);
     if (disk.mounted())
         disk.fill();
-    const auto before = snapshot(folder);
+    const auto before = filesUnder(folder);
     for (const auto &[what, name] : kSaves) {
         // Without a tiny disk a limit of 0 bytes stands in: nothing new fits.
         const Outcome o = disk.mounted() ? saveHere(what) : saveWithSizeLimit(what, folder, 0);
@@ -354,25 +331,25 @@ TEST_F(SaveTest, AFullDiskOrAWriteCutOffKeepsEveryOldFileAndLeavesNoTemporaryFil
         EXPECT_TRUE(o.said.contains(name)) << o.said.toStdString();
         EXPECT_TRUE(o.said.contains(disk.mounted() ? "Disk full:" : "File too large:"))
             << o.said.toStdString();
-        EXPECT_EQ(changed(before, snapshot(folder)), QStringList()) << what;
+        EXPECT_EQ(filesUnder(folder), before) << what;
     }
     EXPECT_TRUE(QFile::exists(folder + "/HKSET07.SDF")) << "a set whose links stay is not removed";
     if (disk.mounted()) {
         QFile::remove(folder + "/filler");
         EXPECT_TRUE(saveHere("set").saved) << "with room again the same save goes through";
-        EXPECT_EQ(snapshot(folder).keys(),
+        EXPECT_EQ(filesUnder(folder).keys(),
                   QStringList({"COUPON.BDF", "HKSET07.SDF", "HKSET08.SDF", "SPECIAL.BDF"}));
-        EXPECT_EQ(snapshot(folder)["HKSET07.SDF"], versionBytes(1));
+        EXPECT_EQ(filesUnder(folder)["HKSET07.SDF"], versionBytes(1));
     }
 
     // A write that fails halfway: 40 bytes are within the first lines of every new file.
-    const auto now = snapshot(folder);
+    const auto now = filesUnder(folder);
     for (const auto &[what, name] : kSaves) {
         const Outcome o = saveWithSizeLimit(what, folder, 40);
         EXPECT_FALSE(o.saved) << what;
         EXPECT_TRUE(o.said.contains(name)) << o.said.toStdString();
         EXPECT_TRUE(o.said.contains("File too large:")) << o.said.toStdString();
-        EXPECT_EQ(changed(now, snapshot(folder)), QStringList()) << what;
+        EXPECT_EQ(filesUnder(folder), now) << what;
     }
 }
 

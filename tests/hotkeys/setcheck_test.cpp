@@ -4,7 +4,6 @@
 #include "support/HkTest.h"
 #include "support/SetLines.h"
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
@@ -58,17 +57,6 @@ protected:
             return std::optional(known);
         });
     }
-    // Every file of the data folder with its bytes.
-    QMap<QString, QByteArray> folder() const
-    {
-        QMap<QString, QByteArray> files;
-        for (QDirIterator it(dataPath(), QDir::Files, QDirIterator::Subdirectories);
-             it.hasNext();) {
-            QFile f(it.next());
-            files[f.fileName()] = f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("?");
-        }
-        return files;
-    }
     void picture(const QString &name, QSize size)
     {
         QImage image(size, QImage::Format_RGB32);
@@ -97,7 +85,7 @@ TEST_F(SetCheckTest, FindsEachPlantedFaultAndNothingElse)
              keyLine(1, "Back", "", "No", "1") + keyLine(2, "Cake", "CAKE-1", "Yes", "") +
                  keyLine(3, "Mystery", "X-1", "", "") + blankKeys(4));
     writeSet(3, "Hidden", blankKeys(), "[GROUP]1[CAPTION][COLOR]RED\r\n");
-    const QMap<QString, QByteArray> before = folder();
+    const auto before = testing_support::filesUnder(dataPath());
 
     const Result r = check();
 
@@ -124,7 +112,7 @@ TEST_F(SetCheckTest, FindsEachPlantedFaultAndNothingElse)
     EXPECT_EQ(r.findings.first().title, "Main");
     // One question per item, whatever form the keys give it in.
     EXPECT_EQ(asked.size(), 4) << asked.join(", ").toStdString();
-    EXPECT_EQ(folder(), before);
+    EXPECT_EQ(testing_support::filesUnder(dataPath()), before);
 }
 
 TEST_F(SetCheckTest, AnInventoryThatCannotBeReadIsToldOnceAndNoItemIsBlamed)
@@ -152,7 +140,7 @@ TEST_F(SetCheckTest, HandEditedFilesAreReportedAsWhatTheyAre)
     writeDataFile("HKSET05.SDF",
                   "[BUTTON]1[CAPTION]Early[ITEM][ICON][IDSELECT][LINKSET]1[ROOT]\r\n");
     writeDataFile("HKSET01-old.SDF", "[SET]Copy\r\n");
-    const QMap<QString, QByteArray> before = folder();
+    const auto before = testing_support::filesUnder(dataPath());
 
     const Result r = check();
 
@@ -175,7 +163,7 @@ TEST_F(SetCheckTest, HandEditedFilesAreReportedAsWhatTheyAre)
                    "HKSET01-old.SDF: is not named as a set (HKSET, a number of two digits or "
                    "more, .SDF), so no key can open it: rename or remove HKSET01-old.SDF"}))
         << said.join("\n").toStdString();
-    EXPECT_EQ(folder(), before);
+    EXPECT_EQ(testing_support::filesUnder(dataPath()), before);
 }
 
 TEST_F(SetCheckTest, AFileThatVanishesDuringTheCheckIsToldAndTheRestIsChecked)

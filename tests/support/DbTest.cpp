@@ -112,6 +112,13 @@ void registerTestDataFolder()
 
 void DbTest::SetUp()
 {
+    makeDatabase();
+    if (!IsSkipped() && !HasFatalFailure())
+        seed();
+}
+
+void DbTest::makeDatabase()
+{
     HkTest::SetUp();
     registerTestDataFolder();
     if (const auto *each = dynamic_cast<const OnEachEngine *>(this))

@@ -52,8 +52,11 @@ public:
     static QString serverDatabase();
 
 protected:
+    // Makes the database, then runs seed() unless the test skips or failed already.
     void SetUp() override;
     void TearDown() override;
+    // The fixture's own set-up once the database is there: its tables and rows.
+    virtual void seed() {}
     // Connects as the start-up does; the log lines go to the test's program folder.
     bool connect();
     void setItem(const QString &description, const QString &sl, const QString &itemId = QString(),
@@ -75,6 +78,9 @@ protected:
     // which it may stop and start, rather than on the test run's.
     bool m_ownServer = false;
     std::unique_ptr<PgCluster> m_server;
+
+private:
+    void makeDatabase();
 };
 
 } // namespace testing_support

@@ -1,6 +1,7 @@
 #include "support/HkTest.h"
 #include "settings/clsDataPath.h"
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QSettings>
 
@@ -45,6 +46,19 @@ void HkTest::TearDown()
     for (const Box &b : dialogs.take())
         ADD_FAILURE() << "box not checked by the test: " << b.title.toStdString() << " / "
                       << b.text.toStdString();
+}
+
+QMap<QString, QByteArray> filesUnder(const QString &folder)
+{
+    QMap<QString, QByteArray> files;
+    for (QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+         it.hasNext();) {
+        QFile f(it.next());
+        if (!f.fileName().endsWith(".db"))
+            files[QDir(folder).relativeFilePath(f.fileName())] =
+                f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("(unreadable)");
+    }
+    return files;
 }
 
 QString HkTest::versionsRoot() const

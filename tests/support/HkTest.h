@@ -1,10 +1,15 @@
 #pragma once
 #include "support/Doubles.h"
+#include <QMap>
 #include <QTemporaryDir>
 #include <functional>
 #include <gtest/gtest.h>
 
 namespace testing_support {
+
+// Every file under `folder` (hidden ones and those of subfolders too) by its relative
+// path, with its bytes; the database's files (*.db), which any read may touch, left out.
+QMap<QString, QByteArray> filesUnder(const QString &folder);
 
 // A fresh data folder, settings location and set of platform doubles per test.
 // A box the test did not take with boxes() fails it at the end.
