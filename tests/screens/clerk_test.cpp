@@ -260,11 +260,8 @@ namespace {
 
 class KeyPickTest : public StoreDbTest {
 protected:
-    void SetUp() override
+    void seed() override
     {
-        StoreDbTest::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
         openStore();
         addItem("00012345", "COF-1", "COFFEE SMALL");
         addItem("00020010", "CAKE-1", "CHOCOLATE CAKE");

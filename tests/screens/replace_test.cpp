@@ -24,11 +24,8 @@ constexpr int kSets = 50;
 // 50 sets that sell the small coffee by its S/L, every second one also by its Item ID.
 class ReplaceTest : public StoreDbTest {
 protected:
-    void SetUp() override
+    void seed() override
     {
-        StoreDbTest::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
         openStore();
         addItem("00012345", "COF-1", "COFFEE SMALL");
         addItem("00020010", "COLA-1", "COLA 330ML");

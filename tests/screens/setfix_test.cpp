@@ -24,11 +24,8 @@ namespace {
 // Set 01 holds one fault of each mendable kind in column 1; set 02 one more dead link.
 class SetFixTest : public StoreDbTest {
 protected:
-    void SetUp() override
+    void seed() override
     {
-        StoreDbTest::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return;
         openStore();
         addItem("00012345", "COF-1", "COFFEE SMALL");
         QDir(dataPath()).mkpath("pictures/HotKeys");

@@ -15,11 +15,8 @@ namespace {
 
 class TrialTest : public StoreDbTest {
 protected:
-    void SetUp() override
+    void seed() override
     {
-        StoreDbTest::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return; // no cluster to run on
         openStore();
         addItem("00012345", "COF-1", "COFFEE SMALL");
         addItem("00020010", "CAKE-1", "CHOCOLATE CAKE");

@@ -20,9 +20,8 @@ namespace {
 
 class StartupTest : public StoreDbTest {
 protected:
-    void SetUp() override
+    void seed() override
     {
-        StoreDbTest::SetUp();
         testing_support::newInstanceKey();
         gIni = clsINI_Services();
         giInventorySearch = giNameSearch = 0;
