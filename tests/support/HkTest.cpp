@@ -6,21 +6,6 @@
 
 namespace testing_support {
 
-namespace {
-
-QList<HkTest::Extension> &extensions()
-{
-    static QList<HkTest::Extension> list;
-    return list;
-}
-
-} // namespace
-
-void HkTest::extend(Extension extension)
-{
-    extensions() << extension;
-}
-
 void HkTest::SetUp()
 {
     ASSERT_TRUE(temp.isValid());
@@ -30,14 +15,14 @@ void HkTest::SetUp()
     gDataPath.setDataPath(dataPath());
     platform::DialogPort::install(&dialogs);
     platform::ShellPort::install(&shell);
-    for (const Extension &e : extensions())
+    for (const Extension &e : s_extensions)
         if (e.setUp)
             e.setUp(*this);
 }
 
 void HkTest::TearDown()
 {
-    for (const Extension &e : extensions())
+    for (const Extension &e : s_extensions)
         if (e.tearDown)
             e.tearDown();
     platform::DialogPort::install(nullptr);
@@ -45,16 +30,6 @@ void HkTest::TearDown()
     for (const Box &b : dialogs.take())
         ADD_FAILURE() << "box not checked by the test: " << b.title.toStdString() << " / "
                       << b.text.toStdString();
-}
-
-QString HkTest::versionsRoot() const
-{
-    return temp.filePath("versions");
-}
-
-QString HkTest::dataPath() const
-{
-    return temp.filePath("data");
 }
 
 void HkTest::writeDataFile(const QString &name, const QByteArray &bytes) const
