@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 #include <functional>
+#include <gtest/gtest.h>
+#include <utility>
 
 class QDialog;
 
@@ -36,21 +38,49 @@ public:
         m_answers.enqueue([f] { return QString::number(f()); });
     }
     // The boxes shown since the last call.
-    QList<Box> take();
-    bool idle() const { return m_boxes.isEmpty() && m_answers.isEmpty(); }
+    QList<Box> take() { return std::exchange(m_boxes, {}); }
 
-    int msgBox(const QString &text, int style, const QString &title) override;
-    QString inputBox(const QString &prompt, const QString &title,
-                     const QString &defaultText) override;
+    int msgBox(const QString &text, int style, const QString &title) override
+    {
+        // A box with only OK needs no script; the test reads it from take().
+        const bool question = (style & 7) != platform::vbOKOnly;
+        const int fallback = question ? platform::vbCancel : platform::vbOK;
+        return next({"msg", style, title, text}, question, QString::number(fallback)).toInt();
+    }
+    QString inputBox(const QString &prompt, const QString &title, const QString &) override
+    {
+        return next({"input", 0, title, prompt});
+    }
     QString openFileName(const QString &title, const QString &folder,
-                         const QString &filter) override;
+                         const QString &filter) override
+    {
+        return openFileNameFilter(title, folder, filter, 0);
+    }
     QString openFileNameFilter(const QString &title, const QString &folder, const QString &filter,
-                               int selectedFilter) override;
-    QString saveFileName(const QString &title, const QString &path, const QString &filter) override;
-    QString folderName(const QString &title, const QString &start) override;
+                               int selectedFilter) override
+    {
+        return next({"open", 0, title, folder + '|' + filter, selectedFilter});
+    }
+    QString saveFileName(const QString &title, const QString &path, const QString &filter) override
+    {
+        return next({"save", 0, title, path + '|' + filter});
+    }
+    QString folderName(const QString &title, const QString &start) override
+    {
+        return next({"folder", 0, title, start});
+    }
 
 private:
-    QString next(const Box &box, bool needed, const QString &fallback);
+    QString next(const Box &box, bool needed = true, const QString &fallback = {})
+    {
+        m_boxes << box;
+        if (!m_answers.isEmpty())
+            return m_answers.dequeue()();
+        if (needed)
+            ADD_FAILURE() << "unexpected " << box.kind.toStdString()
+                          << " box: " << box.title.toStdString() << " / " << box.text.toStdString();
+        return fallback;
+    }
 
     QList<Box> m_boxes;
     QQueue<std::function<QString()>> m_answers;
@@ -58,7 +88,7 @@ private:
 
 // The modal forms a test drives: the driver registered for a form's class acts
 // on the form and closes it before the show returns. The screens' support shows
-// the forms through it (ModalDouble).
+// the forms through it.
 class ScriptedModal {
 public:
     using Driver = std::function<void(QDialog &)>;
@@ -70,7 +100,14 @@ public:
               [act](QDialog &d) { act(static_cast<Form &>(d)); });
     }
     // Records the form as shown and hands out its next driver; none fails the test.
-    Driver next(const QString &className);
+    Driver next(const QString &className)
+    {
+        shown << className;
+        QList<Driver> &queue = m_drivers[className];
+        if (queue.isEmpty())
+            ADD_FAILURE() << "no driver for the modal form " << className.toStdString();
+        return queue.isEmpty() ? Driver() : queue.takeFirst();
+    }
     QStringList shown;
 
 private:
@@ -94,13 +131,21 @@ inline int exitCode(const std::function<void()> &f)
 
 class RecordingShell : public platform::Shell {
 public:
-    bool openUrl(const QString &url) override;
+    bool openUrl(const QString &url) override
+    {
+        urls << url;
+        return true;
+    }
     QStringList printerNames() override { return printers; }
     QString defaultPrinterName() override { return printers.value(0); }
     QList<platform::ProcessEntry> processes() override { return processList; }
     QList<platform::WindowEntry> windows() override { return windowList; }
-    bool pingWindow(quintptr window, int timeoutMs) override;
-    void setTopMost(QWidget *window, bool onTop) override;
+    bool pingWindow(quintptr window, int) override
+    {
+        pinged << window;
+        return pingAnswers-- > 0;
+    }
+    void setTopMost(QWidget *, bool onTop) override { topMost << onTop; }
     QString computerName() override { return "TESTPC"; }
     // Throws, so that nothing runs after the end in a test either.
     [[noreturn]] void exitProcess(int code) override { throw ProcessExit{code}; }

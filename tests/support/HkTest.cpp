@@ -7,21 +7,6 @@
 
 namespace testing_support {
 
-namespace {
-
-QList<HkTest::Extension> &extensions()
-{
-    static QList<HkTest::Extension> list;
-    return list;
-}
-
-} // namespace
-
-void HkTest::extend(Extension extension)
-{
-    extensions() << extension;
-}
-
 void HkTest::SetUp()
 {
     ASSERT_TRUE(temp.isValid());
@@ -31,14 +16,14 @@ void HkTest::SetUp()
     gDataPath.setDataPath(dataPath());
     platform::DialogPort::install(&dialogs);
     platform::ShellPort::install(&shell);
-    for (const Extension &e : extensions())
+    for (const Extension &e : s_extensions)
         if (e.setUp)
             e.setUp(*this);
 }
 
 void HkTest::TearDown()
 {
-    for (const Extension &e : extensions())
+    for (const Extension &e : s_extensions)
         if (e.tearDown)
             e.tearDown();
     platform::DialogPort::install(nullptr);
@@ -59,16 +44,6 @@ QMap<QString, QByteArray> filesUnder(const QString &folder)
                 f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("(unreadable)");
     }
     return files;
-}
-
-QString HkTest::versionsRoot() const
-{
-    return temp.filePath("versions");
-}
-
-QString HkTest::dataPath() const
-{
-    return temp.filePath("data");
 }
 
 void HkTest::writeDataFile(const QString &name, const QByteArray &bytes) const

@@ -21,11 +21,11 @@ public:
         std::function<void(HkTest &)> setUp;
         std::function<void()> tearDown;
     };
-    static void extend(Extension extension);
+    static void extend(Extension extension) { s_extensions << extension; }
 
-    QString dataPath() const;
+    QString dataPath() const { return temp.filePath("data"); }
     // Where the versions of the test's data folder go, never the user's own.
-    QString versionsRoot() const;
+    QString versionsRoot() const { return temp.filePath("versions"); }
     ScriptedModal modal;
 
 protected:
@@ -46,6 +46,9 @@ protected:
     QTemporaryDir temp;
     ScriptedDialogs dialogs;
     RecordingShell shell;
+
+private:
+    static inline QList<Extension> s_extensions;
 };
 
 } // namespace testing_support

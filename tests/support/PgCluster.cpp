@@ -5,10 +5,8 @@
 #include <QFileInfo>
 #include <QHostAddress>
 #include <QProcess>
-#include <QSqlDatabase>
 #include <QTcpServer>
 #include <QTemporaryDir>
-#include <QUuid>
 #include <memory>
 #include <unistd.h>
 
@@ -24,15 +22,14 @@ bool asRoot()
 }
 
 // Runs a server program, as the "postgres" user when we are root.
-bool runServerProgram(const QString &program, const QStringList &arguments, QString *error,
-                      int timeoutMs = 60000)
+bool runServerProgram(const QString &program, const QStringList &arguments, QString *error)
 {
     QProcess p;
     if (asRoot())
         p.start("runuser", QStringList{"-u", "postgres", "--", kBin + program} + arguments);
     else
         p.start(kBin + program, arguments);
-    if (p.waitForFinished(timeoutMs) && p.exitStatus() == QProcess::NormalExit && p.exitCode() == 0)
+    if (p.waitForFinished(60000) && p.exitStatus() == QProcess::NormalExit && p.exitCode() == 0)
         return true;
     if (error)
         *error = program + " failed: " + p.errorString() + ' ' +
@@ -40,16 +37,17 @@ bool runServerProgram(const QString &program, const QStringList &arguments, QStr
     return false;
 }
 
-int freeLoopbackPort()
-{
-    QTcpServer probe;
-    return probe.listen(QHostAddress::LocalHost, 0) ? probe.serverPort() : 0;
-}
-
 bool writeFile(const QString &path, const QByteArray &bytes)
 {
     QFile f(path);
     return f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(bytes) == bytes.size();
+}
+
+bool fail(QString *error, const QString &text)
+{
+    if (error)
+        *error = text;
+    return false;
 }
 
 } // namespace
@@ -63,28 +61,24 @@ bool PgCluster::pgCtl(const QStringList &arguments, QString *error) const
 bool PgCluster::start(const QString &folder, QString *error)
 {
     m_folder = QDir(folder).absolutePath();
-    if (!QDir().mkpath(m_folder) || !writeFile(m_folder + "/pwfile", (kPassword + '\n').toUtf8())) {
-        if (error)
-            *error = "cannot write the cluster's folder " + m_folder;
-        return false;
-    }
+    if (!QDir().mkpath(m_folder) || !writeFile(m_folder + "/pwfile", (kPassword + '\n').toUtf8()))
+        return fail(error, "cannot write the cluster's folder " + m_folder);
     // The server's user must reach the folder through a private parent, as a
     // temporary folder is.
     const QString parent = QFileInfo(m_folder).absolutePath();
     if (asRoot())
         QFile::setPermissions(parent, QFile::permissions(parent) | QFile::ExeOther);
-    if (asRoot() && QProcess::execute("chown", {"-R", "postgres", m_folder}) != 0) {
-        if (error)
-            *error = "cannot give " + m_folder + " to the postgres user";
-        return false;
-    }
+    if (asRoot() && QProcess::execute("chown", {"-R", "postgres", m_folder}) != 0)
+        return fail(error, "cannot give " + m_folder + " to the postgres user");
     if (!runServerProgram("initdb",
                           {"-D", m_folder + "/data", "-U", kUser,
                            "--pwfile=" + m_folder + "/pwfile", "--auth-local=trust",
                            "--auth-host=scram-sha-256", "--locale=C.UTF-8", "-E", "UTF8", "-N"},
                           error))
         return false;
-    m_port = freeLoopbackPort();
+    QTcpServer probe; // a free loopback port
+    m_port = probe.listen(QHostAddress::LocalHost, 0) ? probe.serverPort() : 0;
+    probe.close();
     if (!restart(error))
         return false;
     writeFile(m_folder + "/port", QByteArray::number(m_port));
@@ -114,20 +108,7 @@ bool PgCluster::attach(const QString &folder)
         return false;
     m_folder = folder;
     m_port = f.readAll().trimmed().toInt();
-    const QString name = "pgprobe-" + QUuid::createUuid().toString(QUuid::Id128);
-    bool up = false;
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase("QPSQL", name);
-        db.setHostName("127.0.0.1");
-        db.setPort(m_port);
-        db.setUserName(kUser);
-        db.setPassword(kPassword);
-        db.setDatabaseName("postgres");
-        db.setConnectOptions("connect_timeout=5");
-        up = db.open();
-    }
-    QSqlDatabase::removeDatabase(name);
-    return up;
+    return pgCtl({"status"}, nullptr);
 }
 
 namespace {
@@ -137,47 +118,40 @@ struct Shared {
     std::unique_ptr<PgCluster> cluster;
     QString error;
     bool tried = false;
-};
-
-Shared &shared()
-{
-    static Shared s;
-    return s;
-}
+} shared;
 
 } // namespace
 
 PgCluster *sharedPgCluster(QString *error)
 {
-    Shared &s = shared();
-    if (!s.tried) {
-        s.tried = true;
+    if (!shared.tried) {
+        shared.tried = true;
         auto cluster = std::make_unique<PgCluster>();
         QString given = qEnvironmentVariable("HK_PG_CLUSTER");
         if (given.isEmpty())
             given = QCoreApplication::applicationDirPath() + "/pg-cluster";
-        if (cluster->attach(given)) {
-            s.cluster = std::move(cluster);
-        } else {
-            s.own = std::make_unique<QTemporaryDir>(QDir::temp().filePath("hk-pg-XXXXXX"));
-            if (s.own->isValid() && cluster->start(s.own->filePath("cluster"), &s.error))
-                s.cluster = std::move(cluster);
-            else if (s.error.isEmpty())
-                s.error = "cannot make a temporary folder";
+        bool ready = cluster->attach(given);
+        if (!ready) {
+            shared.own = std::make_unique<QTemporaryDir>(QDir::temp().filePath("hk-pg-XXXXXX"));
+            ready = shared.own->isValid() &&
+                    cluster->start(shared.own->filePath("cluster"), &shared.error);
+            if (!ready && shared.error.isEmpty())
+                shared.error = "cannot make a temporary folder";
         }
+        if (ready)
+            shared.cluster = std::move(cluster);
     }
-    if (!s.cluster && error)
-        *error = s.error;
-    return s.cluster.get();
+    if (!shared.cluster && error)
+        *error = shared.error;
+    return shared.cluster.get();
 }
 
 void stopOwnPgCluster()
 {
-    Shared &s = shared();
-    if (s.own && s.cluster)
-        s.cluster->stop();
-    s.cluster.reset();
-    s.own.reset();
+    if (shared.own && shared.cluster)
+        shared.cluster->stop();
+    shared.cluster.reset();
+    shared.own.reset();
 }
 
 } // namespace testing_support

@@ -45,26 +45,18 @@ QString pdfInfo(const QString &path, const QString &field)
     return re.match(runTool("pdfinfo", {path})).captured(1).trimmed();
 }
 
-namespace {
-
-bool schedulerRunning()
-{
-    return runTool("lpstat", {"-r"}).contains("scheduler is running");
-}
-
-} // namespace
-
 QString ensurePdfQueue()
 {
     const QString ppd = "/usr/share/ppd/cups-pdf/CUPS-PDF_opt.ppd";
     if (!QFile::exists("/usr/sbin/cupsd") || !QFile::exists(ppd))
         return "CUPS and its PDF printer are not installed (apt-get install cups "
                "printer-driver-cups-pdf)";
-    if (!schedulerRunning()) {
+    const auto running = [] { return runTool("lpstat", {"-r"}).contains("scheduler is running"); };
+    if (!running()) {
         QProcess::execute("/usr/sbin/cupsd", {});
         QDeadlineTimer deadline(15000);
-        while (!schedulerRunning() && !deadline.hasExpired()) QThread::msleep(200);
-        if (!schedulerRunning())
+        while (!running() && !deadline.hasExpired()) QThread::msleep(200);
+        if (!running())
             return "the CUPS scheduler could not be started (run /usr/sbin/cupsd as root)";
     }
     if (runTool("lpstat", {"-p", "PDF"}).isEmpty()) {

@@ -10,13 +10,10 @@ namespace testing_support {
 // Runs the start as the program does; the exit code of the process it would end.
 inline int runMain()
 {
-    try {
-        Main();
-    } catch (const ProcessExit &e) {
-        return e.code;
-    }
-    ADD_FAILURE() << "Main returned instead of ending the process";
-    return -1;
+    const int code = exitCode(Main);
+    if (code == -1)
+        ADD_FAILURE() << "Main returned instead of ending the process";
+    return code;
 }
 
 // A start as a new process: no other instance holds the key.

@@ -1,36 +1,44 @@
 #include "support/ScreenDoubles.h"
+#include "platform/ui/Modal.h"
 #include "support/HkTest.h"
 #include <QDialog>
 #include <QTest>
-#include <memory>
 
 namespace testing_support {
 
-int ModalDouble::show(QDialog &form)
-{
-    const ScriptedModal::Driver driver =
-        m_script.next(QString::fromLatin1(form.metaObject()->className()));
-    if (!driver) {
-        form.reject();
-        return QDialog::Rejected;
+namespace {
+
+// Shows the modal forms of the test under way through its ScriptedModal.
+class ModalDouble : public platform::ModalShower {
+public:
+    int show(QDialog &form) override
+    {
+        const ScriptedModal::Driver driver = script->next(form.metaObject()->className());
+        if (!driver) {
+            form.reject();
+            return QDialog::Rejected;
+        }
+        form.setResult(QDialog::Rejected);
+        form.show();
+        driver(form);
+        form.hide();
+        return form.result();
     }
-    form.setResult(QDialog::Rejected);
-    form.show();
-    driver(form);
-    form.hide();
-    return form.result();
-}
+    ScriptedModal *script = nullptr;
+};
+
+} // namespace
 
 void showModalFormsPerTest()
 {
-    static std::unique_ptr<ModalDouble> current;
+    static ModalDouble shower;
     HkTest::extend({[](HkTest &test) {
-                        current = std::make_unique<ModalDouble>(test.modal);
-                        platform::ModalPort::install(current.get());
+                        shower.script = &test.modal;
+                        platform::ModalPort::install(&shower);
                     },
                     [] {
                         platform::ModalPort::install(nullptr);
-                        current.reset();
+                        shower.script = nullptr;
                     }});
 }
 

@@ -1,6 +1,4 @@
 #pragma once
-#include "platform/ui/Modal.h"
-#include "support/Doubles.h"
 #include <QColor>
 
 class QWidget;
@@ -8,17 +6,7 @@ class QPoint;
 
 namespace testing_support {
 
-// Shows the modal forms of a test through its ScriptedModal.
-class ModalDouble : public platform::ModalShower {
-public:
-    explicit ModalDouble(ScriptedModal &script) : m_script(script) {}
-    int show(QDialog &form) override;
-
-private:
-    ScriptedModal &m_script;
-};
-
-// Every test of the program shows its modal forms through its own ModalDouble.
+// Every test of the program shows its modal forms through its own ScriptedModal.
 void showModalFormsPerTest();
 
 // A double click as the platform delivers it: a click, then the double click.

@@ -45,50 +45,27 @@ threading.Event().wait()
 
 // Reads and removes what the maildir holds, as JSON.
 const char *const kReader = R"(
-import base64, email, json, os, sys
+import base64, email, json, mailbox, sys
 from email import policy
-found = []
-for sub in ('new', 'cur'):
-    folder = os.path.join(sys.argv[1], sub)
-    for name in sorted(os.listdir(folder)) if os.path.isdir(folder) else []:
-        path = os.path.join(folder, name)
-        with open(path, 'rb') as f:
-            raw = f.read()
-        os.remove(path)
-        m = email.message_from_bytes(raw, policy=policy.default)
-        body, files = None, []
-        for part in m.walk():
-            if part.is_multipart():
-                continue
-            if body is None and part.get_filename() is None and part.get_content_type() == 'text/plain':
-                body = part.get_content()
-            else:
-                files.append({'filename': part.get_filename() or '', 'type': part.get_content_type(),
-                              'data': base64.b64encode(part.get_payload(decode=True) or b'').decode()})
-        found.append({'mailfrom': m.get('X-MailFrom', ''),
-                      'rcpttos': [a.strip() for a in m.get('X-RcptTo', '').split(',') if a.strip()],
-                      'headers': [[k, str(v)] for k, v in m.items()],
-                      'body': body or '', 'attachments': files})
+box, found = mailbox.Maildir(sys.argv[1]), []
+for key in sorted(box.keys()):
+    m = email.message_from_bytes(box.get_bytes(key), policy=policy.default)
+    box.remove(key)
+    body, files = None, []
+    for part in m.walk():
+        if part.is_multipart():
+            continue
+        if body is None and part.get_filename() is None and part.get_content_type() == 'text/plain':
+            body = part.get_content()
+        else:
+            files.append({'filename': part.get_filename() or '', 'type': part.get_content_type(),
+                          'data': base64.b64encode(part.get_payload(decode=True) or b'').decode()})
+    found.append({'mailfrom': m.get('X-MailFrom', ''),
+                  'rcpttos': [a.strip() for a in m.get('X-RcptTo', '').split(',') if a.strip()],
+                  'headers': [[k, str(v)] for k, v in m.items()],
+                  'body': body or '', 'attachments': files})
 print(json.dumps(found))
 )";
-
-bool run(const QString &program, const QStringList &arguments, QByteArray *out = nullptr)
-{
-    QProcess p;
-    p.start(program, arguments);
-    if (!p.waitForFinished(30000) || p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0)
-        return false;
-    if (out)
-        *out = p.readAllStandardOutput();
-    return true;
-}
-
-bool listening(int port)
-{
-    QTcpSocket socket;
-    socket.connectToHost("127.0.0.1", static_cast<quint16>(port));
-    return socket.waitForConnected(200);
-}
 
 } // namespace
 
@@ -112,17 +89,13 @@ SmtpPeer::~SmtpPeer()
     m_server.waitForFinished(5000);
 }
 
-QString SmtpPeer::certificate() const
-{
-    return m_dir.filePath("cert.pem");
-}
-
 bool SmtpPeer::makeCertificate()
 {
-    if (run("openssl",
-            {"req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes",
-             "-days", "2", "-subj", "/CN=127.0.0.1", "-addext", "subjectAltName=IP:127.0.0.1",
-             "-keyout", m_dir.filePath("key.pem"), "-out", certificate()}))
+    if (QProcess::execute("openssl",
+                          {"req", "-x509", "-newkey", "ec", "-pkeyopt",
+                           "ec_paramgen_curve:prime256v1", "-nodes", "-days", "2", "-subj",
+                           "/CN=127.0.0.1", "-addext", "subjectAltName=IP:127.0.0.1", "-keyout",
+                           m_dir.filePath("key.pem"), "-out", certificate()}) == 0)
         return true;
     m_failure = "openssl could not make a certificate";
     return false;
@@ -134,7 +107,9 @@ bool SmtpPeer::start(const QStringList &arguments)
     m_server.start(kPython, arguments);
     QDeadlineTimer deadline(15000);
     while (!deadline.hasExpired() && m_server.state() != QProcess::NotRunning) {
-        if (listening(m_port))
+        QTcpSocket socket;
+        socket.connectToHost("127.0.0.1", static_cast<quint16>(m_port));
+        if (socket.waitForConnected(200))
             return m_ready = true;
         QThread::msleep(50);
     }
@@ -144,10 +119,13 @@ bool SmtpPeer::start(const QStringList &arguments)
 
 QList<QJsonObject> SmtpPeer::take()
 {
-    QByteArray json;
+    QProcess reader;
+    reader.start(kPython, {"-c", kReader, m_dir.filePath("mail")});
     QList<QJsonObject> messages;
-    if (!run(kPython, {"-c", kReader, m_dir.filePath("mail")}, &json))
+    if (!reader.waitForFinished(30000) || reader.exitStatus() != QProcess::NormalExit ||
+        reader.exitCode() != 0)
         return messages;
+    const QByteArray json = reader.readAllStandardOutput();
     for (const QJsonValue &v : QJsonDocument::fromJson(json).array()) messages << v.toObject();
     return messages;
 }

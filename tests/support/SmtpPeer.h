@@ -24,7 +24,7 @@ public:
     QString failure() const { return m_failure; }
     int port() const { return m_port; }
     // The certificate a client must trust to talk to the secure server.
-    QString certificate() const;
+    QString certificate() const { return m_dir.filePath("cert.pem"); }
 
     // Each message received since the last call, parsed by Python's email
     // package: "mailfrom", "rcpttos", "headers" [[name, decoded value]...],
