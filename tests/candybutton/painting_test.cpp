@@ -137,37 +137,26 @@ TEST_F(CandyPainting, GlowIsBrightAtTheCentreAndGlossNearWhiteAtTheTop)
     EXPECT_NE(image.pixel(60, 1), image.pixel(60, 2));
 }
 
-TEST_F(CandyPainting, StatesTakeTheirFaceColours)
+TEST_F(CandyPainting, StatesTakeTheirFacesAndOnlyThePressedStateMovesTheCaption)
 {
     button.setColorScheme(3);
+    button.setCaption("Sale");
     const quint32 faces[] = {0x800000, 0xF00000, 0x800000, 0xA00000, 0xF00000};
     for (int state = 0; state <= 4; ++state)
         EXPECT_EQ(paint(state).pixel(0, 0), rgbOf(faces[state])) << state;
+    const QRect atRest = darkBox(paint(0));
+    ASSERT_FALSE(atRest.isEmpty());
+    EXPECT_EQ(darkBox(paint(1)), atRest.translated(1, 1));
+    EXPECT_EQ(darkBox(paint(4)), atRest) << "checked paints down, the caption stays";
     button.setChecked(true);
-    EXPECT_EQ(paint(3).pixel(0, 0), rgbOf(0xF00000));
-}
+    EXPECT_EQ(paint(3).pixel(0, 0), rgbOf(0xF00000)) << "checked stays down under the pointer";
 
-TEST_F(CandyPainting, DisabledPaintsGreyWithAWhiteGlowInEveryState)
-{
-    button.setColorScheme(4);
+    button.setChecked(false);
     button.setEnabled(false);
     const QImage up = paint(0);
     EXPECT_EQ(up.pixel(0, 0), rgbOf(0xB0C0C0));
-    EXPECT_EQ(up.pixel(60, 30), qRgb(255, 255, 255));
+    EXPECT_EQ(up.pixel(60, 30), qRgb(255, 255, 255)) << "a white glow";
     for (int state : {2, 3, 4}) EXPECT_EQ(paint(state), up) << state;
-}
-
-TEST_F(CandyPainting, CheckedPaintsDownButOnlyThePressedStateMovesTheCaption)
-{
-    button.setCaption("Sale");
-    button.setColorButtonDown(0x0000F0);
-    const QRect atRest = darkBox(paint(0));
-    const QRect pressed = darkBox(paint(1));
-    const QImage checked = paint(4);
-    ASSERT_FALSE(atRest.isEmpty());
-    EXPECT_EQ(pressed, atRest.translated(1, 1));
-    EXPECT_EQ(darkBox(checked), atRest);
-    EXPECT_EQ(checked.pixel(0, 0), rgbOf(0x0000F0));
 }
 
 TEST_F(CandyPainting, CaptionHighLiteColoursTheCaptionUnderThePointerOnly)

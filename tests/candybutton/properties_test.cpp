@@ -7,7 +7,7 @@ namespace {
 
 using CandyProperties = testing_support::HkTest;
 
-QStringList marks(QSignalSpy &spy)
+QStringList takeMarks(QSignalSpy &spy)
 {
     QStringList names;
     for (const QList<QVariant> &args : spy) names << args.at(0).toString();
@@ -16,7 +16,7 @@ QStringList marks(QSignalSpy &spy)
 }
 
 // Up, hover, down and bright.
-QList<quint32> faces(const CandyButton &b)
+QList<quint32> faceColours(const CandyButton &b)
 {
     return {b.ColorButtonUp(), b.ColorButtonHover(), b.ColorButtonDown(), b.ColorBright()};
 }
@@ -28,7 +28,7 @@ TEST_F(CandyProperties, NewControlTakesTheDefaultsAndItsNameAsCaption)
     EXPECT_TRUE(b.Ready());
     EXPECT_EQ(b.Caption(), "cmdSave");
     EXPECT_TRUE(b.Enabled());
-    EXPECT_EQ(faces(b), QList<quint32>({0xE99950, 0xFFC090, 0xE99950, 0xFFEDB0}));
+    EXPECT_EQ(faceColours(b), QList<quint32>({0xE99950, 0xFFC090, 0xE99950, 0xFFEDB0}));
     EXPECT_EQ(QList<quint32>({b.CaptionHighLiteColor(), b.IconHighLiteColor(), b.ForeColor()}),
               QList<quint32>({0x00FF00, 0x00FF00, 0}));
     EXPECT_TRUE(b.WriteProperties().isEmpty()) << "defaults are not stored";
@@ -41,23 +41,23 @@ TEST_F(CandyProperties, SettersMarkTheirPropertyUnderItsBagName)
     QSignalSpy spy(&b, &CandyButton::PropertyChanged);
     b.setColorScheme(3);
     EXPECT_EQ(b.ColorScheme(), 3);
-    EXPECT_EQ(faces(b), QList<quint32>({0x800000, 0xA00000, 0xF00000, 0xFF0000}));
-    EXPECT_EQ(marks(spy), QStringList({"m_ColorButtonUp", "m_ColorButtonHover", "m_ColorButtonDown",
-                                       "m_ColorBright", "m_ColorScheme"}));
+    EXPECT_EQ(faceColours(b), QList<quint32>({0x800000, 0xA00000, 0xF00000, 0xFF0000}));
+    EXPECT_EQ(takeMarks(spy), QStringList({"m_ColorButtonUp", "m_ColorButtonHover",
+                                           "m_ColorButtonDown", "m_ColorBright", "m_ColorScheme"}));
     b.setColorButtonUp(0x123456);
     EXPECT_EQ(b.ColorScheme(), 0) << "a colour set by hand makes the scheme custom";
-    EXPECT_EQ(faces(b), QList<quint32>({0x123456, 0xA00000, 0xF00000, 0xFF0000}));
-    EXPECT_EQ(marks(spy), QStringList({"m_ColorScheme", "m_ColorButtonUp"}));
+    EXPECT_EQ(faceColours(b), QList<quint32>({0x123456, 0xA00000, 0xF00000, 0xFF0000}));
+    EXPECT_EQ(takeMarks(spy), QStringList({"m_ColorScheme", "m_ColorButtonUp"}));
     b.setColorScheme(7);
     EXPECT_EQ(b.ColorScheme(), 7) << "a number outside the table is kept";
     EXPECT_EQ(b.ColorButtonUp(), 0x123456u) << "and leaves the colours alone";
-    marks(spy);
+    takeMarks(spy);
 
     for (const auto &[set, kept] : {std::pair{150, 100}, {-150, -100}, {-7, -7}}) {
         b.setBorderBrightness(set);
         EXPECT_EQ(b.BorderBrightness(), kept) << set;
     }
-    EXPECT_EQ(marks(spy), QStringList(3, "m_BorderBrightness"));
+    EXPECT_EQ(takeMarks(spy), QStringList(3, "m_BorderBrightness"));
     b.setPictureAlignment(0);
     b.setStyle(0);
     EXPECT_TRUE(spy.isEmpty()) << "unchanged alignment and style mark nothing";
@@ -65,7 +65,7 @@ TEST_F(CandyProperties, SettersMarkTheirPropertyUnderItsBagName)
     b.setStyle(5);
     b.setCaption("Go");
     b.setChecked(true);
-    EXPECT_EQ(marks(spy), QStringList({"PictureAlignment", "Style", "Caption", "Checked"}));
+    EXPECT_EQ(takeMarks(spy), QStringList({"PictureAlignment", "Style", "Caption", "Checked"}));
 }
 
 TEST_F(CandyProperties, SchemeBeforeReadyStoresColoursAndDrawsNothing)
@@ -139,7 +139,7 @@ TEST_F(CandyProperties, SettingsFileKeepsTheLookAcrossProcesses)
     CandyButton b(nullptr, "cmdOk");
     b.ReadProperties(s);
     EXPECT_EQ(b.ColorScheme(), 2);
-    EXPECT_EQ(faces(b), QList<quint32>({0xD09060, 0xE06000, 0xA98050, 0xFFFAFA}));
+    EXPECT_EQ(faceColours(b), QList<quint32>({0xD09060, 0xE06000, 0xA98050, 0xFFFAFA}));
     EXPECT_EQ(b.BorderBrightness(), 25);
     EXPECT_TRUE(b.CaptionHighLite());
     EXPECT_FALSE(b.Checked());
@@ -151,7 +151,7 @@ TEST_F(CandyProperties, HandEditedBagsKeepTheirColoursAndHostileValuesFallBackOr
     CandyButton b;
     b.ReadProperties(QVariantMap{{"ColorButtonUp", 0x112233}, {"ColorBright", 0x445566}});
     EXPECT_EQ(b.ColorScheme(), 0);
-    EXPECT_EQ(faces(b), QList<quint32>({0x112233, 0xFFC090, 0xE99950, 0x445566}));
+    EXPECT_EQ(faceColours(b), QList<quint32>({0x112233, 0xFFC090, 0xE99950, 0x445566}));
 
     b.ReadProperties(QVariantMap{{"BorderBrightness", "900"},
                                  {"PictureAlignment", "-3"},

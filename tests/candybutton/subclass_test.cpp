@@ -54,7 +54,6 @@ private:
 };
 
 constexpr int userMsg = WM_APP + int(QEvent::User);
-const QString before = QString("before %1").arg(userMsg), after = QString("after %1").arg(userMsg);
 
 class Subclassing : public testing_support::HkTest {
 protected:
@@ -77,6 +76,8 @@ protected:
         return seen;
     }
 
+    const QString before = QString("before %1").arg(userMsg);
+    const QString after = QString("after %1").arg(userMsg);
     QStringList log;
     LoggingWindow window{log};
     Recorder recorder{log};

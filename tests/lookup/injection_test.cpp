@@ -1,16 +1,8 @@
 #include "database/DbEngine.h"
-#include "database/zelDBSM_Inventory.h"
 #include "database/zelDBSM_Upc.h"
-#include "hotkeys/hkeyGlobal.h"
-#include "lookup/GridSetUpBackOffice.h"
-#include "lookup/frm_Lookup.h"
-#include "lookup/sm_DataGrid.h"
-#include "platform/ui/MSFlexGrid.h"
+#include "lookup/LookupScreen.h"
 #include "screens/frmHotKey_Define.h"
-#include "support/StoreDb.h"
-#include <QCheckBox>
 #include <QFile>
-#include <QLineEdit>
 #include <QRegularExpression>
 #include <QSet>
 #include <QSqlDriver>
@@ -19,7 +11,7 @@
 #include <QSqlRecord>
 #include <sqlite3.h>
 
-using testing_support::StoreDbTest;
+using testing_support::LookupScreenFixture;
 
 namespace {
 
@@ -128,15 +120,13 @@ QString snapshot()
     return all;
 }
 
-class InjectionTest : public StoreDbTest {
+class InjectionTest : public LookupScreenFixture {
 protected:
     void SetUp() override
     {
-        StoreDbTest::SetUp();
+        LookupScreenFixture::SetUp();
         if (IsSkipped() || HasFatalFailure())
             return; // no cluster to run on
-        openStore();
-        addSampleItems();
         for (const auto &[sl, upc, uid] :
              {std::tuple{"00012345", "0123", 1}, {"00020010", "0456", 3}}) {
             gUpcRecord.clear();
@@ -146,8 +136,6 @@ protected:
             QString sql;
             ASSERT_TRUE(gfbDBSM_Record(2, opInsert, 0, false, false, sql));
         }
-        giInventorySearch = 0;
-        gLookup = InventoryLookup(); // each test opens the lookup as a new start does
     }
 
     // Types each value into the search box in every order, and searches each
@@ -155,8 +143,7 @@ protected:
     QSet<QString> searchAll(const QStringList &values)
     {
         QSet<QString> shapes;
-        modal.drive("frm_Lookup", [&](QDialog &d) {
-            auto &f = static_cast<frm_Lookup &>(d);
+        onLookup([&](frm_Lookup &f) {
             StatementTrace trace;
             for (int column :
                  {colDescription, colSubDesc, colSL, colItemID, colUPC, colDept, colVendor}) {
@@ -212,8 +199,7 @@ TEST_F(InjectionTest, TypedPatternCharactersAreLiteralInTheWildcardSearch)
     addItem("00040003", "BS-1", "PATH\\TO");
     auto matches = [this](const QString &value) {
         QStringList found;
-        modal.drive("frm_Lookup", [&](QDialog &d) {
-            auto &f = static_cast<frm_Lookup &>(d);
+        onLookup([&](frm_Lookup &f) {
             f.ckWildcard->setChecked(true);
             f.txtEditValue->setText(value);
             f.cmdSearch_Click();
@@ -255,8 +241,7 @@ TEST_F(InjectionTest, TheKeyDialogReadsBackEveryItemIdAsStored)
     const QString before = snapshot();
     giLinkOption = 1; // the key sells by Item ID
     for (int i = 0; i < ids.size(); ++i) {
-        modal.drive("frm_Lookup", [i](QDialog &d) {
-            auto &f = static_cast<frm_Lookup &>(d);
+        onLookup([i](frm_Lookup &f) {
             f.gfbSortColumn_select(colSL);
             f.txtEditValue->setText(
                 QString("9000%1.%2").arg(i / 10, 3, 10, QChar('0')).arg(i % 10));
