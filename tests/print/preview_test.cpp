@@ -59,6 +59,13 @@ protected:
         QTest::keyClick(f.cboZoom->lineEdit(), Qt::Key_Return);
     }
     QString file(const QString &name) const { return QDir(dataPath()).filePath(name); }
+    // The boxes shown since the last look, as "title: text".
+    QStringList told()
+    {
+        QStringList t;
+        for (const auto &b : boxes()) t << b.title + ": " + b.text;
+        return t;
+    }
 };
 
 // A disk that is full after a few kilobytes, for as long as it lives.
@@ -169,10 +176,7 @@ TEST_F(PreviewTest, FindMarksEachHitThenSaysNotFoundThenStartsOver)
 {
     preview(3, [this](frmSMPRNT_PREVIEW &f) {
         f.cmdFind_Click(0);
-        auto b = boxes();
-        ASSERT_EQ(b.size(), 1);
-        EXPECT_EQ(b[0].title, "Search for ???");
-        EXPECT_EQ(b[0].text, "Please enter value for which to search");
+        EXPECT_EQ(told(), QStringList({"Search for ???: Please enter value for which to search"}));
 
         f.txtFind->setText("apple");
         EXPECT_TRUE(f.cmdFind[1]->isEnabled());
@@ -187,10 +191,8 @@ TEST_F(PreviewTest, FindMarksEachHitThenSaysNotFoundThenStartsOver)
         EXPECT_EQ(f.lblPageOf->text(), "Page 3 of 3");
         EXPECT_TRUE(f.vsvPrinter->page(1).overlays.empty());
         key(f, Qt::Key_F3); // after the last hit
-        b = boxes();
-        ASSERT_EQ(b.size(), 1);
-        EXPECT_EQ(b[0].title, "Not Found");
-        EXPECT_EQ(b[0].text, "Cannot find the string 'apple'\rThe document has been searched.");
+        EXPECT_EQ(told(), QStringList({"Not Found: Cannot find the string 'apple'\rThe document "
+                                       "has been searched."}));
         key(f, Qt::Key_F3); // starts over
         EXPECT_EQ(f.vsvPrinter->PreviewPage(), 1);
         EXPECT_TRUE(boxes().isEmpty());
@@ -275,14 +277,11 @@ TEST_F(PreviewTest, PriceLevelWorkFileIsRenamedOrDropped)
     dialogs.answerText(file("prices.csv"));
     preview(1, [this](frmSMPRNT_PREVIEW &f) {
         f.cmdSave_Click();
-        const auto b = boxes();
-        ASSERT_EQ(b.size(), 4);
-        EXPECT_EQ(b[0].title, "Save Option");
-        EXPECT_EQ(b[0].text, "Save as csv file for import into Excel");
-        EXPECT_EQ(b[1].title, "Save as");
-        EXPECT_EQ(b[1].text, "Save file as:");
-        EXPECT_EQ(b[2].title, "File save error");
-        EXPECT_EQ(b[2].text, file("priceLevel.csv") + " already exists. Overwrite?");
+        EXPECT_EQ(
+            told().mid(0, 3),
+            QStringList(
+                {"Save Option: Save as csv file for import into Excel", "Save as: Save file as:",
+                 "File save error: " + file("priceLevel.csv") + " already exists. Overwrite?"}));
         EXPECT_EQ(readDataFile("prices.csv"), "a,b\r\n");
         EXPECT_EQ(readDataFile("priceLevel.csv"), "old");
         EXPECT_FALSE(QFile::exists(file("priceLevel.tmp")));
