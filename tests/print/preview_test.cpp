@@ -277,8 +277,10 @@ TEST_F(PreviewTest, PriceLevelWorkFileIsRenamedOrDropped)
     dialogs.answerText(file("prices.csv"));
     preview(1, [this](frmSMPRNT_PREVIEW &f) {
         f.cmdSave_Click();
+        const QStringList shown = told();
+        ASSERT_EQ(shown.size(), 4);
         EXPECT_EQ(
-            told().mid(0, 3),
+            shown.mid(0, 3),
             QStringList(
                 {"Save Option: Save as csv file for import into Excel", "Save as: Save file as:",
                  "File save error: " + file("priceLevel.csv") + " already exists. Overwrite?"}));
