@@ -1,21 +1,17 @@
 #include "candybutton/CandyButton.h"
 #include "support/HkTest.h"
 #include "support/ScreenDoubles.h"
-#include <QSignalSpy>
 #include <QTest>
 
 namespace {
 
 using testing_support::rgbOf;
 
-// A shown button on a panel, scheme 3: up 0x800000, hover 0xA00000, down 0xF00000.
-class CandyMouse : public testing_support::HkTest {
-protected:
-    void SetUp() override
+// A shown button at (50, 20) on a panel, scheme 3; its signals in one log.
+struct MousePanel {
+    MousePanel()
     {
-        HkTest::SetUp();
         panel.resize(300, 100);
-        button = new CandyButton(&panel, "cmdGo");
         button->setGeometry(50, 20, 120, 60);
         button->ReadProperties(QVariantMap{{"ColorScheme", 3},
                                            {"ColorButtonUp", 0x800000},
@@ -23,131 +19,103 @@ protected:
                                            {"ColorButtonDown", 0xF00000},
                                            {"ColorBright", 0xFF0000}});
         panel.show();
-        ASSERT_TRUE(QTest::qWaitForWindowExposed(&panel));
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&panel));
         QTest::mouseMove(&panel, QPoint(10, 10));
+        auto logged = [this](const char *name) {
+            return [this, name](int b, int s, int x, int y) {
+                log << QString("%1 %2 %3 %4 %5").arg(name).arg(b).arg(s).arg(x).arg(y);
+            };
+        };
+        QObject::connect(button, &CandyButton::MouseEnter, [this] { log << "enter"; });
+        QObject::connect(button, &CandyButton::MouseLeave, [this] { log << "leave"; });
+        QObject::connect(button, &CandyButton::Click, [this] { log << "click"; });
+        QObject::connect(button, &CandyButton::MouseMove, logged("move"));
+        QObject::connect(button, &CandyButton::MouseDown, logged("down"));
+        QObject::connect(button, &CandyButton::MouseUp, logged("up"));
     }
-    QRgb face() const { return button->surface().pixel(0, 0); }
 
     QWidget panel;
-    CandyButton *button = nullptr;
+    CandyButton *button = new CandyButton(&panel, "cmdGo");
+    QStringList log;
 };
 
-TEST_F(CandyMouse, HoverBeginsOnlyInsideTheEdgeAndEndsOnLeaving)
-{
-    QSignalSpy enter(button, &CandyButton::MouseEnter);
-    QSignalSpy leave(button, &CandyButton::MouseLeave);
-    QSignalSpy moves(button, &CandyButton::MouseMove);
-    QTest::mouseMove(button, QPoint(0, 30));
-    EXPECT_EQ(enter.count(), 0);
-    EXPECT_FALSE(button->MouseOver());
-    EXPECT_EQ(face(), rgbOf(0x800000));
-    QTest::mouseMove(button, QPoint(1, 30));
-    EXPECT_EQ(enter.count(), 1);
-    EXPECT_TRUE(button->MouseOver());
-    EXPECT_EQ(face(), rgbOf(0xA00000));
-    QTest::mouseMove(button, QPoint(60, 30));
-    EXPECT_EQ(enter.count(), 1);
-    EXPECT_EQ(moves.count(), 3);
-    EXPECT_EQ(moves.last(), QList<QVariant>({0, 0, 60, 30}));
+using CandyMouse = testing_support::HkTest;
 
-    QTest::mouseMove(&panel, QPoint(250, 50));
-    EXPECT_EQ(leave.count(), 1);
-    EXPECT_FALSE(button->MouseOver());
-    EXPECT_EQ(face(), rgbOf(0x800000));
-    // A second visit hovers again.
-    QTest::mouseMove(button, QPoint(30, 30));
-    EXPECT_EQ(enter.count(), 2);
+// Acts on the button, one per word: "move X", "press X", "shift X" (pressed with
+// Shift), "release X" at (X, 30), "out" onto the panel, "check", "uncheck",
+// "enter" and "enter-up". After each the face, "*" when hovered.
+TEST_F(CandyMouse, WalksOfThePointerAndTheKeysGiveTheirFacesAndSignals)
+{
+    const struct {
+        QString acts, faces, signalled;
+    } walks[] = {
+        // Hover begins inside the edge, ends on leaving, and comes again.
+        {"move 0, move 1, move 60, out, move 30", "up hover* hover* up hover*",
+         "move 0 0 0 30, move 0 0 1 30, enter, move 0 0 60 30, leave, move 0 0 30 30, enter"},
+        // The left button held gives no hover; released, the next move hovers.
+        {"move 0, press 0, move 20, move 40, release 40, move 41", "up down down down up hover*",
+         "move 0 0 0 30, down 1 0 0 30, move 1 0 20 30, move 1 0 40 30, up 1 0 40 30, click, "
+         "move 0 0 41 30, enter"},
+        {"move 30, shift 30, release 30, out", "hover* down* hover* up",
+         "move 0 0 30 30, enter, down 1 1 30 30, up 1 0 30 30, click, leave"},
+        // Dragging out with the button held drops the hover and the click.
+        {"move 30, press 30, move 140, release 140", "hover* down* up up",
+         "move 0 0 30 30, enter, down 1 0 30 30, move 1 0 140 30, up 1 0 140 30"},
+        {"check, move 30, out, uncheck", "down down* down up", "move 0 0 30 30, enter, leave"},
+        {"enter, enter-up", "down up", "down 1 0 0 0, up 1 0 0 0, click"},
+    };
+    const QMap<QString, quint32> colour{{"up", 0x800000}, {"hover", 0xA00000}, {"down", 0xF00000}};
+    for (const auto &w : walks) {
+        SCOPED_TRACE(w.acts.toStdString());
+        MousePanel p;
+        CandyButton *button = p.button;
+        QStringList faces;
+        for (const QString &act : w.acts.split(", ")) {
+            const QString name = act.section(' ', 0, 0);
+            const QPoint at(act.section(' ', 1).toInt(), 30);
+            if (name == "move")
+                QTest::mouseMove(button, at);
+            else if (name == "press" || name == "shift")
+                QTest::mousePress(button, Qt::LeftButton,
+                                  name == "shift" ? Qt::ShiftModifier : Qt::NoModifier, at);
+            else if (name == "release")
+                QTest::mouseRelease(button, Qt::LeftButton, Qt::NoModifier, at);
+            else if (name == "out")
+                QTest::mouseMove(&p.panel, QPoint(250, 50));
+            else if (name == "check" || name == "uncheck")
+                button->setChecked(name == "check");
+            else if (name == "enter")
+                button->setFocus(), QTest::keyPress(button, Qt::Key_Return);
+            else
+                QTest::keyRelease(button, Qt::Key_Return);
+            QString face = "?";
+            for (auto c = colour.begin(); c != colour.end(); ++c)
+                if (rgbOf(c.value()) == button->surface().pixel(0, 0))
+                    face = c.key();
+            faces << face + (button->MouseOver() ? "*" : "");
+        }
+        EXPECT_EQ(faces.join(' ').toStdString(), w.faces.toStdString());
+        EXPECT_EQ(p.log.join(", ").toStdString(), w.signalled.toStdString());
+    }
 }
 
-TEST_F(CandyMouse, LeftButtonHeldGivesNoHover)
+TEST_F(CandyMouse, ADisabledButtonIgnoresThePointer)
 {
-    QSignalSpy enter(button, &CandyButton::MouseEnter);
-    QTest::mouseMove(button, QPoint(0, 30));
-    QTest::mousePress(button, Qt::LeftButton, Qt::NoModifier, QPoint(0, 30));
-    EXPECT_EQ(face(), rgbOf(0xF00000));
-    QTest::mouseMove(button, QPoint(20, 30));
-    QTest::mouseMove(button, QPoint(40, 30));
-    EXPECT_EQ(enter.count(), 0);
-    EXPECT_FALSE(button->MouseOver());
-    QTest::mouseRelease(button, Qt::LeftButton, Qt::NoModifier, QPoint(40, 30));
-    // Released: the focus look, and the next move hovers.
-    EXPECT_EQ(face(), rgbOf(0x800000));
-    QTest::mouseMove(button, QPoint(41, 30));
-    EXPECT_EQ(enter.count(), 1);
-}
-
-TEST_F(CandyMouse, PressAndReleaseOverTheButton)
-{
-    QSignalSpy down(button, &CandyButton::MouseDown);
-    QSignalSpy up(button, &CandyButton::MouseUp);
-    QSignalSpy click(button, &CandyButton::Click);
-    QTest::mouseMove(button, QPoint(30, 30));
-    QTest::mousePress(button, Qt::LeftButton, Qt::ShiftModifier, QPoint(30, 30));
-    EXPECT_TRUE(button->HasFocus());
-    EXPECT_EQ(face(), rgbOf(0xF00000));
-    ASSERT_EQ(down.count(), 1);
-    EXPECT_EQ(down.first(), QList<QVariant>({1, 1, 30, 30}));
-    EXPECT_EQ(click.count(), 0);
-    QTest::mouseRelease(button, Qt::LeftButton, Qt::NoModifier, QPoint(30, 30));
-    EXPECT_EQ(face(), rgbOf(0xA00000));
-    EXPECT_EQ(up.count(), 1);
-    EXPECT_EQ(click.count(), 1);
-
-    // Leaving with the focus keeps the focus look.
-    QTest::mouseMove(&panel, QPoint(250, 50));
-    EXPECT_FALSE(button->MouseOver());
-    EXPECT_EQ(face(), rgbOf(0x800000));
-}
-
-TEST_F(CandyMouse, DraggingOutWithTheButtonHeldDropsTheHover)
-{
-    QSignalSpy click(button, &CandyButton::Click);
-    QTest::mouseMove(button, QPoint(30, 30));
-    QTest::mousePress(button, Qt::LeftButton, Qt::NoModifier, QPoint(30, 30));
-    QTest::mouseMove(button, QPoint(140, 30));
-    EXPECT_FALSE(button->MouseOver());
-    EXPECT_EQ(face(), rgbOf(0x800000));
-    QTest::mouseRelease(button, Qt::LeftButton, Qt::NoModifier, QPoint(140, 30));
-    EXPECT_EQ(click.count(), 0);
-}
-
-TEST_F(CandyMouse, CheckedStaysDownThroughHoverAndLeave)
-{
-    button->setChecked(true);
-    EXPECT_EQ(face(), rgbOf(0xF00000));
-    QTest::mouseMove(button, QPoint(30, 30));
-    EXPECT_EQ(face(), rgbOf(0xF00000));
-    QTest::mouseMove(&panel, QPoint(250, 50));
-    EXPECT_EQ(face(), rgbOf(0xF00000));
-    button->setChecked(false);
-    EXPECT_EQ(face(), rgbOf(0x800000));
-}
-
-TEST_F(CandyMouse, EnterKeyPressesAndClicks)
-{
-    QSignalSpy click(button, &CandyButton::Click);
-    button->setFocus();
-    QTest::keyPress(button, Qt::Key_Return);
-    EXPECT_EQ(face(), rgbOf(0xF00000));
-    QTest::keyRelease(button, Qt::Key_Return);
-    EXPECT_EQ(click.count(), 1);
-    EXPECT_EQ(face(), rgbOf(0x800000));
-}
-
-TEST_F(CandyMouse, DisabledButtonIgnoresThePointer)
-{
-    QSignalSpy down(button, &CandyButton::MouseDown);
-    button->setEnabled(false);
-    const QImage grey = button->surface();
-    QTest::mouseMove(button, QPoint(30, 30));
-    QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, QPoint(30, 30));
-    EXPECT_EQ(down.count(), 0);
-    EXPECT_EQ(button->surface(), grey);
-    EXPECT_EQ(face(), rgbOf(0xB0C0C0));
+    MousePanel p;
+    p.button->setEnabled(false);
+    const QImage grey = p.button->surface();
+    QTest::mouseMove(p.button, QPoint(30, 30));
+    QTest::mouseClick(p.button, Qt::LeftButton, Qt::NoModifier, QPoint(30, 30));
+    EXPECT_EQ(p.button->surface(), grey);
+    EXPECT_EQ(grey.pixel(0, 0), rgbOf(0xB0C0C0));
+    EXPECT_FALSE(p.log.join(' ').contains("down") || p.log.contains("click"));
 }
 
 TEST_F(CandyMouse, ShownButtonIsMaskedToItsRoundedShape)
 {
+    MousePanel p;
+    QWidget &panel = p.panel;
+    CandyButton *button = p.button;
     EXPECT_EQ(button->mask(), CandyButton::roundedRegion(120, 60, 16));
     const QImage shot = panel.grab().toImage();
     EXPECT_EQ(shot.pixel(50, 20), panel.grab(QRect(0, 0, 1, 1)).toImage().pixel(0, 0));

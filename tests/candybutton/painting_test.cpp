@@ -47,24 +47,23 @@ protected:
     CandyButton button;
 };
 
-TEST(CandyColors, BlendTruncatesTowardZeroAndClampsThePercentage)
+TEST(CandyColors, BlendTruncatesTowardZeroClampsThePercentageAndSplitsRedFirst)
 {
-    EXPECT_EQ(CandyButton::BlendColors(0x000000, 0xFFFFFF, 50), 0x7F7F7Fu);
-    EXPECT_EQ(CandyButton::BlendColors(0xFFFFFF, 0x000000, 50), 0x808080u);
-    EXPECT_EQ(CandyButton::BlendColors(0x0000FF, 0xFF0000, 150), 0xFF0000u);
-    EXPECT_EQ(CandyButton::BlendColors(0x0000FF, 0xFF0000, -5), 0x0000FFu);
-    EXPECT_EQ(CandyButton::BlendColors(0x102030, 0x203040, 33), 0x152535u);
+    const struct {
+        quint32 from, to;
+        int percent;
+        quint32 blend;
+    } blends[] = {{0x000000, 0xFFFFFF, 50, 0x7F7F7F},
+                  {0xFFFFFF, 0x000000, 50, 0x808080},
+                  {0x0000FF, 0xFF0000, 150, 0xFF0000},
+                  {0x0000FF, 0xFF0000, -5, 0x0000FF},
+                  {0x102030, 0x203040, 33, 0x152535}};
+    for (const auto &b : blends)
+        EXPECT_EQ(CandyButton::BlendColors(b.from, b.to, b.percent), b.blend) << b.percent;
     int r, g, b;
     CandyButton::GetRGB(r, g, b, 0x0A141E);
-    EXPECT_EQ(r, 0x1E);
-    EXPECT_EQ(g, 0x14);
-    EXPECT_EQ(b, 0x0A);
-}
-
-TEST(CandyColors, SystemColoursResolveThroughThePalette)
-{
-    int r, g, b;
-    CandyButton::GetRGB(r, g, b, 0x8000000F); // button face
+    EXPECT_EQ(QList<int>({r, g, b}), QList<int>({0x1E, 0x14, 0x0A}));
+    CandyButton::GetRGB(r, g, b, 0x8000000F); // the system's button face
     EXPECT_EQ(qRgb(r, g, b), QApplication::palette().color(QPalette::Button).rgb());
 }
 
@@ -76,10 +75,13 @@ TEST(CandyShape, RadiusFollowsTheHeightWithinAQuarterOfTheWidth)
     for (const auto &c : cases) {
         CandyButton b;
         b.InitProperties();
+        b.setCaption("X");
         b.resize(c.w, c.h);
         b.Redraw(0);
         EXPECT_EQ(b.CornerRadius(), c.r) << c.w << "x" << c.h;
         EXPECT_EQ(b.ShapeRegion().boundingRect(), QRect(0, 0, c.w, c.h));
+        EXPECT_EQ(b.surface().size(), QSize(c.w, c.h));
+        EXPECT_EQ(b.surface().pixel(0, 0), rgbOf(0xE99950)) << "the corner takes the face";
     }
 }
 
@@ -92,15 +94,15 @@ TEST(CandyShape, RoundedRegionIsSymmetricAndCutOnlyInTheCorners)
             ASSERT_EQ(region.contains(QPoint(x, y)), region.contains(QPoint(x, 59 - y)));
         }
     }
-    EXPECT_FALSE(region.contains(QPoint(0, 0)));
-    EXPECT_FALSE(region.contains(QPoint(15, 0)));
-    EXPECT_TRUE(region.contains(QPoint(16, 0)));
-    EXPECT_FALSE(region.contains(QPoint(0, 15)));
-    EXPECT_TRUE(region.contains(QPoint(0, 16)));
-    EXPECT_TRUE(region.contains(QPoint(1, 15)));
-    // A pixel in a corner square that is nearer the centre than the edge.
-    EXPECT_TRUE(region.contains(QPoint(8, 8)));
-    EXPECT_FALSE(region.contains(QPoint(3, 3)));
+    // In a corner square, a pixel nearer the centre than the edge is inside.
+    for (QPoint in : {QPoint(16, 0), QPoint(0, 16), QPoint(1, 15), QPoint(8, 8)})
+        EXPECT_TRUE(region.contains(in)) << in.x() << "," << in.y();
+    for (QPoint out : {QPoint(0, 0), QPoint(15, 0), QPoint(0, 15), QPoint(3, 3)})
+        EXPECT_FALSE(region.contains(out)) << out.x() << "," << out.y();
+    const QRegion narrow = CandyButton::roundedRegion(3, 20, 1);
+    EXPECT_EQ(QList<bool>({narrow.contains(QPoint(0, 0)), narrow.contains(QPoint(2, 19)),
+                           narrow.contains(QPoint(1, 0)), narrow.contains(QPoint(0, 1))}),
+              QList<bool>({false, false, true, true}));
 }
 
 TEST_F(CandyPainting, CornersTakeTheFaceColourMovedByBorderBrightness)
@@ -135,53 +137,29 @@ TEST_F(CandyPainting, GlowIsBrightAtTheCentreAndGlossNearWhiteAtTheTop)
     EXPECT_NE(image.pixel(60, 1), image.pixel(60, 2));
 }
 
-TEST_F(CandyPainting, StatesTakeTheirFaceColours)
+TEST_F(CandyPainting, StatesTakeTheirFacesAndOnlyThePressedStateMovesTheCaption)
 {
-    button.setColorScheme(3);
-    EXPECT_EQ(paint(0).pixel(0, 0), rgbOf(0x800000));
-    EXPECT_EQ(paint(1).pixel(0, 0), rgbOf(0xF00000));
-    EXPECT_EQ(paint(2).pixel(0, 0), rgbOf(0x800000));
-    EXPECT_EQ(paint(3).pixel(0, 0), rgbOf(0xA00000));
-    EXPECT_EQ(paint(4).pixel(0, 0), rgbOf(0xF00000));
-    button.setChecked(true);
-    EXPECT_EQ(paint(3).pixel(0, 0), rgbOf(0xF00000));
-}
+    button.setCaption("Sale");
+    const QRect atRest = darkBox(paint(0));
+    ASSERT_FALSE(atRest.isEmpty());
+    EXPECT_EQ(darkBox(paint(1)), atRest.translated(1, 1));
+    EXPECT_EQ(darkBox(paint(4)), atRest) << "checked paints down, the caption stays";
 
-TEST_F(CandyPainting, DisabledPaintsGreyWithAWhiteGlowInEveryState)
-{
+    button.setColorScheme(3);
+    const quint32 faces[] = {0x800000, 0xF00000, 0x800000, 0xA00000, 0xF00000};
+    for (int state = 0; state <= 4; ++state)
+        EXPECT_EQ(paint(state).pixel(0, 0), rgbOf(faces[state])) << state;
+    button.setChecked(true);
+    EXPECT_EQ(paint(3).pixel(0, 0), rgbOf(0xF00000)) << "checked stays down under the pointer";
+
+    button.setChecked(false);
+    button.setCaption("");
     button.setColorScheme(4);
     button.setEnabled(false);
     const QImage up = paint(0);
     EXPECT_EQ(up.pixel(0, 0), rgbOf(0xB0C0C0));
-    EXPECT_EQ(up.pixel(60, 30), qRgb(255, 255, 255));
+    EXPECT_EQ(up.pixel(60, 30), qRgb(255, 255, 255)) << "a white glow";
     for (int state : {2, 3, 4}) EXPECT_EQ(paint(state), up) << state;
-}
-
-TEST_F(CandyPainting, CheckedPaintsDownButOnlyThePressedStateMovesTheCaption)
-{
-    button.setCaption("Sale");
-    button.setColorButtonDown(0x0000F0);
-    const QRect atRest = darkBox(paint(0));
-    const QRect pressed = darkBox(paint(1));
-    const QImage checked = paint(4);
-    ASSERT_FALSE(atRest.isEmpty());
-    EXPECT_EQ(pressed, atRest.translated(1, 1));
-    EXPECT_EQ(darkBox(checked), atRest);
-    EXPECT_EQ(checked.pixel(0, 0), rgbOf(0x0000F0));
-}
-
-TEST_F(CandyPainting, AControlThreePixelsWide)
-{
-    button.setCaption("X");
-    button.resize(3, 20);
-    const QImage image = paint(0);
-    EXPECT_EQ(button.CornerRadius(), 1);
-    EXPECT_EQ(image.size(), QSize(3, 20));
-    EXPECT_FALSE(button.ShapeRegion().contains(QPoint(0, 0)));
-    EXPECT_FALSE(button.ShapeRegion().contains(QPoint(2, 19)));
-    EXPECT_TRUE(button.ShapeRegion().contains(QPoint(1, 0)));
-    EXPECT_TRUE(button.ShapeRegion().contains(QPoint(0, 1)));
-    EXPECT_EQ(image.pixel(0, 0), rgbOf(0xE99950));
 }
 
 TEST_F(CandyPainting, CaptionHighLiteColoursTheCaptionUnderThePointerOnly)

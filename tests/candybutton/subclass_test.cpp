@@ -62,28 +62,34 @@ protected:
         QEvent e(type);
         QCoreApplication::sendEvent(&window, &e);
     }
-    void move(QPoint pos, Qt::MouseButtons buttons = Qt::NoButton)
+    void move(QPoint pos)
     {
-        QMouseEvent e(QEvent::MouseMove, pos, pos, Qt::NoButton, buttons, Qt::NoModifier);
+        QMouseEvent e(QEvent::MouseMove, pos, pos, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
         QCoreApplication::sendEvent(&window, &e);
     }
-    QStringList takeLog()
+    QStringList takeLog() { return std::exchange(log, {}); }
+    // The boxes shown, as "title | text".
+    QStringList shown()
     {
-        const QStringList l = log;
-        log.clear();
-        return l;
+        QStringList seen;
+        for (const testing_support::Box &b : boxes()) seen << b.title + " | " + b.text;
+        return seen;
     }
-    platform::MsgStyle exclamation = platform::vbExclamation;
 
+    const QString before = QString("before %1").arg(userMsg);
+    const QString after = QString("after %1").arg(userMsg);
     QStringList log;
     LoggingWindow window{log};
     Recorder recorder{log};
     Subclasser sc{"Test", &recorder};
 };
 
-TEST(MessageTable, HoldsThirtyTwoDistinctMessagesOnceEach)
+TEST(MessageTable, HoldsThirtyTwoDistinctMessagesOnceEachAndFreesSlots)
 {
     MessageTable table;
+    table.add(15);
+    table.add(15);
+    EXPECT_EQ(table.count(), 1) << "a message added twice is held once";
     for (int m = 1; m <= MSG_ENTRIES; ++m) ASSERT_TRUE(table.add(m));
     EXPECT_EQ(table.count(), 32);
     EXPECT_FALSE(table.add(33));
@@ -98,24 +104,13 @@ TEST(MessageTable, HoldsThirtyTwoDistinctMessagesOnceEach)
     EXPECT_TRUE(table.matches(700));
     EXPECT_FALSE(table.matches(5));
 
-    MessageTable twice;
-    twice.add(15);
-    twice.add(512);
-    twice.add(15);
-    EXPECT_EQ(twice.count(), 2);
-}
-
-TEST(MessageTable, DeleteFreesTheSlotForTheNextMessage)
-{
-    MessageTable table;
-    table.add(15);
     table.add(512);
     EXPECT_FALSE(table.remove(675));
-    EXPECT_TRUE(table.remove(15));
-    EXPECT_FALSE(table.matches(15));
+    EXPECT_TRUE(table.remove(700));
+    EXPECT_FALSE(table.matches(700));
     EXPECT_EQ(table.count(), 2);
     table.add(675);
-    EXPECT_EQ(table.count(), 2);
+    EXPECT_EQ(table.count(), 2) << "the freed slot is taken again";
     EXPECT_TRUE(table.matches(675));
     EXPECT_TRUE(table.remove(ALL_MESSAGES));
     EXPECT_EQ(table.count(), 0);
@@ -131,28 +126,21 @@ TEST_F(Subclassing, OwnerSeesWatchedMessagesAroundTheWindowsOwnHandling)
     move({3, 4});
     send(QEvent::Type(QEvent::User + 1)); // not watched: straight through
     EXPECT_EQ(takeLog(),
-              QStringList({QString("before %1").arg(userMsg), "own 1000",
-                           QString("after %1").arg(userMsg), "own 5", "after 512", "own 1001"}));
-    // Each callback was given the user value by reference.
-    EXPECT_EQ(sc.sc_UserValue(&window), 44);
+              QStringList({before, "own 1000", after, "own 5", "after 512", "own 1001"}));
+    EXPECT_EQ(sc.sc_UserValue(&window), 44) << "each callback had the user value by reference";
     sc.sc_setUserValue(&window, 7);
     EXPECT_EQ(sc.sc_UserValue(&window), 7);
 
     sc.sc_UnwatchMsg(&window, userMsg, MSG_BEFORE);
     send();
-    EXPECT_EQ(takeLog(), QStringList({"own 1000", QString("after %1").arg(userMsg)}));
-}
-
-TEST_F(Subclassing, HandledBeforeTheWindowSkipsItsHandlingAndTheAfterPass)
-{
-    sc.sc_Subclass(&window);
-    sc.sc_WatchMsg(&window, userMsg, MSG_BEFORE | MSG_AFTER);
-    recorder.handle = true;
+    EXPECT_EQ(takeLog(), QStringList({"own 1000", after}));
+    sc.sc_WatchMsg(&window, userMsg, MSG_BEFORE);
+    recorder.handle = true; // handled before: no own handling, no after pass
     send();
-    EXPECT_EQ(takeLog(), QStringList({QString("before %1").arg(userMsg)}));
+    EXPECT_EQ(takeLog(), QStringList({before}));
 }
 
-TEST_F(Subclassing, AllMessagesReachTheOwner)
+TEST_F(Subclassing, AllMessagesReachTheOwnerAlsoWhenTheTableOverflows)
 {
     sc.sc_Subclass(&window);
     sc.sc_WatchMsg(&window, ALL_MESSAGES, MSG_BEFORE);
@@ -163,31 +151,27 @@ TEST_F(Subclassing, AllMessagesReachTheOwner)
     sc.sc_UnwatchMsg(&window, ALL_MESSAGES, MSG_BEFORE);
     send();
     EXPECT_EQ(takeLog(), QStringList({"own 1000"}));
-}
 
-TEST_F(Subclassing, TheThirtyThirdMessageOverflowsAndAllMessagesStillGoesThrough)
-{
-    sc.sc_Subclass(&window);
     for (int m = 1; m <= 32; ++m) sc.sc_WatchMsg(&window, WM_APP + 2000 + m, MSG_AFTER);
     EXPECT_TRUE(boxes().isEmpty());
     sc.sc_WatchMsg(&window, WM_APP + 2033, MSG_AFTER);
-    const QList<testing_support::Box> shown = boxes();
-    ASSERT_EQ(shown.size(), 1);
-    EXPECT_EQ(shown[0].style, exclamation);
-    EXPECT_EQ(shown[0].title, "Error in Test.zAddMsg");
-    EXPECT_EQ(shown[0].text,
+    const QList<testing_support::Box> overflow = boxes();
+    ASSERT_EQ(overflow.size(), 1);
+    EXPECT_EQ(overflow[0].style, platform::vbExclamation);
+    EXPECT_EQ(overflow[0].title, "Error in Test.zAddMsg");
+    EXPECT_EQ(overflow[0].text,
               "Message table overflow. Either increase the value of Const MSG_ENTRIES or use "
               "ALL_MESSAGES instead of specific message values.");
     sc.sc_WatchMsg(&window, ALL_MESSAGES, MSG_AFTER);
     EXPECT_TRUE(boxes().isEmpty());
     send();
-    EXPECT_EQ(takeLog(), QStringList({"own 1000", QString("after %1").arg(userMsg)}));
+    EXPECT_EQ(takeLog(), QStringList({"own 1000", after}));
 }
 
-TEST_F(Subclassing, ErrorsAreReportedWithTheirRoutine)
+TEST_F(Subclassing, ErrorsAreReportedWithTheirRoutineAndTheFirstSubclassStays)
 {
     sc.sc_Subclass(&window);
-    sc.sc_WatchMsg(&window, WM_MOUSEMOVE, MSG_BEFORE);
+    sc.sc_WatchMsg(&window, userMsg, MSG_BEFORE);
     sc.sc_UnwatchMsg(&window, WM_LBUTTONDOWN, MSG_BEFORE);
     LoggingWindow other(log);
     sc.sc_WatchMsg(&other, WM_MOUSEMOVE, MSG_BEFORE);
@@ -195,47 +179,41 @@ TEST_F(Subclassing, ErrorsAreReportedWithTheirRoutine)
     EXPECT_FALSE(sc.sc_Subclass(nullptr));
     Subclasser orphan("Orphan", nullptr);
     EXPECT_FALSE(orphan.sc_Subclass(&other));
-    QStringList seen;
-    for (const testing_support::Box &b : boxes()) seen << b.title + " | " + b.text;
-    EXPECT_EQ(seen, QStringList({"Error in Test.zDelMsg | Message &H201 not found in table.",
-                                 "Error in Test.zMap_hWnd | Subclassing hasn't been started.",
-                                 "Error in Test.sc_UnSubclass | Window handle isn't subclassed.",
-                                 "Error in Test.sc_Subclass | Invalid window handle.",
-                                 "Error in Orphan.sc_Subclass | Callback method not found."}));
-}
-
-TEST_F(Subclassing, SecondSubclassIsRefusedAndTheFirstStaysInForce)
-{
-    ASSERT_TRUE(sc.sc_Subclass(&window));
-    sc.sc_WatchMsg(&window, userMsg, MSG_BEFORE);
     QStringList otherLog;
-    Recorder other(otherLog);
-    EXPECT_FALSE(sc.sc_Subclass(&window, 0, &other));
-    const QList<testing_support::Box> shown = boxes();
-    ASSERT_EQ(shown.size(), 1);
-    EXPECT_EQ(shown[0].title, "Error in Test.sc_Subclass");
-    EXPECT_EQ(shown[0].text, "Window handle is already subclassed.");
+    Recorder second(otherLog);
+    EXPECT_FALSE(sc.sc_Subclass(&window, 0, &second));
+    EXPECT_EQ(shown(),
+              QStringList({"Error in Test.zDelMsg | Message &H201 not found in table.",
+                           "Error in Test.zMap_hWnd | Subclassing hasn't been started.",
+                           "Error in Test.sc_UnSubclass | Window handle isn't subclassed.",
+                           "Error in Test.sc_Subclass | Invalid window handle.",
+                           "Error in Orphan.sc_Subclass | Callback method not found.",
+                           "Error in Test.sc_Subclass | Window handle is already subclassed."}));
     send();
-    EXPECT_EQ(takeLog(), QStringList({QString("before %1").arg(userMsg), "own 1000"}));
+    EXPECT_EQ(takeLog(), QStringList({before, "own 1000"}));
     EXPECT_TRUE(otherLog.isEmpty());
 }
 
-TEST_F(Subclassing, EndingFromInsideACallbackLetsTheMessageFinish)
+TEST_F(Subclassing, EndingFromACallbackLetsTheMessageFinishAndOutsideAnyMessageIsAtOnce)
 {
     sc.sc_Subclass(&window);
     sc.sc_WatchMsg(&window, userMsg, MSG_BEFORE | MSG_AFTER);
     recorder.onCall = [this](QWidget *w) { sc.sc_UnSubclass(w); };
     send();
     // The message still reached the window; the after pass is gone with the interception.
-    EXPECT_EQ(takeLog(), QStringList({QString("before %1").arg(userMsg), "own 1000"}));
+    EXPECT_EQ(takeLog(), QStringList({before, "own 1000"}));
     send();
     EXPECT_EQ(takeLog(), QStringList({"own 1000"}));
-    // The window is free to be intercepted again.
+
     recorder.onCall = nullptr;
-    EXPECT_TRUE(sc.sc_Subclass(&window));
+    EXPECT_TRUE(sc.sc_Subclass(&window)) << "the window is free to be intercepted again";
     sc.sc_WatchMsg(&window, userMsg, MSG_AFTER);
     send();
-    EXPECT_EQ(takeLog(), QStringList({"own 1000", QString("after %1").arg(userMsg)}));
+    EXPECT_EQ(takeLog(), QStringList({"own 1000", after}));
+    sc.sc_ReleaseAll();
+    EXPECT_TRUE(window.children().isEmpty());
+    send();
+    EXPECT_EQ(takeLog(), QStringList({"own 1000"}));
 }
 
 TEST_F(Subclassing, EndingInsideTheWindowsOwnHandlingWaitsForItToReturn)
@@ -255,22 +233,11 @@ TEST_F(Subclassing, EndingInsideTheWindowsOwnHandlingWaitsForItToReturn)
     EXPECT_TRUE(window.children().isEmpty());
 }
 
-TEST_F(Subclassing, EndingOutsideAnyMessageGivesTheWindowBackAtOnce)
-{
-    sc.sc_Subclass(&window);
-    sc.sc_WatchMsg(&window, userMsg, MSG_BEFORE);
-    sc.sc_ReleaseAll();
-    EXPECT_TRUE(window.children().isEmpty());
-    send();
-    EXPECT_EQ(takeLog(), QStringList({"own 1000"}));
-}
-
 TEST_F(Subclassing, CallPrevProcRunsTheWindowsOwnHandlingAtOnce)
 {
     sc.sc_Subclass(&window);
     sc.sc_WatchMsg(&window, WM_LBUTTONDOWN, MSG_BEFORE);
-    const qint32 lParam = 7 << 16 | 5;
-    sc.sc_CallPrevProc(&window, WM_LBUTTONDOWN, MK_LBUTTON, lParam);
+    sc.sc_CallPrevProc(&window, WM_LBUTTONDOWN, MK_LBUTTON, 7 << 16 | 5);
     EXPECT_EQ(window.lastPress, QPoint(5, 7));
     EXPECT_EQ(takeLog(), QStringList({"own 2"}));
 }
@@ -303,7 +270,6 @@ TEST_F(Subclassing, AWindowThatGoesAwayLeavesNothingBehind)
     self->deleteLater();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(watch.isNull());
-    takeLog();
     sc.sc_ReleaseAll();
     EXPECT_TRUE(boxes().isEmpty());
 }

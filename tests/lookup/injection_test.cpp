@@ -1,16 +1,8 @@
 #include "database/DbEngine.h"
-#include "database/zelDBSM_Inventory.h"
 #include "database/zelDBSM_Upc.h"
-#include "hotkeys/hkeyGlobal.h"
-#include "lookup/GridSetUpBackOffice.h"
-#include "lookup/frm_Lookup.h"
-#include "lookup/sm_DataGrid.h"
-#include "platform/ui/MSFlexGrid.h"
+#include "lookup/LookupScreen.h"
 #include "screens/frmHotKey_Define.h"
-#include "support/StoreDb.h"
-#include <QCheckBox>
 #include <QFile>
-#include <QLineEdit>
 #include <QRegularExpression>
 #include <QSet>
 #include <QSqlDriver>
@@ -19,46 +11,25 @@
 #include <QSqlRecord>
 #include <sqlite3.h>
 
-using testing_support::StoreDbTest;
+using testing_support::LookupScreenFixture;
 
 namespace {
 
 // Text that a user or another program may put where the program builds SQL.
 const QStringList kPayloads = {
-    "''' OR 1=1 --",
-    "'''; DROP TABLE INVT1; --",
-    "6''",
-    "'",
-    "''",
-    "' OR '1'='1",
-    "' OR 1=1 --",
-    "'; DELETE FROM invt1; --",
-    "x' UNION SELECT * FROM COMMON --",
-    "') OR ('a'='a",
-    "%",
-    "_",
-    "[a]",
-    "[%]",
-    "%' --",
-    "50%_OFF",
-    "\\",
-    "\\'",
-    "'\\",
-    "\\\\' OR 1=1 --",
-    "a\\%b",
-    "\xc3\x89"
-    "CLAIR'S",
-    "\xe6\x97\xa5\xe6\x9c\xac'\xe8\xaa\x9e",
-    "\xe2\x80\x98SMART\xe2\x80\x99 QUOTES",
-    "\xca\xbc OR 1=1 --",
-    "\xef\xbc\x87 OR 1=1 --",
-    "1; DROP TABLE COMMON",
-    "\" OR \"\"=\"",
-    "*/ OR /*",
-    "ItemID' OR ltrim(ItemID)='",
-    "LEFT(upc,1)='0' OR '",
-    "^[!]-",
-};
+    // Quotes that end the value and statements after them
+    "''' OR 1=1 --", "'''; DROP TABLE INVT1; --", "6''", "'", "''", "' OR '1'='1", "' OR 1=1 --",
+    "'; DELETE FROM invt1; --", "x' UNION SELECT * FROM COMMON --", "') OR ('a'='a",
+    // Pattern characters
+    "%", "_", "[a]", "[%]", "%' --", "50%_OFF",
+    // Backslashes
+    "\\", "\\'", "'\\", "\\\\' OR 1=1 --", "a\\%b",
+    // Letters and quotes beyond ASCII
+    "\u00c9CLAIR'S", "\u65e5\u672c'\u8a9e", "\u2018SMART\u2019 QUOTES", "\u02bc OR 1=1 --",
+    "\uff07 OR 1=1 --",
+    // Other syntax
+    "1; DROP TABLE COMMON", "\" OR \"\"=\"", "*/ OR /*", "ItemID' OR ltrim(ItemID)='",
+    "LEFT(upc,1)='0' OR '", "^[!]-"};
 
 // Every statement that reaches the embedded engine, as it reaches it. The server
 // keeps its own log: there the tests hold to the tables and PVSW.log alone.
@@ -128,15 +99,13 @@ QString snapshot()
     return all;
 }
 
-class InjectionTest : public StoreDbTest {
+class InjectionTest : public LookupScreenFixture {
 protected:
     void SetUp() override
     {
-        StoreDbTest::SetUp();
+        LookupScreenFixture::SetUp();
         if (IsSkipped() || HasFatalFailure())
             return; // no cluster to run on
-        openStore();
-        addSampleItems();
         for (const auto &[sl, upc, uid] :
              {std::tuple{"00012345", "0123", 1}, {"00020010", "0456", 3}}) {
             gUpcRecord.clear();
@@ -146,8 +115,6 @@ protected:
             QString sql;
             ASSERT_TRUE(gfbDBSM_Record(2, opInsert, 0, false, false, sql));
         }
-        giInventorySearch = 0;
-        gLookup = InventoryLookup(); // each test opens the lookup as a new start does
     }
 
     // Types each value into the search box in every order, and searches each
@@ -155,8 +122,7 @@ protected:
     QSet<QString> searchAll(const QStringList &values)
     {
         QSet<QString> shapes;
-        modal.drive("frm_Lookup", [&](QDialog &d) {
-            auto &f = static_cast<frm_Lookup &>(d);
+        onLookup([&](frm_Lookup &f) {
             StatementTrace trace;
             for (int column :
                  {colDescription, colSubDesc, colSL, colItemID, colUPC, colDept, colVendor}) {
@@ -212,8 +178,7 @@ TEST_F(InjectionTest, TypedPatternCharactersAreLiteralInTheWildcardSearch)
     addItem("00040003", "BS-1", "PATH\\TO");
     auto matches = [this](const QString &value) {
         QStringList found;
-        modal.drive("frm_Lookup", [&](QDialog &d) {
-            auto &f = static_cast<frm_Lookup &>(d);
+        onLookup([&](frm_Lookup &f) {
             f.ckWildcard->setChecked(true);
             f.txtEditValue->setText(value);
             f.cmdSearch_Click();
@@ -243,7 +208,7 @@ TEST_F(InjectionTest, TheKeyDialogReadsBackEveryItemIdAsStored)
     // A server's collation ignores the width of a character, as SQL Server's
     // default does: the full-width quote is the same key as the plain one there.
     if (testing_support::testOnPostgres())
-        ids.removeAll("\xef\xbc\x87 OR 1=1 --");
+        ids.removeAll("\uff07 OR 1=1 --");
     for (int i = 0; i < ids.size(); ++i) {
         ids[i] = ids[i].left(25);
         insert.addBindValue(QString::number(90000000 + i));
@@ -255,8 +220,7 @@ TEST_F(InjectionTest, TheKeyDialogReadsBackEveryItemIdAsStored)
     const QString before = snapshot();
     giLinkOption = 1; // the key sells by Item ID
     for (int i = 0; i < ids.size(); ++i) {
-        modal.drive("frm_Lookup", [i](QDialog &d) {
-            auto &f = static_cast<frm_Lookup &>(d);
+        onLookup([i](frm_Lookup &f) {
             f.gfbSortColumn_select(colSL);
             f.txtEditValue->setText(
                 QString("9000%1.%2").arg(i / 10, 3, 10, QChar('0')).arg(i % 10));

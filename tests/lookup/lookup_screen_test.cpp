@@ -1,80 +1,22 @@
-#include "database/zelDBSM_Inventory.h"
-#include "hotkeys/hkeyGlobal.h"
-#include "hotkeys/hkeyServices.h"
-#include "lookup/GridSetUpBackOffice.h"
-#include "lookup/frm_Lookup.h"
-#include "lookup/sm_DataGrid.h"
-#include "platform/ui/MSFlexGrid.h"
+#include "lookup/LookupScreen.h"
 #include "platform/ui/Twips.h"
 #include "screens/frmHotKey_Define.h"
-#include "screens/frmHotKeys.h"
-#include "screens/posButtons.h"
-#include "shell/hkeyDBSM_Interface.h"
-#include "support/LookupRows.h"
-#include "support/StoreDb.h"
-#include <QCheckBox>
 #include <QElapsedTimer>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
-#include <QTest>
 
-using testing_support::kBusyBox;
-using testing_support::kDamagedBox;
-using testing_support::StoreDbTest;
+using namespace testing_support;
+using LookupScreenTest = LookupScreenFixture;
 
-namespace {
-
-using testing_support::firstRow;
-
-class LookupScreenTest : public StoreDbTest {
-protected:
-    void SetUp() override
-    {
-        StoreDbTest::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return; // no cluster to run on
-        openStore();
-        addSampleItems();
-        giInventorySearch = 0;
-        gLookup = InventoryLookup(); // each test opens the lookup as a new start does
-        giLinkOption = 0;
-        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
-    }
-    void onLookup(std::function<void(frm_Lookup &)> act)
-    {
-        modal.drive("frm_Lookup", [act](QDialog &d) {
-            QCoreApplication::processEvents(); // the form settles as a shown window does
-            act(static_cast<frm_Lookup &>(d));
-        });
-    }
-    // Thirty more items, "ITEM 01" to "ITEM 30": the list is longer than a page.
-    void moreItems()
-    {
-        for (int i = 1; i <= 30; ++i)
-            addItem(QString::number(40000000 + i), QString("IT-%1").arg(i),
-                    QString("ITEM %1").arg(i, 2, 10, QChar('0')));
-    }
-};
-
-} // namespace
-
-TEST_F(LookupScreenTest, EnterInAnUntouchedBoxAcceptsRowOne)
+TEST_F(LookupScreenTest, EnterAcceptsTheRowTypedInCapitalsAndTheNextLookupKeepsTheSort)
 {
     onLookup([](frm_Lookup &f) {
         EXPECT_EQ(f.windowTitle(), "Find Inventory Item");
         EXPECT_EQ(f.lblPad->text(), "--Description");
         EXPECT_EQ(f.cmdAction[0]->text(), "F10 Accept");
-        EXPECT_EQ(f.fgrdItems->TextMatrix(1, colDescription), "APPLES GALA");
-        QTest::keyClick(f.txtEditValue, Qt::Key_Return);
+        QTest::keyClick(f.txtEditValue, Qt::Key_Return); // in an untouched box: row one
     });
     EXPECT_EQ(gfsInventory_find(""), "00030000");
-    onLookup([](frm_Lookup &f) { QTest::keyClick(f.txtEditValue, Qt::Key_Escape); });
-    EXPECT_EQ(gfsInventory_find(""), "");
-}
-
-TEST_F(LookupScreenTest, TypedLettersAppearInCapitalsAndTheListFollows)
-{
     onLookup([](frm_Lookup &f) {
         QTest::keyClicks(f.txtEditValue, "cof");
         EXPECT_EQ(f.txtEditValue->text(), "COF");
@@ -83,17 +25,13 @@ TEST_F(LookupScreenTest, TypedLettersAppearInCapitalsAndTheListFollows)
         QTest::keyClick(f.txtEditValue, Qt::Key_F10);
     });
     EXPECT_EQ(gfsInventory_find(""), "00012345");
-}
-
-TEST_F(LookupScreenTest, F9ShowsItsBoxAndTwoLookupsKeepTheSort)
-{
     onLookup([this](frm_Lookup &f) {
         QTest::keyClick(f.txtEditValue, Qt::Key_F9);
         const auto shown = boxes();
         ASSERT_EQ(shown.size(), 1);
         EXPECT_EQ(shown[0].title, "Department Name");
         EXPECT_EQ(shown[0].text, "Display Only - No Sorting Available");
-        EXPECT_FALSE(f.cmdSearch->isHidden());
+        EXPECT_FALSE(f.cmdSearch->isHidden()) << "a column without a key is searched";
         EXPECT_FALSE(f.cmdStop->isHidden());
         QTest::keyClick(f.txtEditValue, Qt::Key_F7);
         EXPECT_EQ(f.lblPad->text(), "--Item ID");
@@ -128,48 +66,29 @@ TEST_F(LookupScreenTest, WhileStopShowsF10OnlyStops)
     EXPECT_EQ(shown[0].text, "End of List");
 }
 
-TEST_F(LookupScreenTest, FindItemFillsTheKeyAndTheSetFileHoldsIt)
+// F3 in the key dialog: a lookup accepted, then one cancelled, which changes nothing.
+TEST_F(LookupScreenTest, FindItemFillsTheKeyByStockNumberOrItemId)
 {
-    onLookup([](frm_Lookup &f) {
-        QTest::keyClicks(f.txtEditValue, "COFFEE S");
-        QTest::keyClick(f.txtEditValue, Qt::Key_Return);
-    });
-    modal.drive("frmHotKey_Define", [](QDialog &d) {
-        auto &key = static_cast<frmHotKey_Define &>(d);
-        QTest::keyClick(key.txtEdit[0], Qt::Key_F3);
-        EXPECT_EQ(key.txtEdit[1]->text(), "0001234.5");
-        EXPECT_EQ(key.txtEdit[0]->text(), "COFFEE SMALL CU") << "15 characters of the description";
-        QTest::keyClick(key.txtEdit[0], Qt::Key_F10);
-    });
-    frmHotKeys editor;
-    editor.HotKeySet = "01";
-    editor.Form_Load();
-    editor.show();
-    QTest::mouseClick(editor.cmdHkGroup[1][0], Qt::LeftButton);
-    QTest::keyClick(editor.txtButtonSet, Qt::Key_F10);
-    EXPECT_TRUE(readDataFile("HKSET01.SDF")
-                    .contains("[BUTTON]1[CAPTION]COFFEE SMALL CU[ITEM]0001234.5[ICON][IDSELECT]No"
-                              "[LINKSET][ROOT]\r\n"));
-
-    // By Item ID, and a cancelled lookup changes nothing.
-    giLinkOption = 1;
-    onLookup([](frm_Lookup &f) {
-        QTest::keyClicks(f.txtEditValue, "CHOC");
-        QTest::keyClick(f.txtEditValue, Qt::Key_Return);
-    });
-    onLookup([](frm_Lookup &f) { QTest::keyClick(f.txtEditValue, Qt::Key_Escape); });
-    modal.drive("frmHotKey_Define", [](QDialog &d) {
-        auto &key = static_cast<frmHotKey_Define &>(d);
-        QTest::keyClick(key.txtEdit[0], Qt::Key_F3);
-        EXPECT_EQ(key.txtEdit[1]->text(), "CAKE-1");
-        EXPECT_EQ(key.txtEdit[0]->text(), "CHOCOLATE CAKE");
-        QTest::keyClick(key.txtEdit[0], Qt::Key_F3);
-        EXPECT_EQ(key.txtEdit[1]->text(), "CAKE-1");
-        QTest::keyClick(key.txtEdit[0], Qt::Key_F10);
-    });
-    QTest::mouseClick(editor.cmdHkGroup[1][1], Qt::LeftButton);
-    EXPECT_EQ(gHotKeyGroups[1].Buttons[2].Item, "CAKE-1");
-    EXPECT_EQ(gHotKeyGroups[1].Buttons[2].IdSelect, "Yes");
+    const struct {
+        int linkOption;
+        QString typed, item, caption;
+    } finds[] = {{0, "COFFEE S", "0001234.5", "COFFEE SMALL CU"}, // 15 characters of it
+                 {1, "CHOC", "CAKE-1", "CHOCOLATE CAKE"}};
+    for (const auto &find : finds) {
+        giLinkOption = find.linkOption;
+        onLookup([&](frm_Lookup &f) {
+            QTest::keyClicks(f.txtEditValue, find.typed);
+            QTest::keyClick(f.txtEditValue, Qt::Key_Return);
+        });
+        onLookup([](frm_Lookup &f) { QTest::keyClick(f.txtEditValue, Qt::Key_Escape); });
+        frmHotKey_Define key;
+        key.Form_Load();
+        for (int i = 0; i < 2; ++i) {
+            QTest::keyClick(key.txtEdit[0], Qt::Key_F3);
+            EXPECT_EQ(key.txtEdit[1]->text(), find.item) << i;
+            EXPECT_EQ(key.txtEdit[0]->text(), find.caption) << i;
+        }
+    }
 }
 
 TEST_F(LookupScreenTest, ClearGoesBackToTheFirstRecordWithTheWildcardOff)
@@ -207,7 +126,10 @@ TEST_F(LookupScreenTest, ClearGoesBackToTheFirstRecordWithTheWildcardOff)
     EXPECT_EQ(boxTexts(), QStringList({"End of List"}));
 }
 
-TEST_F(LookupScreenTest, AResizeThatKeepsTheRowCountSelectsTheSortColumnAgain)
+// The grid follows the form's width and never holds the form to its own: a size the
+// window manager passes through on the way to the maximise must not be answered by a
+// resize from the program, which ends the maximise.
+TEST_F(LookupScreenTest, AResizeKeepsTheSortColumnAndTheGridFollowsANarrowerForm)
 {
     moreItems();
     onLookup([](frm_Lookup &f) {
@@ -222,17 +144,7 @@ TEST_F(LookupScreenTest, AResizeThatKeepsTheRowCountSelectsTheSortColumnAgain)
         EXPECT_EQ(f.lblPad->text(), "--Item ID");
         EXPECT_EQ(f.fgrdItems->TextMatrix(1, colItemID), "APL-1") << "the first record";
         EXPECT_EQ(f.fgrdItems->Row(), 1);
-        QTest::keyClick(f.txtEditValue, Qt::Key_Escape);
-    });
-    EXPECT_EQ(gfsInventory_find(""), "");
-}
 
-// The grid follows the form's width and never holds the form to its own: a size the
-// window manager passes through on the way to the maximise must not be answered by a
-// resize from the program, which ends the maximise.
-TEST_F(LookupScreenTest, TheGridFollowsANarrowerFormAndSetsNoMinimumOnIt)
-{
-    onLookup([](frm_Lookup &f) {
         const int width = f.width() - 300;
         f.resize(width, f.height());
         QCoreApplication::processEvents();

@@ -1,49 +1,23 @@
-#include "database/zelDBSM_Inventory.h"
-#include "hotkeys/hkeyGlobal.h"
-#include "lookup/GridSetUpBackOffice.h"
-#include "lookup/frm_Lookup.h"
-#include "lookup/sm_DataGrid.h"
-#include "platform/ui/MSFlexGrid.h"
-#include "support/LookupRows.h"
-#include "support/StoreDb.h"
+#include "lookup/LookupScreen.h"
 #include <QElapsedTimer>
-#include <QLineEdit>
-#include <QTest>
 
-using testing_support::kOfflineBox;
-using testing_support::StoreDbTest;
+using namespace testing_support;
 
 namespace {
 
-using testing_support::firstRow;
-
 // The lookup on a PostgreSQL cluster of the test's own, which it stops and starts.
 // Run by the PostgreSQL pass of the tests only.
-class PgServerLookupTest : public StoreDbTest {
+class PgServerLookupTest : public LookupScreenFixture {
 protected:
     PgServerLookupTest() { m_ownServer = true; }
-    void SetUp() override
-    {
-        StoreDbTest::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return; // no cluster to run on
-        openStore();
-        for (int i = 1; i <= 30; ++i)
-            addItem(QString::number(40000000 + i), QString("IT-%1").arg(i),
-                    QString("ITEM %1").arg(i, 2, 10, QChar('0')));
-        giInventorySearch = 0;
-        gLookup = InventoryLookup(); // each test opens the lookup as a new start does
-        giLinkOption = 0;
-    }
 };
 
 } // namespace
 
 TEST_F(PgServerLookupTest, TheServerStoppedBetweenTwoMovesIsOneBoxPerKeyAndPagingComesBack)
 {
-    modal.drive("frm_Lookup", [this](QDialog &d) {
-        auto &f = static_cast<frm_Lookup &>(d);
-        QCoreApplication::processEvents();
+    moreItems();
+    onLookup([this](frm_Lookup &f) {
         const QString first = firstRow(f);
         ASSERT_TRUE(m_server->stop());
         QElapsedTimer clock;

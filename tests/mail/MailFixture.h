@@ -67,12 +67,8 @@ protected:
         SmtpPeer *p = peer(kind);
         EXPECT_TRUE(p->running()) << p->failure().toStdString();
         p->take();
-        if (kind == SmtpPeer::Plain)
-            settings("127.0.0.1", QString::number(p->port()), "No");
-        else
-            settings("127.0.0.1", QString::number(p->port()),
-                     kind == SmtpPeer::Secure ? "Yes" : "No", SmtpPeer::kPassword,
-                     kind == SmtpPeer::Implicit ? "Yes" : "No");
+        settings("127.0.0.1", QString::number(p->port()), kind == SmtpPeer::Secure ? "Yes" : "No",
+                 SmtpPeer::kPassword, kind == SmtpPeer::Implicit ? "Yes" : "No");
         mail::transferTuning().caFile = p->certificate();
         return p;
     }

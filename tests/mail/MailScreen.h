@@ -15,18 +15,8 @@ inline void touch(QWidget *box)
 }
 
 // Keys of the mail screen's keyboard, by the characters they type.
-inline void keys(frmSendMail &f, const QString &letters)
+inline void keys(frmSendMail &f, const QString &text)
 {
-    for (QChar c : letters) {
-        const int index = c == ' ' ? 39 : c.isDigit() ? c.digitValue() : 12 + c.unicode() - 'A';
-        QTest::mouseClick(f.cmdKeyPad[index], Qt::LeftButton);
-    }
-}
-
-// A touch on the box, then its text typed on the on-screen keyboard.
-inline void type(frmSendMail &f, QWidget *box, const QString &text)
-{
-    touch(box);
     for (QChar c : text) {
         QPushButton *key = nullptr;
         for (QPushButton *k : f.cmdKeyPad)
@@ -35,6 +25,13 @@ inline void type(frmSendMail &f, QWidget *box, const QString &text)
         ASSERT_TRUE(key) << "no key for " << QString(c).toStdString();
         QTest::mouseClick(key, Qt::LeftButton);
     }
+}
+
+// A touch on the box, then its text typed on the on-screen keyboard.
+inline void type(frmSendMail &f, QWidget *box, const QString &text)
+{
+    touch(box);
+    keys(f, text);
 }
 
 } // namespace testing_support

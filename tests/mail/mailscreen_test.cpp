@@ -36,12 +36,6 @@ TEST_F(MailScreenTest, KeysSitInTypewriterRowsLargeEnoughForAFinger)
     EXPECT_EQ(f->cmdSend->text(), "Send");
     EXPECT_EQ(f->cmdCancel->text(), "Esc Cancel");
     EXPECT_EQ(f->CmdShowKB->text(), "Hide Keyboard");
-    EXPECT_EQ(f->cmdEdit[0]->text(), "Clear");
-    EXPECT_EQ(f->cmdEdit[1]->text(), "Back Space");
-    EXPECT_EQ(f->cmdEdit[2]->text(), "Upper Case");
-    EXPECT_EQ(f->cmdKeyPad[39]->text(), "Space");
-    EXPECT_FALSE(f->cmdKeyPad[39]->property("Tag").isValid());
-
     // Read the rows off the screen, top to bottom and left to right.
     QMap<int, QMap<int, QString>> rows;
     for (QPushButton *key : f->FraKeyBoard->findChildren<QPushButton *>()) {
@@ -54,11 +48,9 @@ TEST_F(MailScreenTest, KeysSitInTypewriterRowsLargeEnoughForAFinger)
     EXPECT_EQ(seen,
               (QStringList{"1 2 3 4 5 6 7 8 9 0", "Q W E R T Y U I O P", "A S D F G H J K L _",
                            "Z X C V B N M - . @", "Upper Case Space Back Space Clear"}));
-    for (int i = 0; i < 41; ++i) {
-        if (i != 39) {
-            EXPECT_EQ(f->cmdKeyPad[i]->property("Tag").toString(), f->cmdKeyPad[i]->text());
-        }
-    }
+    for (int i = 0; i < 41; ++i)
+        EXPECT_EQ(f->cmdKeyPad[i]->property("Tag").toString(),
+                  i == 39 ? "" : f->cmdKeyPad[i]->text());
 }
 
 TEST_F(MailScreenTest, KeyboardTypesIntoTheBoxLastTouched)
@@ -162,12 +154,6 @@ TEST_F(MailScreenTest, AFailedSendShowsServerPortAndUserAndKeepsTheScreen)
     EXPECT_TRUE(f->isEnabled());
     EXPECT_EQ(f->TxtBody->toPlainText(), "kept");
 
-    platform::SaveSetting(kSettingsApp, "EMAIL", "SMTPServer", "");
-    QTest::mouseClick(f->cmdSend, Qt::LeftButton);
-    EXPECT_EQ(boxTexts(), QStringList{"Your email settings are incomplete.\r\nPlease complete "
-                                      "settings in Configuration(Station Settings)"});
-    EXPECT_TRUE(f->isVisible()) << "what was typed is not lost";
-
     QTest::keyClick(f->txtTo, Qt::Key_Escape);
     EXPECT_FALSE(f->isVisible());
     EXPECT_EQ(f->result(), QDialog::Rejected);
@@ -198,4 +184,5 @@ TEST_F(MailScreenTest, WhileSendingTheScreenPaintsButCannotBeLeft)
     const QList<Box> shown = boxes();
     ASSERT_EQ(shown.size(), 1) << "one send, one box";
     EXPECT_TRUE(shown[0].text.startsWith("28 ")) << shown[0].text.toStdString();
+    EXPECT_TRUE(shown[0].text.contains("did not answer")) << "the server timed out";
 }
