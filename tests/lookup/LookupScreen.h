@@ -16,11 +16,8 @@ namespace testing_support {
 // The store with its sample items, and the lookup opened as a new start does.
 class LookupScreenFixture : public StoreDbTest {
 protected:
-    void SetUp() override
+    void seed() override
     {
-        StoreDbTest::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return; // no cluster to run on
         openStore();
         addSampleItems();
         giInventorySearch = 0;

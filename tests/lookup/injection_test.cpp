@@ -101,11 +101,9 @@ QString snapshot()
 
 class InjectionTest : public LookupScreenFixture {
 protected:
-    void SetUp() override
+    void seed() override
     {
-        LookupScreenFixture::SetUp();
-        if (IsSkipped() || HasFatalFailure())
-            return; // no cluster to run on
+        LookupScreenFixture::seed();
         for (const auto &[sl, upc, uid] :
              {std::tuple{"00012345", "0123", 1}, {"00020010", "0456", 3}}) {
             gUpcRecord.clear();
