@@ -46,7 +46,14 @@ TEST_F(PackagesScreenTest, ExportFromTheListThenPreviewCancelOrChooseANumberAndI
     list.fgrdItems->setRow(1);
     modal.drive("frmSetExport", [](QDialog &d) {
         auto &form = static_cast<frmSetExport &>(d);
-        EXPECT_EQ(form.mpSets_chosen(), QStringList{"01"}) << "the selected set is ticked";
+        const QStringList selected = form.mpSets_chosen();
+        EXPECT_EQ(selected, QStringList{"01"}) << "the selected set is ticked";
+        form.cmdAll->click();
+        EXPECT_EQ(form.mpSets_chosen().size(), form.lstSets->count());
+        form.cmdNone->click();
+        EXPECT_TRUE(form.mpSets_chosen().isEmpty());
+        form.lstSets->item(0)->setCheckState(Qt::Checked);
+        EXPECT_EQ(form.mpSets_chosen(), selected);
         form.ckSpecial->setChecked(true);
         form.cmdOkCancel[0]->click();
     });
