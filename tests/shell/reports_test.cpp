@@ -10,10 +10,7 @@
 #include "support/PrintSupport.h"
 #include <QAction>
 #include <QDir>
-#include <QHeaderView>
-#include <QMenu>
 #include <QProgressDialog>
-#include <QPushButton>
 #include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
