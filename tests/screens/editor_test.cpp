@@ -150,36 +150,6 @@ TEST_F(EditorTest, AnEmptyListAddsSetOneOnADoubleClickAndChangeKeepsTheSelectedR
     EXPECT_EQ(main.fgrdItems->TextMatrix(2, 1), "A new title");
 }
 
-TEST_F(EditorTest, EmptyTitleDrawsNothingAndARedrawKeepsPictures)
-{
-    QDir(dataPath()).mkpath("pictures/HotKeys");
-    QImage(8, 8, QImage::Format_RGB32).save(gsHotKeyPicturePath + "p.jpg");
-    writeDataFile("HKSET04.SDF",
-                  "[SET]Four\r\n[GROUP]1[CAPTION]Col[COLOR]BLUE\r\n"
-                  "[BUTTON]1[CAPTION][ITEM]1[ICON]p.jpg[IDSELECT]No[LINKSET][ROOT]\r\n"
-                  "[BUTTON]2[CAPTION][ITEM]12[ICON][IDSELECT]No[LINKSET][ROOT]\r\n"
-                  "[BUTTON]3[CAPTION]Gone[ITEM]1[ICON]none.jpg[IDSELECT]No[LINKSET][ROOT]\r\n");
-    frmHotKeys editor;
-    editor.HotKeySet = "04";
-    editor.fileName = "HKSET04.SDF";
-    editor.Form_Load();
-    EXPECT_FALSE(editor.cmdHkGroup[1][0]->picture().isNull()) << "a picture-only key is not empty";
-    EXPECT_EQ(editor.cmdHkGroup[1][1]->caption(), "") << "an item alone shows nothing";
-    EXPECT_EQ(editor.cmdHkGroup[1][2]->captionalignment(), 4);
-    EXPECT_EQ(editor.cmdEdit_Group[1]->caption(), "Col");
-
-    gHotKeyGroups[1].Buttons[1] = HotKeyButton();
-    gHotKeyGroups[1].Caption = "Renamed";
-    editor.gpHotKeys_populate("");
-    EXPECT_FALSE(editor.cmdHkGroup[1][0]->picture().isNull()) << "a redraw never removes a picture";
-    EXPECT_EQ(editor.cmdEdit_Group[1]->caption(), "Renamed");
-
-    editor.txtButtonSet->clear();
-    gHotKeyGroups[1].Caption = "Hidden";
-    editor.gpHotKeys_populate("");
-    EXPECT_EQ(editor.cmdEdit_Group[1]->caption(), "Renamed") << "no title, no drawing";
-}
-
 TEST_F(EditorTest, KeyDialogValidatesAsTheStoreExpects)
 {
     frmHotKey_Define key;
@@ -289,12 +259,21 @@ TEST_F(EditorTest, FinderLeavesOutTheSetBeingEditedByNumber)
     EXPECT_TRUE(empty.isHidden());
 }
 
-TEST_F(EditorTest, ColumnTitlePanelStoresIntoTheColumnItWasOpenedFor)
+TEST_F(EditorTest, ColumnTitlePanelStoresIntoTheColumnItWasOpenedForAndRedrawsKeepPictures)
 {
-    writeDataFile("HKSET05.SDF", "[SET]Five\r\n[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n"
-                                 "[GROUP]3[CAPTION]Snacks[COLOR]RED\r\n");
+    QDir(dataPath()).mkpath("pictures/HotKeys");
+    QImage(8, 8, QImage::Format_RGB32).save(gsHotKeyPicturePath + "p.jpg");
+    writeDataFile("HKSET05.SDF",
+                  "[SET]Five\r\n[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n"
+                  "[BUTTON]1[CAPTION][ITEM]1[ICON]p.jpg[IDSELECT]No[LINKSET][ROOT]\r\n"
+                  "[BUTTON]2[CAPTION][ITEM]12[ICON][IDSELECT]No[LINKSET][ROOT]\r\n"
+                  "[BUTTON]3[CAPTION]Gone[ITEM]1[ICON]none.jpg[IDSELECT]No[LINKSET][ROOT]\r\n"
+                  "[GROUP]3[CAPTION]Snacks[COLOR]RED\r\n");
     auto form = testing_support::openEditor("05");
     frmHotKeys &editor = *form;
+    EXPECT_FALSE(editor.cmdHkGroup[1][0]->picture().isNull()) << "a picture-only key is not empty";
+    EXPECT_EQ(editor.cmdHkGroup[1][1]->caption(), "") << "an item alone shows nothing";
+    EXPECT_EQ(editor.cmdHkGroup[1][2]->captionalignment(), 4);
     QTest::mouseClick(editor.cmdEdit_Group[1], Qt::LeftButton);
     EXPECT_EQ(editor.lblButtonEdit->text(), "Column 1 Title") << "the panel says what it edits";
     editor.txtEdit->setText("Hot Drinks");
@@ -331,4 +310,14 @@ TEST_F(EditorTest, ColumnTitlePanelStoresIntoTheColumnItWasOpenedFor)
     EXPECT_TRUE(file.contains("[GROUP]3[CAPTION]Chips & Nuts[COLOR]RED\r\n"
                               "[BUTTON]1[CAPTION]Chips[ITEM]0008001.0"))
         << file.data();
+
+    gHotKeyGroups[1].Buttons[1] = HotKeyButton();
+    gHotKeyGroups[1].Caption = "Renamed";
+    editor.gpHotKeys_populate("");
+    EXPECT_FALSE(editor.cmdHkGroup[1][0]->picture().isNull()) << "a redraw never removes a picture";
+    EXPECT_EQ(editor.cmdEdit_Group[1]->caption(), "Renamed");
+    editor.txtButtonSet->clear();
+    gHotKeyGroups[1].Caption = "Hidden";
+    editor.gpHotKeys_populate("");
+    EXPECT_EQ(editor.cmdEdit_Group[1]->caption(), "Renamed") << "no title, no drawing";
 }

@@ -80,41 +80,23 @@ protected:
 
 } // namespace
 
-TEST_F(FirstRunTest, OwnDatabaseIsMadeWithTheTablesAndTheStoreAndTheSetListOpens)
+TEST_F(FirstRunTest, TheKeyboardReachesEveryChoiceAndCancelEndsSilentlyLeavingNothingBehind)
 {
     onFirstRun([&](frmFirstRun &form) {
-        EXPECT_EQ(form.windowTitle(), "Set Up the Database");
-        EXPECT_TRUE(form.optOwn->isChecked());
-        EXPECT_FALSE(form.fraServer->isEnabled());
-        typeStore(form, "12", "Main Street Market");
-    });
-    closeMainScreen();
-    EXPECT_EQ(testing_support::runMain(), 0);
-    EXPECT_EQ(modal.shown, QStringList({"frmFirstRun", "frmMain"}));
-
-    EXPECT_EQ(stored("Engine"), "SQLite");
-    EXPECT_EQ(stored("DBName"), "ZELDATA");
-    EXPECT_EQ(stored("Server"), "TESTPC\\ZEL");
-    EXPECT_EQ(testing_support::commonRowsOf(dataPath() + "/ZELDATA.db"),
-              QStringList({"12|Main Street Market|N"}));
-    EXPECT_EQ(gsStoreNumber, "12");
-    EXPECT_TRUE(gfbDBSM_TableExists("INVT12"));
-    EXPECT_TRUE(gfbDBSM_TableExists("UPC12"));
-
-    // The next start goes straight to the set list.
-    gpDBSM_Disconnect();
-    testing_support::newInstanceKey();
-    closeMainScreen();
-    modal.shown.clear();
-    EXPECT_EQ(testing_support::runMain(), 0);
-    EXPECT_EQ(modal.shown, QStringList({"frmMain"}));
-}
-
-TEST_F(FirstRunTest, CancelEndsSilentlyAndLeavesNothingBehind)
-{
-    onFirstRun([&](frmFirstRun &form) {
+        QApplication::setActiveWindow(&form);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+        EXPECT_TRUE(form.txtStoreNumber->hasFocus()) << "the first field is ready for typing";
         QTest::keyClicks(form.txtStoreNumber, "3");
-        QTest::keyClick(form.txtStoreNumber, Qt::Key_Escape);
+        QTest::keyClick(&form, Qt::Key_S, Qt::AltModifier);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return form.optServer->isChecked(); }));
+        EXPECT_TRUE(form.fraServer->isEnabled());
+        QTest::keyClick(&form, Qt::Key_R, Qt::AltModifier);
+        EXPECT_TRUE(form.txtServer->hasFocus());
+        QTest::keyClick(&form, Qt::Key_O, Qt::AltModifier);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return form.optOwn->isChecked(); }));
+        QTest::keyClick(&form, Qt::Key_A, Qt::AltModifier);
+        EXPECT_EQ(form.focusWidget(), form.txtStoreName);
+        QTest::keyClick(form.txtStoreName, Qt::Key_Escape);
     });
     EXPECT_EQ(testing_support::runMain(), 0);
     EXPECT_EQ(modal.shown, QStringList({"frmFirstRun"}));
@@ -297,37 +279,30 @@ TEST_F(FirstRunTest, ServerChoiceIsCheckedBeforeAnythingIsWritten)
     EXPECT_EQ(stored("Password"), "<none>");
 }
 
-TEST_F(FirstRunTest, TheKeyboardReachesEveryChoice)
-{
-    frmFirstRun form;
-    form.Form_Load();
-    form.show();
-    QApplication::setActiveWindow(&form);
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
-    EXPECT_TRUE(form.txtStoreNumber->hasFocus()) << "the first field is ready for typing";
-    QTest::keyClick(&form, Qt::Key_S, Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return form.optServer->isChecked(); }));
-    EXPECT_TRUE(form.fraServer->isEnabled());
-    QTest::keyClick(&form, Qt::Key_R, Qt::AltModifier);
-    EXPECT_TRUE(form.txtServer->hasFocus());
-    QTest::keyClick(&form, Qt::Key_O, Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return form.optOwn->isChecked(); }));
-    QTest::keyClick(&form, Qt::Key_A, Qt::AltModifier);
-    EXPECT_EQ(form.focusWidget(), form.txtStoreName);
-    QTest::keyClick(form.txtStoreName, Qt::Key_Escape);
-    EXPECT_FALSE(form.isVisible());
-    EXPECT_TRUE(form.Canceled);
-}
-
-TEST_F(FirstRunTest, AFirstRunCutOffBeforeTheStoreWasStoredComesBack)
+TEST_F(FirstRunTest, OwnDatabaseIsMadeWithTheTablesAndTheStoreAlsoAfterAFirstRunWasCutOff)
 {
     // As left by a first run that ended between the settings and the store's row.
     gpDBSM_SaveSettings({"SQLite", "ZELDATA", "TESTPC\\ZEL", "qx", ""});
     ASSERT_TRUE(SqliteEngine::create(dataPath() + "/ZELDATA.db", nullptr));
-    onFirstRun([&](frmFirstRun &form) { typeStore(form, "7", "Corner Shop"); });
+    onFirstRun([&](frmFirstRun &form) {
+        EXPECT_TRUE(form.optOwn->isChecked());
+        EXPECT_FALSE(form.fraServer->isEnabled());
+        typeStore(form, "12", "Main Street Market");
+    });
     closeMainScreen();
     EXPECT_EQ(testing_support::runMain(), 0);
     EXPECT_EQ(modal.shown, QStringList({"frmFirstRun", "frmMain"}));
     EXPECT_EQ(testing_support::commonRowsOf(dataPath() + "/ZELDATA.db"),
-              QStringList({"7|Corner Shop|N"}));
+              QStringList({"12|Main Street Market|N"}));
+    EXPECT_EQ(gsStoreNumber, "12");
+    EXPECT_TRUE(gfbDBSM_TableExists("INVT12"));
+    EXPECT_TRUE(gfbDBSM_TableExists("UPC12"));
+
+    // The next start goes straight to the set list.
+    gpDBSM_Disconnect();
+    testing_support::newInstanceKey();
+    closeMainScreen();
+    modal.shown.clear();
+    EXPECT_EQ(testing_support::runMain(), 0);
+    EXPECT_EQ(modal.shown, QStringList({"frmMain"}));
 }

@@ -64,61 +64,25 @@ TEST_F(MainScreenTest, EmptyFolderShowsOneBlankRowAndOnlyAdd)
     EXPECT_TRUE(boxes().isEmpty());
 }
 
-TEST_F(MainScreenTest, NumbersSortAsNumbersAndTheNextNumberFillsTheGap)
+TEST_F(MainScreenTest, NumbersSortAsNumbersTheNextFillsTheGapAndAnUnreadableNameIsSaid)
 {
-    for (int n : {100, 9, 10, 2, 1, 99}) addSet(n, "Set " + QString::number(n));
+    for (int n : {100, 9, 10, 1, 99}) addSet(n, "Set " + QString::number(n));
+    writeDataFile("HKSET7.SDF", "[SET]Short name\r\n");
     writeDataFile("HKSET05.SDFX", "[SET]Not listed\r\n");
     load();
-    EXPECT_EQ(column(0), QStringList({"01", "02", "09", "10", "99", "100"}));
-    EXPECT_EQ(column(1).first(), "Set 1");
+    const QStringList said = boxTexts();
+    ASSERT_EQ(said.size(), 1);
+    EXPECT_TRUE(said[0].contains("HKSET07.SDF\r\rHot Keys File Is Missing"));
+    EXPECT_EQ(column(0), QStringList({"01", "7", "09", "10", "99", "100"}));
+    EXPECT_EQ(column(1), QStringList({"Set 1", "", "Set 9", "Set 10", "Set 99", "Set 100"}));
     EXPECT_EQ(column(2).first(), "Drinks");
     EXPECT_EQ(column(5).first(), "Last");
-    EXPECT_EQ(form->mpSetNumber_next(), 3);
+    EXPECT_EQ(form->mpSetNumber_next(), 2);
     EXPECT_EQ(form->fgrdItems->Row(), 1);
     EXPECT_TRUE(form->cmdTrial->isEnabled());
 }
 
-TEST_F(MainScreenTest, AnUnreadableNameIsSaidAndListedEmpty)
-{
-    addSet(1, "One");
-    writeDataFile("HKSET7.SDF", "[SET]Short name\r\n");
-    load();
-    const auto shown = boxes();
-    ASSERT_EQ(shown.size(), 1);
-    EXPECT_TRUE(shown[0].text.contains("HKSET07.SDF\r\rHot Keys File Is Missing"));
-    EXPECT_EQ(column(0), QStringList({"01", "7"}));
-    EXPECT_EQ(column(1), QStringList({"One", ""}));
-}
-
-TEST_F(MainScreenTest, DeleteAsksRemovesRepairsAndSelectsRowOne)
-{
-    addSet(1, "One", "3");
-    addSet(2, "Two");
-    addSet(3, "Three");
-    load();
-    gpGrid_selectRow(form->fgrdItems, 3);
-    dialogs.answer(vbNo);
-    QTest::keyClick(form->fgrdItems, Qt::Key_D);
-    EXPECT_TRUE(QFile::exists(dataPath() + "/HKSET03.SDF"));
-    dialogs.answer(vbYes);
-    QTest::mouseClick(form->cmdEdit[2], Qt::LeftButton);
-    EXPECT_FALSE(QFile::exists(dataPath() + "/HKSET03.SDF"));
-    EXPECT_FALSE(readDataFile("HKSET01.SDF").contains("[LINKSET]3"));
-    EXPECT_EQ(column(0), QStringList({"01", "02"}));
-    EXPECT_EQ(form->fgrdItems->Row(), 1);
-    EXPECT_EQ(form->mpSetNumber_next(), 3);
-    const auto shown = boxes();
-    ASSERT_EQ(shown.size(), 3);
-    EXPECT_EQ(shown[0].text, "Ready To Delete 'Three'\r\rKeys that open it, which will be "
-                             "cleared: 1 key in 1 other set (set 01).\r\rAre You Sure You Want "
-                             "To Delete?");
-    EXPECT_EQ(shown[0].style, 36);
-    EXPECT_EQ(shown[0].title, "ZEL Hot Keys");
-    EXPECT_EQ(shown[2].text, "Hot keys Removed");
-    EXPECT_EQ(shown[2].style, 0);
-}
-
-TEST_F(MainScreenTest, DeleteSaysHowManyKeysInWhichSetsItClears)
+TEST_F(MainScreenTest, DeleteSaysHowManyKeysItClearsAndYesRemovesRepairsAndSelectsRowOne)
 {
     addSet(1, "One", "5");
     addSet(2, "Two", "05");
@@ -146,6 +110,22 @@ TEST_F(MainScreenTest, DeleteSaysHowManyKeysInWhichSetsItClears)
         EXPECT_EQ(boxTexts(), QStringList({"Ready To Delete '" + title + "'\r\r" + c.line +
                                            "\r\rAre You Sure You Want To Delete?"}));
     }
+    EXPECT_TRUE(QFile::exists(dataPath() + "/HKSET06.SDF")) << "No deletes nothing";
+
+    dialogs.answer(vbYes);
+    QTest::keyClick(form->fgrdItems, Qt::Key_D);
+    const auto shown = boxes();
+    ASSERT_EQ(shown.size(), 2);
+    EXPECT_EQ(shown[0].style, vbYesNo + vbQuestion);
+    EXPECT_EQ(shown[0].title, "ZEL Hot Keys");
+    EXPECT_EQ(shown[1].text, "Hot keys Removed");
+    EXPECT_EQ(shown[1].style, 0);
+    EXPECT_FALSE(QFile::exists(dataPath() + "/HKSET06.SDF"));
+    EXPECT_FALSE(readDataFile("HKSET11.SDF").contains("[LINKSET]6"));
+    EXPECT_EQ(column(0), QStringList({"01", "02", "03", "04", "05", "11", "12", "13", "14", "15",
+                                      "16", "17"}));
+    EXPECT_EQ(form->fgrdItems->Row(), 1);
+    EXPECT_EQ(form->mpSetNumber_next(), 6);
 }
 
 TEST_F(MainScreenTest, AnUnreadableSetFileIsToldBeforeTheEditorAndTheListIsReadAfterCancel)
