@@ -127,11 +127,18 @@ TEST_P(ReadAheadTest, AFailedReadKeepsTheBufferAndTheNextActionGoesOnFromIt)
             ASSERT_TRUE(lock.exec("LOCK TABLE items IN ACCESS EXCLUSIVE MODE"));
         }
         EXPECT_FALSE(read(opNext, 1));
-        EXPECT_FALSE(read(opNext, 1));
+        EXPECT_TRUE(gfbDBSM_ActionFailed());
+        EXPECT_FALSE(read(opNext, 1)) << "the rest of the action does not wait again";
+        EXPECT_FALSE(read(opFirst, 1));
         EXPECT_EQ(gItem.SL, "00000020");
+        EXPECT_TRUE(boxes().isEmpty()) << "the box comes when the action ends";
     }
     EXPECT_EQ(boxTexts(), QStringList({testing_support::kBusyBox}));
-    EXPECT_TRUE(readDataFile("PVSW.log").contains("SELECT  TOP 1 * FROM items WHERE SL>'00000020"))
+    const QList<QByteArray> log = readDataFile("PVSW.log").split('\n');
+    ASSERT_EQ(log.size(), 3) << "two lines for the one statement that reached the database";
+    EXPECT_TRUE(
+        log[0].contains(" [EXE FAIL]" + QByteArray::number(kErrProvider) + " Description: "));
+    EXPECT_TRUE(log[1].startsWith("SELECT  TOP 1 * FROM items WHERE SL>'00000020"))
         << "the log shows the call's own statement";
     ASSERT_TRUE(lock.exec("COMMIT"));
     const DbAction again;
