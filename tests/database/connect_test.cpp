@@ -3,8 +3,7 @@
 #include "platform/SettingsStore.h"
 #include "settings/clsDataPath.h"
 #include "support/DbTest.h"
-#include <QDir>
-#include <QFile>
+#include <QFileInfo>
 
 using namespace platform;
 using namespace testing_support;
