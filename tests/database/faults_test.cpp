@@ -1,6 +1,5 @@
 #include "database/DbEngine.h"
 #include "support/DbTest.h"
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QSqlError>
@@ -27,37 +26,6 @@ protected:
 
 } // namespace
 
-TEST_P(FaultTest, ALockOfAnotherStationIsOneBoxAndOneBoundedWaitPerAction)
-{
-    if (testing_support::testOnPostgres())
-        GTEST_SKIP() << "a file of the embedded engine";
-    gItem.SL = "1";
-    auto station = lockAsAnotherStation();
-    QElapsedTimer clock;
-    clock.start();
-    {
-        const DbAction action;
-        EXPECT_FALSE(read(opNext));
-        EXPECT_TRUE(gfbDBSM_ActionFailed());
-        EXPECT_FALSE(read(opNext)) << "the rest of the action does not wait again";
-        EXPECT_FALSE(read(opFirst));
-        EXPECT_TRUE(boxes().isEmpty()) << "the box comes when the action ends";
-    }
-    EXPECT_LT(clock.elapsed(), 10000);
-    EXPECT_EQ(boxTexts(), QStringList({kBusyBox}));
-    EXPECT_EQ(gItem.SL.trimmed(), "1") << "the buffer keeps its place";
-    const QList<QByteArray> log = readDataFile("PVSW.log").split('\n');
-    ASSERT_EQ(log.size(), 3) << "two lines for the one statement that reached the database";
-    EXPECT_TRUE(log[0].contains(" [EXE FAIL]" + QByteArray::number(kErrProvider) +
-                                " Description: The database is locked"));
-    EXPECT_TRUE(log[1].startsWith("SELECT  TOP 1 * FROM items WHERE SL>'1"));
-
-    release(*station);
-    const DbAction again;
-    EXPECT_TRUE(read(opNext));
-    EXPECT_EQ(gItem.SL.trimmed(), "2");
-}
-
 TEST_P(FaultTest, ADamagedFileIsOneBoxPerActionAndOnePerCallOutsideOne)
 {
     if (testing_support::testOnPostgres())
@@ -83,6 +51,9 @@ TEST_P(FaultTest, UpdateAndDeleteFindARowThatHoldsNull)
 {
     ASSERT_TRUE(QSqlQuery(gpDBSM_Engine()->db())
                     .exec("INSERT INTO items VALUES ('NULL QTY', '9', 'N', NULL)"));
+    EXPECT_FALSE(insert("NULL QTY", "9"));
+    EXPECT_EQ(gsInsertError, "Duplicate Key");
+    ASSERT_TRUE(insert("NULL QTY", "8"));
     gItem.SL = "9";
     ASSERT_TRUE(read(opEqual));
     gItem.Description = "CHANGED";
@@ -91,8 +62,16 @@ TEST_P(FaultTest, UpdateAndDeleteFindARowThatHoldsNull)
     gItem.SL = "9";
     ASSERT_TRUE(read(opEqual));
     EXPECT_EQ(gItem.Description.trimmed(), "CHANGED");
+    gItem.SL = "8";
+    ASSERT_TRUE(read(opEqual));
+    EXPECT_EQ(gItem.Description.trimmed(), "NULL QTY") << "the row like it stays";
+    gItem.SL = "9";
+    ASSERT_TRUE(read(opEqual));
     ASSERT_TRUE(gfbDBSM_Record(0, opDelete, 1, false, false, sql));
     EXPECT_FALSE(read(opEqual));
+    QString table;
+    EXPECT_EQ(glDBSM_Count(0, table), 6) << "the other rows stay";
+    EXPECT_EQ(table, "items");
     EXPECT_TRUE(boxes().isEmpty());
 
     const SqlServerEngine server;
@@ -130,15 +109,6 @@ TEST(SqlServerErrors, TheServersNumbersBecomeTheProvidersNumbers)
     EXPECT_EQ(mapped(229).fault, DbFault::None);
 }
 
-TEST_P(FaultTest, ARenameOfAColumnThatIsGoneIsTrapped)
-{
-    EXPECT_FALSE(gfbDBSM_RenameColumn("items", "Flg2", "NeverOrder"));
-    gpDBSM_Engine()->db().close();
-    EXPECT_FALSE(gfbDBSM_RenameColumn("items", "Qty", "Quantity"));
-    EXPECT_TRUE(boxes().isEmpty());
-    EXPECT_FALSE(QFile::exists(dataPath() + "/PVSW.log"));
-}
-
 TEST(LikePatterns, TypedPatternCharactersAreEscapedForEachEngine)
 {
     EXPECT_EQ(sqlText(SqlServerEngine().likeContains("50%_[a]\\")),
@@ -168,41 +138,6 @@ TEST_P(FaultTest, AColumnAnotherStationAddsLeavesTheReadsWhole)
         EXPECT_EQ(gfsDBSM_FieldName(0, "spare40").toLower(), "spare40") << "the new columns";
     }
     EXPECT_TRUE(boxes().isEmpty());
-}
-
-TEST_P(FaultTest, AWildcardValueWithANulFindsNothing)
-{
-    const QString nul(QChar(0));
-    for (const QString &typed : {nul, "ITEM" + nul, "IT" + nul + "EM", nul + "3"}) {
-        const SqlRead read =
-            "SELECT * FROM items WHERE " + gfsDBSM_LikeContains("Description", typed);
-        EXPECT_FALSE(gfbDBSM_Select(read, 0, false)) << sqlText(read).toStdString();
-    }
-    const SqlRead read = "SELECT * FROM items WHERE " + gfsDBSM_LikeContains("Description", "EM 3");
-    ASSERT_TRUE(gfbDBSM_Select(read, 0, false));
-    EXPECT_EQ(gRecordsets[0].RecordCount(), 1);
-    EXPECT_TRUE(boxes().isEmpty());
-}
-
-TEST_P(FaultTest, AccentsSortWithTheirLetterAndCaseIsIgnored)
-{
-    ASSERT_TRUE(insert("Fig", "6"));
-    ASSERT_TRUE(insert("\u00c9clair", "7"));
-    ASSERT_TRUE(insert("Egg", "8"));
-    ASSERT_TRUE(insert("Eclair", "9"));
-    gItem.Description.clear();
-    gItem.SL.clear();
-    QStringList order;
-    QString sql;
-    for (bool more = gfbDBSM_Record(0, opFirst, 3, false, false, sql); more && order.size() < 20;
-         more = gfbDBSM_Record(0, opNext, 3, false, false, sql))
-        order << gItem.Description.trimmed();
-    EXPECT_EQ(order, QStringList({"Eclair", "\u00c9clair", "Egg", "Fig", "ITEM 1", "ITEM 2",
-                                  "ITEM 3", "ITEM 4", "ITEM 5"}));
-    sql = "SELECT * FROM items WHERE Description = '\u00e9CLAIR'";
-    ASSERT_TRUE(gfbDBSM_Select(sql, 0, false));
-    EXPECT_EQ(gRecordsets[0].RecordCount(), 1) << "an accent is a difference, the case is none";
-    EXPECT_EQ(gfvDBSM_Field(0, 1).toString().trimmed(), "7");
 }
 
 TEST_P(FaultTest, ADatabaseFileCutToNothingIsOneBoxPerAction)
