@@ -1,5 +1,6 @@
 #include "database/DbEngine.h"
 #include "support/DbTest.h"
+#include <QElapsedTimer>
 #include <QSqlQuery>
 #include <optional>
 
@@ -113,6 +114,7 @@ TEST_P(ReadAheadTest, AFailedReadKeepsTheBufferAndTheNextActionGoesOnFromIt)
 {
     const std::unique_ptr<DbEngine> station = anotherStation();
     QSqlQuery lock(station->db());
+    QElapsedTimer clock;
     {
         const DbAction action;
         ASSERT_TRUE(read(opFirst, 1));
@@ -122,6 +124,7 @@ TEST_P(ReadAheadTest, AFailedReadKeepsTheBufferAndTheNextActionGoesOnFromIt)
         if (testing_support::testOnPostgres()) {
             ASSERT_TRUE(lock.exec("LOCK TABLE items IN ACCESS EXCLUSIVE MODE"));
         }
+        clock.start();
         EXPECT_FALSE(read(opNext, 1));
         EXPECT_TRUE(gfbDBSM_ActionFailed());
         EXPECT_FALSE(read(opNext, 1)) << "the rest of the action does not wait again";
@@ -129,6 +132,7 @@ TEST_P(ReadAheadTest, AFailedReadKeepsTheBufferAndTheNextActionGoesOnFromIt)
         EXPECT_EQ(gItem.SL, "00000020");
         EXPECT_TRUE(boxes().isEmpty()) << "the box comes when the action ends";
     }
+    EXPECT_LT(clock.elapsed(), 2 * kLockWaitMs) << "one bounded wait for the whole action";
     EXPECT_EQ(boxTexts(), QStringList({testing_support::kBusyBox}));
     const QList<QByteArray> log = readDataFile("PVSW.log").split('\n');
     ASSERT_EQ(log.size(), 3) << "two lines for the one statement that reached the database";
