@@ -58,8 +58,7 @@ TEST_F(HkTest, WorkedExampleIsWrittenByteForByteAndReadBack)
 
     // Written under the number as given; *Default read back is written blank from then on.
     ASSERT_TRUE(gpHotKeySet_write("3", "Lunch Menu"));
-    EXPECT_EQ(readDataFile("HKSET3.SDF"),
-              QByteArray(lunchMenu()).replace("[COLOR]*Default", "[COLOR]"));
+    EXPECT_EQ(readDataFile("HKSET3.SDF"), lunchMenu().replace("[COLOR]*Default", "[COLOR]"));
 }
 
 TEST(HotKeyColors, TablesBothWays)
