@@ -1,5 +1,4 @@
 #include "common/sm_Files.h"
-#include "common/sm_Messages.h"
 #include "common/sm_Shell.h"
 #include "common/sm_Text.h"
 #include "common/ui/sm_Combos.h"
@@ -36,21 +35,6 @@ TEST_F(HkTest, FileNamesAndTheFileAndFolderTestsTellThemApart)
     EXPECT_TRUE(gfbFolder_exists(dataPath()));
     EXPECT_FALSE(gfbFolder_exists(dataPath() + "/HKSET01.SDF"));
     EXPECT_FALSE(gfbFile_exists(""));
-}
-
-TEST_F(HkTest, AskShowsTheQuestionBoxWithTheProductName)
-{
-    dialogs.answer(platform::vbYes);
-    EXPECT_TRUE(gfbAsk("Delete set 3", "", 0));
-    dialogs.answer(platform::vbNo);
-    EXPECT_FALSE(gfbAsk("Delete set 3", "Are you sure?", 256));
-    const auto shown = boxes();
-    ASSERT_EQ(shown.size(), 2);
-    EXPECT_EQ(shown[0].text, "Delete set 3\r\r");
-    EXPECT_EQ(shown[0].style, 36);
-    EXPECT_EQ(shown[0].title, platform::kProductName);
-    EXPECT_EQ(shown[1].text, "Delete set 3\r\rAre you sure?");
-    EXPECT_EQ(shown[1].style, 36 + 256);
 }
 
 TEST_F(HkTest, HelpPressOpensTheGuidesPageAndWaitsForTheLastHelpProcessIfAny)

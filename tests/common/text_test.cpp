@@ -51,16 +51,6 @@ TEST(ItemIDKey, NumbersRightTextLeft)
     EXPECT_EQ(gfsItemID_key(QString(30, 'X'), false), QString(25, 'X'));
 }
 
-TEST(TagValue, ValueEndsAtTheNextBracketWithTrailingBlanksGone)
-{
-    EXPECT_EQ(gfsTagValue("[BUTTON]3[CAPTION]A [B]C", "[CAPTION]", "["), "A");
-    EXPECT_EQ(gfsTagValue("[CAPTION]  Soup  [ITEM]", "[CAPTION]", "["), "  Soup");
-    EXPECT_EQ(gfsTagValue("[SET]Lunch", "[SET]", "["), "Lunch");
-    EXPECT_EQ(gfsTagValue("[SET][X]", "[SET]", "["), "");
-    EXPECT_EQ(gfsTagValue("[set]Lunch", "[SET]", "["), "");
-    EXPECT_EQ(gfsTagValue("no tag", "[SET]", "["), "");
-}
-
 TEST(TextHelpers, KeepDigitsPadAndRound)
 {
     EXPECT_EQ(gfsText_keep("a1b2c3", "abc"), "abc");

@@ -68,18 +68,6 @@ protected:
 
 } // namespace
 
-TEST_F(SaveTest, TheTemporaryFileIsNeverTakenForASetOrKeyFile)
-{
-    for (const char *name : {"HKSET07.SDF", "SPECIAL.BDF", "COUPON.BDF"}) {
-        const QString temporary = platform::temporaryNameFor(dataPath() + '/' + name);
-        EXPECT_NE(temporary, platform::temporaryNameFor(dataPath() + '/' + name));
-        writeDataFile(temporary, "[SET]Not a set\r\n");
-    }
-    EXPECT_TRUE(hotKeySetFiles().isEmpty());
-    // Nor by a station's listing, which may match short 8.3 names too.
-    EXPECT_TRUE(QDir(dataPath()).entryList({"HKSET*.SDF", "*.BDF"}, QDir::Files).isEmpty());
-}
-
 TEST_F(SaveTest, KeyFilesNeverHoldALineBreakInsideALine)
 {
     // A coupon key read from a special key line holds label, carriage return, character.
@@ -111,9 +99,6 @@ TEST_F(SaveTest, EachSaveReplacesTheWholeFileAndLeavesNothingElse)
     EXPECT_EQ(readDataFile("HKSET08.SDF"),
               "[SET]Eight\r\n[GROUP]1[CAPTION]Col[COLOR]RED\r\n"
               "[BUTTON]2[CAPTION]Milk[ITEM]0000102.0[ICON][IDSELECT]No[LINKSET][ROOT]\r\n");
-    EXPECT_EQ(readDataFile("SPECIAL.BDF"), "[BUTTON]1[CAPTION]Void Line[KEY]*\r\n"
-                                           "[BUTTON]2[CAPTION]Divide by[KEY]/\r\n"
-                                           "[BUTTON]3[CAPTION]Weigh[KEY]W\r\n");
 }
 
 #ifdef HK_SAVE_HELPER
@@ -245,7 +230,11 @@ TEST_F(SaveTest, ASaveTakesOnlyTheTemporaryFilesOfItsFileThatNoSaveInProgressCan
     ASSERT_TRUE(gpHotKeySet_write("07", fillSetVersion(1)));
     for (const auto &t : temporaries)
         EXPECT_NE(QFile::exists(t.path), t.taken) << t.path.toStdString();
+    // Neither a listing of sets nor a station's, which may match short 8.3 names too, takes
+    // the temporary files left.
     EXPECT_EQ(hotKeySetFiles(), QStringList{"HKSET07.SDF"});
+    EXPECT_EQ(QDir(data).entryList({"HKSET*.SDF", "*.BDF"}, QDir::Files),
+              QStringList{"HKSET07.SDF"});
     ASSERT_EQ(versions::list("HKSET07.SDF").size(), 1);
     EXPECT_EQ(versions::bytesOf(versions::list("HKSET07.SDF").first()), "[SET]Before\r\n");
 }

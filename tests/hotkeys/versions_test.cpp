@@ -54,6 +54,12 @@ TEST_F(VersionsTest, EveryRewriteAndRemovalKeepsTheFileAsItWas)
               QStringList({"COUPON.BDF", "HKSET01.SDF", "HKSET09.SDF", "SPECIAL.BDF"}));
     EXPECT_TRUE(boxes().isEmpty());
     EXPECT_TRUE(versions::dataFolderVersions().startsWith(versionsRoot() + "/data-"));
+
+    // Another data folder has versions of its own.
+    QDir(temp.path()).mkpath("other/data");
+    gDataPath.setDataPath(temp.filePath("other/data"));
+    EXPECT_TRUE(versions::keptFiles().isEmpty());
+    EXPECT_TRUE(versions::list("HKSET01.SDF").isEmpty());
 }
 
 TEST_F(VersionsTest, FiftyVersionsAreKeptPerFileTheOldestDroppedFirstAndNoneTwice)
@@ -66,28 +72,6 @@ TEST_F(VersionsTest, FiftyVersionsAreKeptPerFileTheOldestDroppedFirstAndNoneTwic
     EXPECT_TRUE(versions::bytesOf(kept.first()).startsWith("[SET]Title 52\r\n"));
     EXPECT_TRUE(versions::bytesOf(kept.last()).startsWith("[SET]Title 3\r\n"));
     for (int i = 1; i < kept.size(); ++i) EXPECT_GE(kept[i - 1].time, kept[i].time);
-}
-
-TEST_F(VersionsTest, RestoreKeepsWhatItReplacesAndBringsBackARemovedSet)
-{
-    saveSet("03", "First");
-    saveSet("03", "Second");
-    const QByteArray second = readDataFile("HKSET03.SDF");
-    const versions::Version first = versions::list("HKSET03.SDF").first();
-    QString error;
-    ASSERT_TRUE(versions::restore(first, &error)) << error.toStdString();
-    EXPECT_TRUE(readDataFile("HKSET03.SDF").startsWith("[SET]First\r\n"));
-    EXPECT_EQ(newest("HKSET03.SDF"), second);
-
-    ASSERT_TRUE(gpHotKeySet_remove("03").removed);
-    ASSERT_TRUE(versions::restore(versions::list("HKSET03.SDF").first(), &error));
-    EXPECT_TRUE(readDataFile("HKSET03.SDF").startsWith("[SET]First\r\n"));
-
-    // Another data folder has versions of its own.
-    QDir(temp.path()).mkpath("other/data");
-    gDataPath.setDataPath(temp.filePath("other/data"));
-    EXPECT_TRUE(versions::keptFiles().isEmpty());
-    EXPECT_TRUE(versions::list("HKSET03.SDF").isEmpty());
 }
 
 TEST_F(VersionsTest, AVersionThatCannotBeKeptIsSaidAndTheUserDecides)

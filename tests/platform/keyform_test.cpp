@@ -38,7 +38,7 @@ public:
 
 } // namespace
 
-TEST(KeyPreview, FormSeesKeysBeforeItsControlsWithLegacyCodes)
+TEST(KeyPreview, OnlyTheFormHoldingTheReceiverSeesKeysBeforeItsControlsWithLegacyCodes)
 {
     RecordingForm form;
     form.show();
@@ -53,15 +53,11 @@ TEST(KeyPreview, FormSeesKeysBeforeItsControlsWithLegacyCodes)
     EXPECT_EQ(form.shifts.value(3), platform::vbShiftMask);
     EXPECT_EQ(form.presses, QList<int>({'a', 'b', '#', 27}));
     EXPECT_EQ(form.box->text(), "AB") << "a changed character reaches the control changed";
-}
 
-TEST(KeyPreview, OnlyTheFormHoldingTheReceiverSeesTheKey)
-{
-    RecordingForm form;
-    QLineEdit outside;
+    QLineEdit outside; // only the form holding the receiver sees a key
     outside.show();
     QTest::keyClick(&outside, Qt::Key_X);
-    EXPECT_TRUE(form.downs.isEmpty());
+    EXPECT_EQ(form.downs.size(), 6);
     EXPECT_EQ(outside.text(), "x");
 }
 
