@@ -1,5 +1,6 @@
 #include "hotkeys/hkeyCompare.h"
 #include "hotkeys/hkeyGlobal.h"
+#include "hotkeys/hkeyRelink.h"
 #include "hotkeys/hkeyServices.h"
 #include "hotkeys/hkeyVersions.h"
 #include "settings/clsDataPath.h"
@@ -103,6 +104,36 @@ TEST_F(VersionsTest, AVersionThatCannotBeKeptIsSaidAndTheUserDecides)
     EXPECT_FALSE(r.removed);
     EXPECT_TRUE(r.problems.value(0).contains("could not be made"));
     EXPECT_TRUE(QFile::exists(dataPath() + "/HKSET01.SDF"));
+}
+
+TEST_F(VersionsTest, ClearedKeysGoBackOnlyWherePlacesAreStillEmpty)
+{
+    writeDataFile("HKSET01.SDF",
+                  "[SET]Main\r\n"
+                  "[GROUP]1[CAPTION]A[COLOR]\r\n"
+                  "[BUTTON]1[CAPTION] [ITEM][ICON][IDSELECT]No[LINKSET][ROOT]\r\n"
+                  "[BUTTON]3[CAPTION]Tea[ITEM]0002[ICON][IDSELECT]No[LINKSET][ROOT]\r\n"
+                  "[GROUP]2[CAPTION]B[COLOR]\r\n");
+    const auto bar = [](int group, int key) {
+        return ClearedKey{
+            "HKSET01.SDF", group, key,
+            QString("[BUTTON]%1[CAPTION]Bar[ITEM][ICON][IDSELECT]No[LINKSET]5[ROOT]").arg(key)};
+    };
+    QStringList problems;
+    // A blank key line is a free place, a key of another item is not, nor a column the set lacks.
+    EXPECT_EQ(hotKeySetClearedKeys_restore({bar(1, 1), bar(1, 2), bar(1, 3), bar(2, 4), bar(3, 1)},
+                                           &problems),
+              3);
+    EXPECT_TRUE(problems.isEmpty());
+    EXPECT_EQ(readDataFile("HKSET01.SDF"),
+              "[SET]Main\r\n"
+              "[GROUP]1[CAPTION]A[COLOR]\r\n"
+              "[BUTTON]1[CAPTION]Bar[ITEM][ICON][IDSELECT]No[LINKSET]5[ROOT]\r\n"
+              "[BUTTON]2[CAPTION]Bar[ITEM][ICON][IDSELECT]No[LINKSET]5[ROOT]\r\n"
+              "[BUTTON]3[CAPTION]Tea[ITEM]0002[ICON][IDSELECT]No[LINKSET][ROOT]\r\n"
+              "[GROUP]2[CAPTION]B[COLOR]\r\n"
+              "[BUTTON]4[CAPTION]Bar[ITEM][ICON][IDSELECT]No[LINKSET]5[ROOT]\r\n");
+    EXPECT_EQ(newest("HKSET01.SDF").count("[BUTTON]"), 2) << "kept in Versions first";
 }
 
 TEST_F(VersionsTest, TwoStatesOfASetDifferInWordsFieldByField)
