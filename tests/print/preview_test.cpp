@@ -14,7 +14,6 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
-#include <QScrollBar>
 #include <QTest>
 #include <csignal>
 #include <sys/resource.h>
