@@ -67,7 +67,7 @@ TEST(CandyColors, BlendTruncatesTowardZeroClampsThePercentageAndSplitsRedFirst)
     EXPECT_EQ(qRgb(r, g, b), QApplication::palette().color(QPalette::Button).rgb());
 }
 
-TEST(CandyShape, RadiusFollowsTheHeightWithinAQuarterOfTheWidth)
+TEST(CandyShape, RadiusFollowsTheHeightWithinAQuarterOfTheWidthAndCutsOnlyTheCorners)
 {
     const struct {
         int w, h, r;
@@ -80,65 +80,37 @@ TEST(CandyShape, RadiusFollowsTheHeightWithinAQuarterOfTheWidth)
         b.Redraw(0);
         EXPECT_EQ(b.CornerRadius(), c.r) << c.w << "x" << c.h;
         EXPECT_EQ(b.ShapeRegion().boundingRect(), QRect(0, 0, c.w, c.h));
+        EXPECT_EQ(b.mask(), b.ShapeRegion()) << "the control is cut to its shape";
         EXPECT_EQ(b.surface().size(), QSize(c.w, c.h));
         EXPECT_EQ(b.surface().pixel(0, 0), rgbOf(0xE99950)) << "the corner takes the face";
     }
-}
-
-TEST(CandyShape, RoundedRegionIsSymmetricAndCutOnlyInTheCorners)
-{
+    // In a corner square a pixel nearer the centre than the edge is inside, in all four.
     const QRegion region = CandyButton::roundedRegion(120, 60, 16);
-    for (int y = 0; y < 60; ++y) {
-        for (int x = 0; x < 120; ++x) {
-            ASSERT_EQ(region.contains(QPoint(x, y)), region.contains(QPoint(119 - x, y)));
-            ASSERT_EQ(region.contains(QPoint(x, y)), region.contains(QPoint(x, 59 - y)));
-        }
-    }
-    // In a corner square, a pixel nearer the centre than the edge is inside.
-    for (QPoint in : {QPoint(16, 0), QPoint(0, 16), QPoint(1, 15), QPoint(8, 8)})
-        EXPECT_TRUE(region.contains(in)) << in.x() << "," << in.y();
-    for (QPoint out : {QPoint(0, 0), QPoint(15, 0), QPoint(0, 15), QPoint(3, 3)})
-        EXPECT_FALSE(region.contains(out)) << out.x() << "," << out.y();
+    const struct {
+        QPoint at;
+        bool inside;
+    } corner[] = {{{16, 0}, true}, {{0, 16}, true},  {{1, 15}, true},  {{8, 8}, true},
+                  {{0, 0}, false}, {{15, 0}, false}, {{0, 15}, false}, {{3, 3}, false},
+                  {{60, 0}, true}, {{0, 30}, true}};
+    for (const auto &[at, inside] : corner)
+        for (QPoint p : {at, QPoint(119 - at.x(), at.y()), QPoint(at.x(), 59 - at.y()),
+                         QPoint(119 - at.x(), 59 - at.y())})
+            EXPECT_EQ(region.contains(p), inside) << p.x() << "," << p.y();
     const QRegion narrow = CandyButton::roundedRegion(3, 20, 1);
     EXPECT_EQ(QList<bool>({narrow.contains(QPoint(0, 0)), narrow.contains(QPoint(2, 19)),
                            narrow.contains(QPoint(1, 0)), narrow.contains(QPoint(0, 1))}),
               QList<bool>({false, false, true, true}));
 }
 
-TEST_F(CandyPainting, CornersTakeTheFaceColourMovedByBorderBrightness)
-{
-    const quint32 face = 0xE99950;
-    QImage image = paint(0);
-    EXPECT_EQ(image.pixel(0, 0), rgbOf(face));
-    EXPECT_EQ(image.pixel(0, 59), rgbOf(face));
-    EXPECT_EQ(image.pixel(119, 0), rgbOf(face));
-
-    button.setBorderBrightness(-100);
-    image = paint(0);
-    EXPECT_EQ(image.pixel(0, 0), qRgb(0, 0, 0));
-    EXPECT_EQ(image.pixel(119, 59), qRgb(0, 0, 0));
-
-    button.setBorderBrightness(50);
-    image = paint(0);
-    EXPECT_EQ(image.pixel(3, 0), rgbOf(CandyButton::BlendColors(face, 0xFFFFFF, 50)));
-}
-
-TEST_F(CandyPainting, GlowIsBrightAtTheCentreAndGlossNearWhiteAtTheTop)
-{
-    button.setColorScheme(1);
-    const QImage image = paint(0);
-    EXPECT_EQ(image.pixel(60, 30), rgbOf(0xFFEDB0));
-    // Row 2 is the gloss's first: white blended by 2 x (50 \ 16) percent toward the face.
-    EXPECT_EQ(image.pixel(60, 2), rgbOf(CandyButton::BlendColors(0xFFFFFF, 0xD06720, 6)));
-    EXPECT_EQ(image.pixel(60, 2), qRgb(242, 246, 253));
-    // The gloss fades down to row R.
-    EXPECT_EQ(image.pixel(60, 16), rgbOf(CandyButton::BlendColors(0xFFFFFF, 0xD06720, 48)));
-    // Rows 0 and 1 are the face, under the glow's rim.
-    EXPECT_NE(image.pixel(60, 1), image.pixel(60, 2));
-}
-
 TEST_F(CandyPainting, StatesTakeTheirFacesAndOnlyThePressedStateMovesTheCaption)
 {
+    // The corners take the face moved by the border brightness.
+    button.setBorderBrightness(-100);
+    EXPECT_EQ(paint(0).pixel(119, 59), qRgb(0, 0, 0));
+    button.setBorderBrightness(50);
+    EXPECT_EQ(paint(0).pixel(3, 0), rgbOf(CandyButton::BlendColors(0xE99950, 0xFFFFFF, 50)));
+    button.setBorderBrightness(0);
+
     button.setCaption("Sale");
     const QRect atRest = darkBox(paint(0));
     ASSERT_FALSE(atRest.isEmpty());
@@ -154,6 +126,15 @@ TEST_F(CandyPainting, StatesTakeTheirFacesAndOnlyThePressedStateMovesTheCaption)
 
     button.setChecked(false);
     button.setCaption("");
+    button.setColorScheme(1);
+    const QImage lit = paint(0);
+    EXPECT_EQ(lit.pixel(60, 30), rgbOf(0xFFEDB0)) << "the glow is brightest at the centre";
+    // The gloss from row 2, white blended 2 x (50 \ 16) percent more toward the face a row,
+    // down to row R; rows 0 and 1 are the face under the glow's rim.
+    EXPECT_EQ(lit.pixel(60, 2), rgbOf(CandyButton::BlendColors(0xFFFFFF, 0xD06720, 6)));
+    EXPECT_EQ(lit.pixel(60, 16), rgbOf(CandyButton::BlendColors(0xFFFFFF, 0xD06720, 48)));
+    EXPECT_NE(lit.pixel(60, 1), lit.pixel(60, 2));
+
     button.setColorScheme(4);
     button.setEnabled(false);
     const QImage up = paint(0);

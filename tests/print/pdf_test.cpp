@@ -2,7 +2,6 @@
 #include "print/PageRenderer.h"
 #include "support/PrintSupport.h"
 #include <QImage>
-#include <QPainter>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -55,39 +54,28 @@ TEST(PdfFile, HoldsEveryPageInItsOrientationWithItsText)
     EXPECT_TRUE(text.contains("CAKE-9"));
     EXPECT_TRUE(text.contains(QString("Page %1").arg(doc.PageCount())));
 
-    PageDocument empty;
-    EXPECT_FALSE(writePdf(empty, dir.filePath("none.pdf"), error));
-}
-
-// The red title at the top left and the footer at the bottom right are where the
-// screen draws them: the page is neither moved nor scaled.
-TEST(PdfFile, PageIsDrawnWhereTheScreenDrawsIt)
-{
-    QTemporaryDir dir;
-    PageDocument doc;
-    writeSets(doc, 9);
-    const QString path = dir.filePath("sets.pdf");
-    QString error;
-    ASSERT_TRUE(writePdf(doc, path, error));
+    // The red title at the top left and the footer at the bottom right are where the
+    // screen draws them: the page is neither moved nor scaled.
     runTool("pdftoppm", {"-r", "150", "-f", "1", "-l", "1", "-png", path, dir.filePath("p")});
-    const QImage pdf = QImage(dir.filePath("p-1.png")).convertToFormat(QImage::Format_RGB32);
-    ASSERT_FALSE(pdf.isNull()) << "pdftoppm made no picture";
-    auto inked = [&](const TextRun &run, auto ink) {
-        const qreal k = 150.0 / 1440;
-        const QRect box = QRectF(run.rect.topLeft() * k, run.rect.size() * k).toRect();
+    const QImage shot = QImage(dir.filePath("p-1.png")).convertToFormat(QImage::Format_RGB32);
+    ASSERT_FALSE(shot.isNull()) << "pdftoppm made no picture";
+    auto inked = [&](QRectF rect, auto ink) {
+        const QRect box = QRectF(rect.topLeft() * 150 / 1440, rect.size() * 150 / 1440).toRect();
         for (int y = box.top(); y <= box.bottom(); ++y)
             for (int x = box.left(); x <= box.right(); ++x)
-                if (ink(pdf.pixel(x, y)))
+                if (ink(shot.pixel(x, y)))
                     return true;
         return false;
     };
-    const TextRun &title = doc.page(1).texts.at(5);
+    auto red = [](QRgb p) { return qRed(p) > 200 && qGreen(p) < 80; };
+    auto black = [](QRgb p) { return qGray(p) < 60; };
+    const TextRun &title = doc.page(1).texts.at(5), &footer = doc.page(1).texts.at(4);
     ASSERT_TRUE(title.text.startsWith(" Set:"));
-    EXPECT_TRUE(inked(title, [](QRgb p) { return qRed(p) > 200 && qGreen(p) < 80; }));
-    const TextRun &footer = doc.page(1).texts.at(4);
     ASSERT_EQ(footer.text, "Page 1");
-    EXPECT_TRUE(inked(footer, [](QRgb p) { return qGray(p) < 60; }));
-    TextRun moved = footer;
-    moved.rect.translate(0, -360);
-    EXPECT_FALSE(inked(moved, [](QRgb p) { return qGray(p) < 60; })) << "a quarter inch above it";
+    EXPECT_TRUE(inked(title.rect, red));
+    EXPECT_TRUE(inked(footer.rect, black));
+    EXPECT_FALSE(inked(footer.rect.translated(0, -360), black)) << "a quarter inch above it";
+
+    PageDocument empty;
+    EXPECT_FALSE(writePdf(empty, dir.filePath("none.pdf"), error));
 }
