@@ -101,6 +101,7 @@ TEST_F(SpecialKeysTest, HandEditedFilesAreReadWithoutHarm)
     });
     QTest::mouseClick(odd->cmdSpecial[0], Qt::LeftButton);
     QTest::keyClick(odd.get(), Qt::Key_F10);
+    EXPECT_TRUE(odd->isVisible());
     EXPECT_EQ(readDataFile("COUPON.BDF"), "[BUTTON]1[CAPTION]Odd[KEY]~SCOUPN[VALUE]abc\r\n");
     EXPECT_EQ(boxes().size(), 2) << "refused by the key and by the screen: nothing written";
 }
