@@ -52,9 +52,16 @@ TEST_F(StartupTest, SecondInstanceGetsTheBoxAndChangesNothing)
     EXPECT_FALSE(QFile::exists(appFolder() + "/52.txt")) << "no database connection was made";
 }
 
-TEST_F(StartupTest, StartMakesThePictureFoldersAndReadsTheSearchSettings)
+TEST_F(StartupTest, AStartWithoutAStoreEndsAndOneWithAStoreReadsTheSearchSettings)
 {
     SaveSetting("ZEL Settings", "DATABASE", "DATAPATH", dataPath());
+    writeDataFile("ZEL.INI", "");
+    EXPECT_EQ(testing_support::runMain(), 0);
+    EXPECT_TRUE(modal.shown.isEmpty()) << "no set list without a store";
+    EXPECT_TRUE(boxes().isEmpty());
+    EXPECT_TRUE(gfbDBSM_TableExists("COMMON")) << "an empty database gets its tables";
+    EXPECT_FALSE(gfbDBSM_TableExists("invt0"));
+
     seedCommon(3, "N");
     gpDBSM_Disconnect();
     writeDataFile("ZEL.INI", "[Primary Search Fields]\r\nSearch for Inventory by:=Stock Locater\r\n"
@@ -75,17 +82,6 @@ TEST_F(StartupTest, StartMakesThePictureFoldersAndReadsTheSearchSettings)
     EXPECT_FALSE(gbMultiStore);
     EXPECT_TRUE(gfbDBSM_TableExists("invt3"));
     EXPECT_TRUE(gfbDBSM_TableExists("UPC3"));
-}
-
-TEST_F(StartupTest, AnEmptyDatabaseGetsItsTablesAndTheStartEndsWithoutCommonRow)
-{
-    SaveSetting("ZEL Settings", "DATABASE", "DATAPATH", dataPath());
-    writeDataFile("ZEL.INI", "");
-    EXPECT_EQ(testing_support::runMain(), 0);
-    EXPECT_TRUE(modal.shown.isEmpty()) << "no set list without a store";
-    EXPECT_TRUE(boxes().isEmpty());
-    EXPECT_TRUE(gfbDBSM_TableExists("COMMON"));
-    EXPECT_FALSE(gfbDBSM_TableExists("invt0"));
 }
 
 TEST_F(StartupTest, SearchSettingsMapExactlyAndAMissingKeyOrIniIsSaid)
