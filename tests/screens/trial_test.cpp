@@ -106,31 +106,6 @@ TEST_F(TrialTest, AKeyPressedWhileAnotherStationHoldsTheDatabaseGivesOneBox)
     QTest::keyClick(t.get(), Qt::Key_Escape);
 }
 
-TEST_F(TrialTest, LettersFollowTheirPlacesAndLowerCaseWorks)
-{
-    QByteArray text = "[SET]Letters\r\n";
-    for (int g = 1; g <= 4; ++g) {
-        text += "[GROUP]" + QByteArray::number(g) + "[CAPTION]G[COLOR]\r\n";
-        text += "[BUTTON]1[CAPTION]K" + QByteArray::number(g) +
-                "[ITEM]0001234.5[ICON][IDSELECT]"
-                "No[LINKSET][ROOT]\r\n[BUTTON]8[CAPTION]L" +
-                QByteArray::number(g) + "[ITEM]0001234.5[ICON][IDSELECT]No[LINKSET][ROOT]\r\n";
-    }
-    writeDataFile("HKSET01.SDF", text);
-    auto t = open(1, "HKSET01.SDF");
-    EXPECT_EQ(key(*t, 1, 7), "L1 8");
-    EXPECT_EQ(key(*t, 2, 0), "K2 A");
-    EXPECT_EQ(key(*t, 2, 7), "L2 H");
-    EXPECT_EQ(key(*t, 3, 0), "K3 J");
-    EXPECT_EQ(key(*t, 4, 7), "L4 Y");
-    QTest::keyClick(t.get(), Qt::Key_Y);
-    QTest::keyClicks(t.get(), "y");
-    EXPECT_EQ(sale(*t), QStringList({"2 COFFEE SMALL"}));
-    QTest::keyClicks(t.get(), "9");
-    QTest::keyClicks(t.get(), "i");
-    EXPECT_EQ(sale(*t), QStringList({"2 COFFEE SMALL"})) << "no key owns 9 or I";
-}
-
 TEST_F(TrialTest, TheFourButtonsWalkTheSetsInNameOrderAndBackReturnsFromALink)
 {
     writeSet(1, "Set 1", {"Go|0001234.5|No|"});
@@ -157,24 +132,43 @@ TEST_F(TrialTest, TheFourButtonsWalkTheSetsInNameOrderAndBackReturnsFromALink)
     EXPECT_EQ(t->windowTitle(), "Hot Keys - Set 1");
 }
 
-TEST_F(TrialTest, OneSetLeavesEveryButtonOffTheKeysStillReachThemAndHelpComesInFront)
+TEST_F(TrialTest, OneSetLeavesEveryButtonOffLettersFollowTheirPlacesAndHelpComesInFront)
 {
-    writeSet(1, "Only", {"Go|0001234.5|No|", "Missing||No|9"});
+    // Keys 1 and 8 of every column; key 2 opens a set whose file is gone.
+    const QByteArray coffee = "[ITEM]0001234.5[ICON][IDSELECT]No[LINKSET][ROOT]\r\n";
+    QByteArray text = "[SET]Only\r\n";
+    for (int g = 1; g <= 4; ++g) {
+        const QByteArray n = QByteArray::number(g);
+        text += "[GROUP]" + n + "[CAPTION]G[COLOR]\r\n[BUTTON]1[CAPTION]K" + n + coffee;
+        if (g == 1)
+            text += "[BUTTON]2[CAPTION]Missing[ITEM][ICON][IDSELECT]No[LINKSET]9[ROOT]\r\n";
+        text += "[BUTTON]8[CAPTION]L" + n + coffee;
+    }
+    writeDataFile("HKSET01.SDF", text);
     auto t = open(1, "HKSET01.SDF");
     for (int i = 0; i < 4; ++i) EXPECT_FALSE(t->cmdBack[i]->isEnabled()) << i;
     QTest::keyClick(t.get(), Qt::Key_End);
     EXPECT_EQ(t->windowTitle(), "Hot Keys - Only");
+    EXPECT_EQ(key(*t, 1, 7), "L1 8");
+    EXPECT_EQ(key(*t, 2, 0), "K2 A");
+    EXPECT_EQ(key(*t, 2, 7), "L2 H");
+    EXPECT_EQ(key(*t, 3, 0), "K3 J");
+    EXPECT_EQ(key(*t, 4, 7), "L4 Y");
 
-    QTest::keyClick(t.get(), Qt::Key_2); // a link to a set whose file is gone
+    QTest::keyClick(t.get(), Qt::Key_2);
     const auto shown = boxes();
     ASSERT_EQ(shown.size(), 1);
     EXPECT_TRUE(shown[0].text.contains("HKSET09.SDF\r\rHot Keys File Is Missing"));
-    EXPECT_EQ(key(*t, 1, 0), "Go 1") << "the keys on show stay";
+    EXPECT_EQ(key(*t, 1, 0), "K1 1") << "the keys on show stay";
     QTest::keyClick(t.get(), Qt::Key_1);
     EXPECT_TRUE(sale(*t).isEmpty()) << "the record is empty until a set is read again";
     QTest::keyClick(t.get(), Qt::Key_End);
-    QTest::keyClick(t.get(), Qt::Key_1);
-    EXPECT_EQ(sale(*t).size(), 1);
+    QTest::keyClick(t.get(), Qt::Key_Y);
+    QTest::keyClicks(t.get(), "y");
+    EXPECT_EQ(sale(*t), QStringList({"2 COFFEE SMALL"}));
+    QTest::keyClicks(t.get(), "9");
+    QTest::keyClicks(t.get(), "i");
+    EXPECT_EQ(sale(*t), QStringList({"2 COFFEE SMALL"})) << "no key owns 9 or I";
 
     shell.topMost.clear();
     QTest::keyClick(t.get(), Qt::Key_F1);
