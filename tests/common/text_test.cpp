@@ -3,7 +3,7 @@
 #include "common/zelFormats.h"
 #include <gtest/gtest.h>
 
-TEST(SLNormalize, WorkedExamplesRowForRowAndTheNormalFormStays)
+TEST(SLForms, NormalFormRowForRowAndTheStoredAndShownForms)
 {
     const std::pair<const char *, const char *> rows[] = {
         {"", ""},
@@ -31,10 +31,6 @@ TEST(SLNormalize, WorkedExamplesRowForRowAndTheNormalFormStays)
         EXPECT_EQ(gfsSL_normalize(typed), QString(normal)) << "typed: '" << typed << "'";
         EXPECT_EQ(gfsSL_normalize(normal), QString(normal)) << "normal form of '" << typed << "'";
     }
-}
-
-TEST(SLForms, StoredAndDisplay)
-{
     EXPECT_EQ(gfsSL_toStored("1234567.8"), "12345678");
     EXPECT_EQ(gfsSL_toStored("    123. "), "    123 ");
     EXPECT_EQ(gfsSL_toDisplay("12345678"), "1234567.8");

@@ -109,14 +109,6 @@ TEST(SqlServerErrors, TheServersNumbersBecomeTheProvidersNumbers)
     EXPECT_EQ(mapped(229).fault, DbFault::None);
 }
 
-TEST(LikePatterns, TypedPatternCharactersAreEscapedForEachEngine)
-{
-    EXPECT_EQ(sqlText(SqlServerEngine().likeContains("50%_[a]\\")),
-              "like '%50\\%\\_\\[a]\\\\%' ESCAPE '\\'");
-    EXPECT_EQ(sqlText(gfsDBSM_LikeContains("Description", "O'NEIL%")),
-              "Description like '%O''NEIL\\%%' ESCAPE '\\'");
-}
-
 TEST_P(FaultTest, AColumnAnotherStationAddsLeavesTheReadsWhole)
 {
     gItem.SL = "1";

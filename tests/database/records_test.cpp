@@ -72,7 +72,7 @@ TEST_P(RecordTest, OneSegmentNextSkipsRepeatedValuesAndStopsAtTheEnd)
     EXPECT_FALSE(op(opPrevious, 1));
 }
 
-TEST_P(RecordTest, ComparisonsApplyTheOperatorToEverySegment)
+TEST_P(RecordTest, ComparisonsApplyTheOperatorToEverySegmentOrTheRowsColumn)
 {
     setItem("BREAD", "99999999");
     QString sql;
@@ -93,6 +93,11 @@ TEST_P(RecordTest, ComparisonsApplyTheOperatorToEverySegment)
     QString given = sql;
     ASSERT_TRUE(gfbDBSM_Record(0, opLessEqual, 1, false, false, given));
     EXPECT_EQ(given, sql + " DESC") << "DESC goes behind a caller's statement too";
+    setItem("", "20000001");
+    ASSERT_TRUE(op(opEqual, 1));
+    ASSERT_TRUE(op(opLess, 1, &sql, true));
+    EXPECT_EQ(sql, "SELECT TOP 1 * FROM items WHERE SL<'20000001' ORDER BY SL DESC");
+    EXPECT_EQ(sl(), "20000001") << "the row path compares one column, the buffer stays";
 }
 
 TEST_P(RecordTest, FirstAndLastWithAndWithoutAKey)
@@ -166,18 +171,6 @@ TEST_P(RecordTest, ATypedKeyFindsOnlyTheRowThatHoldsItAndIsShownQuoted)
     EXPECT_EQ(boxes().size(), 1);
 }
 
-TEST_P(RecordTest, RowPathComparesOneColumnOfTheCurrentRow)
-{
-    setItem("", "20000001");
-    ASSERT_TRUE(op(opEqual, 1));
-    QString sql;
-    ASSERT_TRUE(op(opGreater, 1, &sql, true));
-    EXPECT_EQ(sql, "SELECT TOP 1 * FROM items WHERE SL>'20000001'");
-    EXPECT_EQ(sl(), "20000001") << "the row path leaves the buffer alone";
-    ASSERT_TRUE(op(opLess, 1, &sql, true));
-    EXPECT_TRUE(sql.endsWith("ORDER BY SL DESC"));
-}
-
 TEST_P(RecordTest, SelectAndBySqlOpenARowSet)
 {
     QString sql = "SELECT * FROM items WHERE Description like '%COLA%' ORDER BY SL";
@@ -237,7 +230,7 @@ TEST_P(RecordTest, OpenTableCreatesAMissingTableWithItsIndexes)
     EXPECT_TRUE(shown[0].text.contains("    Open Table Error    "));
 }
 
-TEST(Statements, GetNextAndPreviousWordForWord)
+TEST(Statements, WordForWordAndShownWithTheirValues)
 {
     const QStringList K{"A", "B", "C", "D", "E"}, V{"1", "2", "3", "4", "5"};
     EXPECT_EQ(sqlText(dbsm::getNext("T", K.mid(0, 3), V, false)),
@@ -261,14 +254,16 @@ TEST(Statements, GetNextAndPreviousWordForWord)
         dbsm::trimItemId(QString("SELECT * FROM T WHERE ItemID='ItemID' ORDER BY ItemID,ItemIDX"))
             .shape,
         "SELECT * FROM T WHERE ltrim(ItemID)='ItemID' ORDER BY ltrim(ItemID),ItemIDX");
-}
-
-TEST(Statements, TheShownTextHoldsEachValueQuotedWhereItsMarkStands)
-{
+    // The shown text: each value quoted where its mark stands outside quotes.
     EXPECT_EQ(sqlText({"SELECT * FROM t WHERE a=? AND b='?' AND c>? ESCAPE '\\' AND d=?",
                        {"O'NEIL", "x" + QString(QChar(0)), "?"}}),
               "SELECT * FROM t WHERE a='O''NEIL' AND b='?' AND c>'  ' ESCAPE '\\' AND d='?'");
     EXPECT_EQ(sqlText({"a=? OR b=?", {"1"}}), "a='1' OR b=?") << "a mark without a value stays";
+    // Typed pattern characters are escaped, for the server without a connection too.
+    EXPECT_EQ(sqlText(SqlServerEngine().likeContains("50%_[a]\\")),
+              "like '%50\\%\\_\\[a]\\\\%' ESCAPE '\\'");
+    EXPECT_EQ(sqlText(gfsDBSM_LikeContains("Description", "O'NEIL%")),
+              "Description like '%O''NEIL\\%%' ESCAPE '\\'");
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, RecordTest, testing_support::kEachEngine,

@@ -73,6 +73,7 @@ TEST_F(DataPathTest, FirstStartAsksDefinesCreatesSavesAndGoesOn)
     EXPECT_EQ(stored("STATION"), "1");
     EXPECT_EQ(stored("TESTDATA"), "");
     EXPECT_FALSE(QFile::exists(qr + "/ZEL.INI")) << "gIni has no file during the start-up";
+    EXPECT_EQ(nativePath("c:\\QR\\x"), qr + "/x") << "the drive in either case";
 
     const auto shown = boxes();
     ASSERT_EQ(shown.size(), 2);
@@ -89,19 +90,27 @@ TEST_F(DataPathTest, FirstStartAsksDefinesCreatesSavesAndGoesOn)
     EXPECT_TRUE(boxes().isEmpty());
 }
 
-TEST_F(DataPathTest, StoredValuesAreTrimmedAndABadNetworkFlagIsFalseAndSaid)
+TEST_F(DataPathTest, StoredValuesAreTrimmedABadNetworkFlagIsFalseAndUpperAltIsCarriedOverOnce)
 {
+    // upper.alt comes from the program's folder once; the store's own copy stays.
+    QFile appAlt(QCoreApplication::applicationDirPath() + "/upper.alt");
+    ASSERT_TRUE(appAlt.open(QIODevice::WriteOnly) && appAlt.write("from app") == 8);
+    appAlt.close();
     store("DATAPATH", "  " + dataPath() + "/  ");
     store("NETWORK", "   ");
     EXPECT_TRUE(gfbZEL_DataPath_open(51));
     EXPECT_EQ(gDataPath.DataPath(), dataPath());
     EXPECT_EQ(gDataPath.MaxStations(), 51);
     EXPECT_FALSE(gDataPath.Network());
+    EXPECT_EQ(readDataFile("upper.alt"), "from app");
+    writeDataFile("upper.alt", "site's own");
 
     store("DATAPATH", dataPath() + "//");
     EXPECT_TRUE(gfbZEL_DataPath_open(50));
+    appAlt.remove();
     EXPECT_EQ(gDataPath.DataPath(), dataPath() + "/");
     EXPECT_EQ(gDataPath.MaxStations(), 50);
+    EXPECT_EQ(readDataFile("upper.alt"), "site's own");
 
     store("NETWORK", "maybe");
     EXPECT_TRUE(gfbZEL_DataPath_open(0));
@@ -258,29 +267,4 @@ TEST_F(DataPathTest, MarkerFolderSwitchesOnTheRetryLoop)
     EXPECT_TRUE(oneBox(boxes(),
                        "Server not found. Check Server and Network Connections.\r\n Retry?", 36,
                        "Network Error"));
-}
-
-TEST_F(DataPathTest, UpperAltIsCarriedOverButNeverOverwritten)
-{
-    const QString source = QCoreApplication::applicationDirPath() + "/upper.alt";
-    QFile f(source);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-    f.write("from app");
-    f.close();
-    store("DATAPATH", dataPath());
-    EXPECT_TRUE(gfbZEL_DataPath_open(0));
-    EXPECT_EQ(readDataFile("upper.alt"), "from app");
-    writeDataFile("upper.alt", "site's own");
-    EXPECT_TRUE(gfbZEL_DataPath_open(0));
-    EXPECT_EQ(readDataFile("upper.alt"), "site's own");
-    QFile::remove(source);
-}
-
-TEST(NativePath, DriveRootsAndBackslashes)
-{
-    qputenv("HOTKEYS_DRIVE_C", "/srv/c");
-    EXPECT_EQ(nativePath("C:\\QR"), "/srv/c/QR");
-    EXPECT_EQ(nativePath("c:\\zelsafe\\x"), "/srv/c/zelsafe/x");
-    EXPECT_EQ(nativePath("/already/native"), "/already/native");
-    qunsetenv("HOTKEYS_DRIVE_C");
 }
