@@ -116,6 +116,13 @@ TEST_F(CandyPainting, StatesTakeTheirFacesAndOnlyThePressedStateMovesTheCaption)
     ASSERT_FALSE(atRest.isEmpty());
     EXPECT_EQ(darkBox(paint(1)), atRest.translated(1, 1));
     EXPECT_EQ(darkBox(paint(4)), atRest) << "checked paints down, the caption stays";
+    // Only under the pointer, and only when asked, the caption takes its high-lite colour.
+    button.setCaptionHighLite(true);
+    button.setCaptionHighLiteColor(0x00FF00);
+    EXPECT_TRUE(hasPixel(paint(3), qRgb(0, 255, 0)));
+    EXPECT_FALSE(hasPixel(paint(0), qRgb(0, 255, 0)));
+    button.setCaptionHighLite(false);
+    EXPECT_FALSE(hasPixel(paint(3), qRgb(0, 255, 0)));
 
     button.setColorScheme(3);
     const quint32 faces[] = {0x800000, 0xF00000, 0x800000, 0xA00000, 0xF00000};
@@ -143,44 +150,7 @@ TEST_F(CandyPainting, StatesTakeTheirFacesAndOnlyThePressedStateMovesTheCaption)
     for (int state : {2, 3, 4}) EXPECT_EQ(paint(state), up) << state;
 }
 
-TEST_F(CandyPainting, CaptionHighLiteColoursTheCaptionUnderThePointerOnly)
-{
-    button.setFont(QFont("DejaVu Sans", 20, QFont::Bold));
-    button.setCaption("IH");
-    button.setCaptionHighLite(true);
-    button.setCaptionHighLiteColor(0x00FF00);
-    EXPECT_TRUE(hasPixel(paint(3), qRgb(0, 255, 0)));
-    EXPECT_FALSE(hasPixel(paint(0), qRgb(0, 255, 0)));
-    button.setCaptionHighLite(false);
-    EXPECT_FALSE(hasPixel(paint(3), qRgb(0, 255, 0)));
-}
-
-TEST_F(CandyPainting, PictureAtTheLeftAndItsHighLiteAndDisabledLooks)
-{
-    QImage picture(10, 10, QImage::Format_ARGB32);
-    picture.fill(qRgb(255, 0, 0));
-    button.setPicture(picture);
-    button.setPictureAlignment(2);
-    button.setIconHighLite(true);
-    button.setIconHighLiteColor(0xFF0000);
-    // At x = R, y = (H - PH) / 2 + 1.
-    QImage image = paint(0);
-    EXPECT_EQ(image.pixel(16, 26), qRgb(255, 0, 0));
-    EXPECT_EQ(image.pixel(25, 35), qRgb(255, 0, 0));
-    EXPECT_NE(image.pixel(15, 26), qRgb(255, 0, 0));
-    EXPECT_NE(image.pixel(26, 35), qRgb(255, 0, 0));
-    image = paint(1);
-    EXPECT_EQ(image.pixel(26, 36), qRgb(255, 0, 0));
-    EXPECT_NE(image.pixel(16, 26), qRgb(255, 0, 0));
-    image = paint(3);
-    EXPECT_EQ(image.pixel(16, 26), qRgb(0, 0, 255));
-    button.setEnabled(false);
-    image = paint(0);
-    EXPECT_EQ(image.pixel(16, 26), qRgb(128, 128, 128));
-    EXPECT_EQ(image.pixel(26, 36), qRgb(255, 255, 255));
-}
-
-TEST_F(CandyPainting, PictureAboveOrBelowTheCaption)
+TEST_F(CandyPainting, PictureAboveBelowOrAtTheLeftAndItsHighLiteAndDisabledLooks)
 {
     QImage picture(20, 20, QImage::Format_ARGB32);
     picture.fill(qRgb(255, 0, 0));
@@ -196,6 +166,25 @@ TEST_F(CandyPainting, PictureAboveOrBelowTheCaption)
     image = paint(0);
     EXPECT_LT(darkBox(image).bottom(), image.height() / 2);
     EXPECT_EQ(image.pixel(60, 45), qRgb(255, 0, 0));
+
+    // At the left: at x = R, y = (H - PH) / 2 + 1.
+    button.setCaption("");
+    button.setPictureAlignment(2);
+    button.setIconHighLite(true);
+    button.setIconHighLiteColor(0xFF0000);
+    image = paint(0);
+    EXPECT_EQ(image.pixel(16, 21), qRgb(255, 0, 0));
+    EXPECT_EQ(image.pixel(35, 40), qRgb(255, 0, 0));
+    EXPECT_NE(image.pixel(15, 21), qRgb(255, 0, 0));
+    EXPECT_NE(image.pixel(36, 40), qRgb(255, 0, 0));
+    image = paint(1);
+    EXPECT_EQ(image.pixel(36, 41), qRgb(255, 0, 0));
+    EXPECT_NE(image.pixel(16, 21), qRgb(255, 0, 0));
+    EXPECT_EQ(paint(3).pixel(16, 21), qRgb(0, 0, 255));
+    button.setEnabled(false);
+    image = paint(0);
+    EXPECT_EQ(image.pixel(16, 21), qRgb(128, 128, 128));
+    EXPECT_EQ(image.pixel(36, 41), qRgb(255, 255, 255));
 }
 
 TEST_F(CandyPainting, TwoLineCaptions)

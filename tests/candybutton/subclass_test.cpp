@@ -205,8 +205,21 @@ TEST_F(Subclassing, EndingFromACallbackLetsTheMessageFinishAndOutsideAnyMessageI
     send();
     EXPECT_EQ(takeLog(), QStringList({"own 1000"}));
 
-    recorder.onCall = nullptr;
+    // Ended on a move the window's own handling of the user message makes: that handling
+    // returns first.
     EXPECT_TRUE(sc.sc_Subclass(&window)) << "the window is free to be intercepted again";
+    sc.sc_WatchMsg(&window, WM_MOUSEMOVE, MSG_AFTER);
+    sc.sc_WatchMsg(&window, userMsg, MSG_AFTER);
+    window.onOwn = [this] { move({2, 2}); };
+    send();
+    EXPECT_EQ(takeLog(), QStringList({"own 1000", "own 5", "after 512"}));
+    window.onOwn = nullptr;
+    send();
+    EXPECT_EQ(takeLog(), QStringList({"own 1000"}));
+    EXPECT_TRUE(window.children().isEmpty());
+
+    recorder.onCall = nullptr;
+    sc.sc_Subclass(&window);
     sc.sc_WatchMsg(&window, userMsg, MSG_AFTER);
     send();
     EXPECT_EQ(takeLog(), QStringList({"own 1000", after}));
@@ -216,42 +229,21 @@ TEST_F(Subclassing, EndingFromACallbackLetsTheMessageFinishAndOutsideAnyMessageI
     EXPECT_EQ(takeLog(), QStringList({"own 1000"}));
 }
 
-TEST_F(Subclassing, EndingInsideTheWindowsOwnHandlingWaitsForItToReturn)
-{
-    sc.sc_Subclass(&window);
-    sc.sc_WatchMsg(&window, WM_MOUSEMOVE, MSG_AFTER);
-    sc.sc_WatchMsg(&window, userMsg, MSG_AFTER);
-    // The window's handling of the user message moves the pointer; the owner ends
-    // the interception on that inner move.
-    window.onOwn = [this] { move({2, 2}); };
-    recorder.onCall = [this](QWidget *w) { sc.sc_UnSubclass(w); };
-    send();
-    EXPECT_EQ(takeLog(), QStringList({"own 1000", "own 5", "after 512"}));
-    window.onOwn = nullptr;
-    send();
-    EXPECT_EQ(takeLog(), QStringList({"own 1000"}));
-    EXPECT_TRUE(window.children().isEmpty());
-}
-
-TEST_F(Subclassing, CallPrevProcRunsTheWindowsOwnHandlingAtOnce)
+TEST_F(Subclassing, MouseMessagesCarryButtonsAndSignedCoordinatesBothWays)
 {
     sc.sc_Subclass(&window);
     sc.sc_WatchMsg(&window, WM_LBUTTONDOWN, MSG_BEFORE);
     sc.sc_CallPrevProc(&window, WM_LBUTTONDOWN, MK_LBUTTON, 7 << 16 | 5);
-    EXPECT_EQ(window.lastPress, QPoint(5, 7));
+    EXPECT_EQ(window.lastPress, QPoint(5, 7)) << "the window's own handling, at once";
     EXPECT_EQ(takeLog(), QStringList({"own 2"}));
-}
 
-TEST(LegacyMessages, MouseMessagesCarryButtonsAndSignedCoordinates)
-{
     QMouseEvent e(QEvent::MouseMove, QPointF(-3, 20), QPointF(-3, 20), Qt::NoButton,
                   Qt::LeftButton | Qt::RightButton, Qt::ShiftModifier);
     quint32 wParam;
     qint32 lParam;
     EXPECT_EQ(legacyMessage(e, wParam, lParam), WM_MOUSEMOVE);
     EXPECT_EQ(wParam, quint32(MK_LBUTTON | MK_RBUTTON | MK_SHIFT));
-    EXPECT_EQ(qint16(lParam & 0xFFFF), -3);
-    EXPECT_EQ(lParam >> 16, 20);
+    EXPECT_EQ(QPoint(qint16(lParam & 0xFFFF), lParam >> 16), QPoint(-3, 20));
     QEvent leave(QEvent::Leave);
     EXPECT_EQ(legacyMessage(leave, wParam, lParam), WM_MOUSELEAVE);
 }
