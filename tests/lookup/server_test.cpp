@@ -10,6 +10,12 @@ namespace {
 class PgServerLookupTest : public LookupScreenFixture {
 protected:
     PgServerLookupTest() { m_ownServer = true; }
+    void SetUp() override
+    {
+        LookupScreenFixture::SetUp();
+        if (!testOnPostgres())
+            GTEST_SKIP() << "a server to stop is there on the PostgreSQL pass only";
+    }
 };
 
 } // namespace
