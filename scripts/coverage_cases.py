@@ -50,8 +50,8 @@ def reached(prefix):
     return lines, branches
 
 
-def run_alone(number, command, cwd, env):
-    prefix = os.path.join(scratch, str(number))
+def run_alone(key, command, cwd, env):
+    prefix = os.path.join(scratch, key)
     env = dict(env, GCOV_PREFIX=prefix, GCOV_PREFIX_STRIP="0")
     try:
         passed = subprocess.run(command, cwd=cwd, env=env, capture_output=True,
@@ -81,9 +81,9 @@ for number, test in enumerate(listing["tests"]):
     if "FIXTURES_SETUP" in props:
         cluster = (test["command"], cwd)
     elif test["name"] == "display_tests":
-        tests.append((test["name"], test["command"], cwd, env, 3))
+        tests.append((number, test["name"], test["command"], cwd, env, 3))
     elif "FIXTURES_CLEANUP" not in props and not test["command"][0].endswith("cmake"):
-        tests.append((test["name"], test["command"], cwd, env, 1))
+        tests.append((number, test["name"], test["command"], cwd, env, 1))
 
 os.makedirs(out, exist_ok=True)
 cases = collections.defaultdict(lambda: (set(), set()))
@@ -91,12 +91,12 @@ failed = []
 
 
 def run(entry):
-    name, command, cwd, env, shards = entry
+    number, name, command, cwd, env, shards = entry
     lines, branches, passed = set(), set(), True
     # the display layer stops itself after 110 s, which this build outlasts in one part
     for shard in range(shards):
         part = dict(env, GTEST_TOTAL_SHARDS=str(shards), GTEST_SHARD_INDEX=str(shard))
-        ok, (l, b) = run_alone(f"{abs(hash(name))}-{shard}", command, cwd, part)
+        ok, (l, b) = run_alone(f"{number}-{shard}", command, cwd, part)
         passed &= ok
         lines |= l
         branches |= b
