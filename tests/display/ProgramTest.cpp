@@ -19,11 +19,9 @@ void ProgramTest::SetUp()
     for (const char *folder : {"settings", "drive-c", "app"}) QDir(temp.path()).mkpath(folder);
     qputenv("HOTKEYS_DRIVE_C", temp.filePath("drive-c").toLocal8Bit());
     qputenv("HK_DISPLAY_URLS", temp.filePath("urls.txt").toLocal8Bit());
-
     const QString seeded =
         testing_support::seedDemoStore(dataPath(), temp.filePath("settings"), 300);
     ASSERT_TRUE(seeded.isEmpty()) << seeded.toStdString();
-
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, temp.filePath("settings"));
     platform::setApplicationFolder(temp.filePath("app"));
     versions::setRoot(temp.filePath("versions"));
@@ -55,25 +53,17 @@ int ProgramTest::runProgram()
     return code;
 }
 
-QString ProgramTest::dataPath() const
+QByteArray ProgramTest::readFile(const QString &path)
 {
-    return temp.filePath("data");
-}
-
-QByteArray ProgramTest::readDataFile(const QString &name) const
-{
-    QFile f(QDir(dataPath()).filePath(name));
+    QFile f(path);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
 void ProgramTest::expectWhollyOnScreen(QWidget *form)
 {
     const QRect place = Robot::placeOf(form);
-    const QRect screen = form->screen()->geometry();
-    EXPECT_TRUE(screen.contains(place))
-        << form->metaObject()->className() << " lies at " << place.x() << ',' << place.y() << ' '
-        << place.width() << " x " << place.height() << " on a screen of " << screen.width() << " x "
-        << screen.height();
+    EXPECT_TRUE(form->screen()->geometry().contains(place))
+        << form->metaObject()->className() << " lies at " << place;
 }
 
 namespace {
@@ -81,9 +71,8 @@ namespace {
 // The numbers of an X property as xprop prints them: "NAME(CARDINAL) = 0, 0, 1280, 1024".
 QList<int> cardinals(const QStringList &xpropArgs)
 {
-    const QString out = Robot::run("xprop", xpropArgs);
     QList<int> values;
-    for (const QString &v : out.section('=', 1).split(',', Qt::SkipEmptyParts))
+    for (const QString &v : Robot::run("xprop", xpropArgs).section('=', 1).split(','))
         values << v.trimmed().toInt();
     return values;
 }
@@ -97,20 +86,14 @@ void ProgramTest::expectMaximized(QWidget *form)
         cardinals({"-id", QString::number(form->winId()), "_NET_FRAME_EXTENTS"});
     ASSERT_GE(area.size(), 4);
     ASSERT_EQ(frame.size(), 4); // left, right, top, bottom
-    const QRect place = Robot::placeOf(form);
-    const QRect framed = place.adjusted(-frame[0], -frame[2], frame[1], frame[3]);
-    EXPECT_TRUE(framed == QRect(area[0], area[1], area[2], area[3]))
-        << form->metaObject()->className() << " lies at " << place.x() << ',' << place.y() << ' '
-        << place.width() << " x " << place.height() << " in a work area of " << area[2] << " x "
-        << area[3];
+    const QRect framed = Robot::placeOf(form).adjusted(-frame[0], -frame[2], frame[1], frame[3]);
+    EXPECT_EQ(framed, QRect(area[0], area[1], area[2], area[3]))
+        << form->metaObject()->className() << " with its frame";
 }
 
 QStringList ProgramTest::openedUrls() const
 {
-    QFile f(temp.filePath("urls.txt"));
-    if (!f.open(QIODevice::ReadOnly))
-        return {};
-    return QString::fromUtf8(f.readAll()).split('\n', Qt::SkipEmptyParts);
+    return QString::fromUtf8(readFile(temp.filePath("urls.txt"))).split('\n', Qt::SkipEmptyParts);
 }
 
 } // namespace display

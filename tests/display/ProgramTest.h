@@ -10,6 +10,11 @@ inline void PrintTo(const QString &s, std::ostream *os)
     *os << '"' << s.toStdString() << '"';
 }
 
+inline std::ostream &operator<<(std::ostream &os, const QRect &r)
+{
+    return os << r.x() << ',' << r.y() << ' ' << r.width() << " x " << r.height();
+}
+
 namespace display {
 
 struct ProgramEnd {
@@ -32,8 +37,9 @@ protected:
 
     // Runs the program from its start until it ends; returns its exit code.
     int runProgram();
-    QString dataPath() const;
-    QByteArray readDataFile(const QString &name) const;
+    QString dataPath() const { return temp.filePath("data"); }
+    QByteArray readDataFile(const QString &name) const { return readFile(dataPath() + '/' + name); }
+    static QByteArray readFile(const QString &path);
     // The whole form on the screen, its bottom row of buttons included.
     static void expectWhollyOnScreen(QWidget *form);
     // The form with its frame covers the work area, as the window manager maximises it.

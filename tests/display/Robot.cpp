@@ -1,6 +1,6 @@
 #include "display/Robot.h"
+#include "platform/ui/MSFlexGrid.h"
 #include <QAbstractButton>
-#include <QApplication>
 #include <QDialog>
 #include <QDir>
 #include <QEventLoop>
@@ -20,50 +20,50 @@ namespace {
 constexpr int kStepLimitMs = 15000;
 constexpr int kActivateAfterMs = 3000;
 
-QString describe(QWidget *w)
-{
-    if (!w)
-        return "no modal window";
-    QString s = QString("%1 \"%2\"").arg(w->metaObject()->className(), w->windowTitle());
-    if (auto *box = qobject_cast<QMessageBox *>(w))
-        s += " saying \"" + box->text() + '"';
-    const QWindow *handle = w->windowHandle();
-    s += QString(" (visible %1, exposed %2, active %3)")
-             .arg(w->isVisible())
-             .arg(handle && handle->isExposed())
-             .arg(w->isActiveWindow());
-    return s;
-}
-
 bool isShown(QWidget *w)
 {
     return w->isVisible() && w->windowHandle() && w->windowHandle()->isExposed();
 }
 
+QString describe(QWidget *w)
+{
+    if (!w)
+        return "no modal window";
+    auto *box = qobject_cast<QMessageBox *>(w);
+    return QString("%1 \"%2\"%3 (shown %4, active %5)")
+        .arg(w->metaObject()->className(), w->windowTitle(),
+             box ? " saying \"" + box->text() + '"' : QString())
+        .arg(isShown(w))
+        .arg(w->isActiveWindow());
+}
+
 // Why a grab looks blank (a few colours, or a quarter of it black), or nothing.
 QString blankReason(const QImage &grab)
 {
-    if (grab.isNull() || grab.width() < 8 || grab.height() < 8)
+    if (grab.width() < 8 || grab.height() < 8)
         return QString("nothing was grabbed (%1 x %2)").arg(grab.width()).arg(grab.height());
-    const QImage image = grab.convertToFormat(QImage::Format_RGB32);
     QSet<QRgb> colours;
     qint64 black = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        const auto *line = reinterpret_cast<const QRgb *>(image.constScanLine(y));
-        for (int x = 0; x < image.width(); ++x) {
-            const QRgb c = line[x] & 0xFFFFFF;
-            if (colours.size() < 64)
+    for (int y = 0; y < grab.height(); ++y) {
+        for (int x = 0; x < grab.width(); ++x) {
+            const QRgb c = grab.pixel(x, y) & 0xFFFFFF;
+            if (colours.size() < 8)
                 colours.insert(c);
-            if (qRed(c) < 16 && qGreen(c) < 16 && qBlue(c) < 16)
-                ++black;
+            black += qMax(qMax(qRed(c), qGreen(c)), qBlue(c)) < 16;
         }
     }
-    const qint64 all = qint64(image.width()) * image.height();
+    const qint64 all = qint64(grab.width()) * grab.height();
     if (colours.size() < 8)
         return QString("only %1 colours").arg(colours.size());
-    if (black * 4 > all)
-        return QString("%1% of it is black").arg(black * 100 / all);
-    return {};
+    return black * 4 > all ? QString("%1% of it is black").arg(black * 100 / all) : QString();
+}
+
+QString shotFolder()
+{
+    const QString folder =
+        qEnvironmentVariable("HK_DISPLAY_SHOTS", QDir::temp().filePath("hk-display-shots"));
+    QDir().mkpath(folder);
+    return folder;
 }
 
 } // namespace
@@ -91,10 +91,9 @@ void Robot::answer(const QString &text, QMessageBox::StandardButton button)
         [this, button](QWidget *w) {
             auto *box = static_cast<QMessageBox *>(w);
             boxTexts << box->text();
-            QAbstractButton *pressed = box->button(button);
-            if (!pressed)
-                return fail("the box \"" + box->text() + "\" has no such button");
-            click(pressed);
+            if (QAbstractButton *pressed = box->button(button))
+                return click(pressed);
+            fail("the box \"" + box->text() + "\" has no such button");
         });
 }
 
@@ -172,12 +171,8 @@ void Robot::poll()
 void Robot::fail(const QString &why)
 {
     failures << why;
-    if (QScreen *screen = QGuiApplication::primaryScreen())
-        screen->grabWindow(0).save(
-            QDir(shotFolder())
-                .filePath(
-                    QString("failure-%1.png")
-                        .arg(::testing::UnitTest::GetInstance()->current_test_info()->name())));
+    grab(QGuiApplication::primaryScreen()->geometry(),
+         QString("failure-") + ::testing::UnitTest::GetInstance()->current_test_info()->name());
     m_failed = true;
     m_steps.clear();
 }
@@ -202,11 +197,17 @@ void Robot::click(QWidget *widget)
     click(widget, widget->rect().center());
 }
 
-void Robot::click(QWidget *widget, QPoint at)
+void Robot::click(QWidget *widget, QPoint at, int button, int clicks)
 {
     at = widget->mapToGlobal(at);
-    run("xdotool",
-        {"mousemove", "--sync", QString::number(at.x()), QString::number(at.y()), "click", "1"});
+    run("xdotool", {"mousemove", "--sync", QString::number(at.x()), QString::number(at.y()),
+                    "click", "--repeat", QString::number(clicks), QString::number(button)});
+}
+
+void Robot::clickCell(platform::MSFlexGrid *grid, int row, int col, int button, int clicks)
+{
+    const QRect cell = grid->visualItemRect(grid->item(row - grid->FixedRows(), col));
+    click(grid->viewport(), cell.center(), button, clicks);
 }
 
 void Robot::drag(QWidget *from, QWidget *to, const QString &held)
@@ -236,6 +237,13 @@ void Robot::type(const QString &text)
     run("xdotool", {"type", "--delay", "20", text});
 }
 
+void Robot::retype(QWidget *box, const QString &text)
+{
+    click(box);
+    key("ctrl+a");
+    type(text);
+}
+
 void Robot::settle(int ms)
 {
     m_quiet = true;
@@ -245,25 +253,32 @@ void Robot::settle(int ms)
     m_quiet = false;
 }
 
-QString Robot::shotFolder()
-{
-    const QString folder =
-        qEnvironmentVariable("HK_DISPLAY_SHOTS", QDir::temp().filePath("hk-display-shots"));
-    QDir().mkpath(folder);
-    return folder;
-}
-
 // The window's inside as the X server places it. Qt's own idea of a window's
 // geometry has been seen to lag at 1 x 1 for a window already drawn.
 QRect Robot::placeOf(QWidget *window)
 {
     const QString info = run("xwininfo", {"-id", QString::number(window->winId())});
     auto field = [&info](const char *name) {
-        const QRegularExpression re(QString(name) + R"(:\s*(-?\d+))");
-        return re.match(info).captured(1).toInt();
+        return QRegularExpression(QString(name) + R"(:\s*(-?\d+))").match(info).captured(1).toInt();
     };
     return QRect(field("Absolute upper-left X"), field("Absolute upper-left Y"), field("Width"),
                  field("Height"));
+}
+
+QImage Robot::grab(QRect area, const QString &name)
+{
+    const QImage image = QGuiApplication::primaryScreen()
+                             ->grabWindow(0, area.x(), area.y(), area.width(), area.height())
+                             .toImage();
+    image.save(QDir(shotFolder()).filePath(name + ".png"));
+    return image;
+}
+
+void Robot::shot(QWidget *window, const QString &name)
+{
+    settle();
+    const QRect area = placeOf(window) & window->screen()->geometry();
+    checkBlank(grab(area, name), name, area);
 }
 
 // Each window of the program is checked where it lies on the screen, so the
@@ -271,17 +286,15 @@ QRect Robot::placeOf(QWidget *window)
 void Robot::screenShot(const QString &name)
 {
     settle();
-    QScreen *screen = QGuiApplication::primaryScreen();
-    const QImage image = screen->grabWindow(0).toImage();
-    image.save(QDir(shotFolder()).filePath(name + ".png"));
+    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    const QImage image = grab(screen, name);
     for (QWidget *w : QApplication::topLevelWidgets()) {
-        const QRect area = w->isVisible() ? placeOf(w) & screen->geometry() : QRect();
-        if (area.isEmpty())
-            continue;
-        checkBlank(
-            image.copy(area),
-            QString("%1: %2 \"%3\"").arg(name, w->metaObject()->className(), w->windowTitle()),
-            area);
+        const QRect area = w->isVisible() ? placeOf(w) & screen : QRect();
+        if (!area.isEmpty())
+            checkBlank(
+                image.copy(area),
+                QString("%1: %2 \"%3\"").arg(name, w->metaObject()->className(), w->windowTitle()),
+                area);
     }
 }
 
@@ -295,17 +308,6 @@ void Robot::checkBlank(const QImage &image, const QString &what, QRect area)
                         .arg(area.y())
                         .arg(area.width())
                         .arg(area.height());
-}
-
-void Robot::shot(QWidget *window, const QString &name)
-{
-    settle();
-    QScreen *screen = window->screen();
-    const QRect area = placeOf(window) & screen->geometry();
-    const QImage image =
-        screen->grabWindow(0, area.x(), area.y(), area.width(), area.height()).toImage();
-    image.save(QDir(shotFolder()).filePath(name + ".png"));
-    checkBlank(image, name, area);
 }
 
 } // namespace display

@@ -1,8 +1,8 @@
 #pragma once
+#include <QApplication>
 #include <QElapsedTimer>
 #include <QImage>
 #include <QMessageBox>
-#include <QObject>
 #include <QPointer>
 #include <QRect>
 #include <QStringList>
@@ -10,7 +10,9 @@
 #include <deque>
 #include <functional>
 
-class QScreen;
+namespace platform {
+class MSFlexGrid;
+}
 
 namespace display {
 
@@ -36,6 +38,11 @@ public:
     // When a condition holds, whatever window is up.
     void until(
         const QString &what, std::function<bool()> condition, std::function<void()> act = [] {});
+    // The active modal window when it is a Form.
+    template <class Form> static Form *modal()
+    {
+        return qobject_cast<Form *>(QApplication::activeModalWidget());
+    }
 
     void start();
     // Stops; steps never reached and windows left open are failures.
@@ -45,12 +52,17 @@ public:
 
     // Real input through the X server.
     static void click(QWidget *widget);
-    static void click(QWidget *widget, QPoint at);
+    static void click(QWidget *widget, QPoint at, int button = 1, int clicks = 1);
+    // A cell of the grid, its row as TextMatrix counts it.
+    static void clickCell(platform::MSFlexGrid *grid, int row, int col, int button = 1,
+                          int clicks = 1);
     // Presses on one widget, moves in steps and lets go over the other, with `held`
     // (xdotool key names, "ctrl") held down meanwhile.
     static void drag(QWidget *from, QWidget *to, const QString &held = QString());
     static void key(const QString &keys); // key names as xdotool knows them: "F10", "Escape"
     static void type(const QString &text);
+    // Clicks the box and types over what it holds.
+    static void retype(QWidget *box, const QString &text);
     static QString run(const QString &program, const QStringList &args);
     // The window's _NET_WM_STATE as the window manager set it.
     static QString wmState(QWidget *window);
@@ -65,7 +77,6 @@ public:
     void screenShot(const QString &name);
     // Lets the program paint and settle without running a step.
     void settle(int ms = 150);
-    static QString shotFolder();
 
 private:
     struct Step {
@@ -78,6 +89,8 @@ private:
              std::function<void(QWidget *)> act);
     void poll();
     void fail(const QString &why);
+    // Grabs the area of the screen, saves it as NAME.png and checks it is not blank.
+    static QImage grab(QRect area, const QString &name);
     void checkBlank(const QImage &image, const QString &what, QRect area);
 
     QTimer m_timer;

@@ -7,8 +7,6 @@
 #include "screens/frmVersions.h"
 #include "screens/posButtons.h"
 #include "shell/frmMain.h"
-#include <QApplication>
-#include <QFile>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -24,19 +22,30 @@ class EditorOnDisplay : public ProgramTest {};
 
 } // namespace
 
-TEST_F(EditorOnDisplay, AddASetWithALinkFromTheSetFinderAPictureAndAColumnTitle)
+// A new set gets a link from the set finder, a picture and a column title. Then
+// the main menu: every window of a stack is drawn, whichever lies over which (the
+// set list under the editor under the key dialog under a box, and the lookup over
+// all of them, which opens maximised each time: a passing size once undid that);
+// un-maximised the editor fits the screen with its frame; a drag swaps, a drag
+// with Ctrl copies, undo and redo go back and forth, and the versions screen takes
+// the accepted change back.
+TEST_F(EditorOnDisplay, ANewSetThenAStackOfWindowsDragUndoRedoAndTheVersionsScreen)
 {
+    const QByteArray asSeeded = readDataFile("HKSET01.SDF");
+    QPointer<frmHotKeys> editor;
+    QPointer<frmVersions> versions;
+    QString first, second;
+    QRect normal, area;
     int rowsAfter = 0;
     robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdEdit[0]); });
-    robot.on<frmHotKeys>([&](frmHotKeys &editor) {
-        EXPECT_EQ(editor.txtButtonSet->text(), "New Set 13");
-        expectWhollyOnScreen(&editor);
-        expectMaximized(&editor);
-        robot.shot(&editor, "editor-new-set");
-        Robot::click(editor.txtButtonSet);
-        Robot::key("ctrl+a");
-        Robot::type("Display Test");
-        Robot::click(editor.cmdHkGroup[2][0]);
+    robot.on<frmHotKeys>([&](frmHotKeys &form) {
+        editor = &form;
+        EXPECT_EQ(form.txtButtonSet->text(), "New Set 13");
+        expectWhollyOnScreen(&form);
+        expectMaximized(&form);
+        robot.shot(&form, "editor-new-set");
+        Robot::retype(form.txtButtonSet, "Display Test");
+        Robot::click(form.cmdHkGroup[2][0]);
     });
     robot.on<frmHotKey_Define>([&](frmHotKey_Define &key) {
         robot.shot(&key, "key-dialog");
@@ -65,9 +74,7 @@ TEST_F(EditorOnDisplay, AddASetWithALinkFromTheSetFinderAPictureAndAColumnTitle)
         robot.shot(&key, "key-dialog-picture");
         Robot::key("F10");
     });
-    QPointer<frmHotKeys> editor;
     robot.on<frmHotKeys>([&](frmHotKeys &form) {
-        editor = &form;
         EXPECT_EQ(form.cmdHkGroup[2][0]->caption(), "Hot Drinks");
         Robot::click(form.cmdEdit_Group[2]);
     });
@@ -91,28 +98,14 @@ TEST_F(EditorOnDisplay, AddASetWithALinkFromTheSetFinderAPictureAndAColumnTitle)
         rowsAfter = main.fgrdItems->Rows();
         EXPECT_EQ(main.fgrdItems->TextMatrix(13, 1), "Display Test");
         EXPECT_EQ(main.fgrdItems->TextMatrix(13, 3), "Links");
-        Robot::key("Escape");
+        Robot::clickCell(main.fgrdItems, 1, 1); // Main Menu
+        Robot::click(main.cmdEdit[1]);
     });
-    EXPECT_EQ(runProgram(), 0);
-    EXPECT_EQ(rowsAfter, 14);
-    const QByteArray set = readDataFile("HKSET13.SDF");
-    EXPECT_TRUE(set.startsWith("[SET]Display Test\r\n")) << set.toStdString();
-    EXPECT_TRUE(set.contains("[GROUP]2[CAPTION]Links")) << set.toStdString();
-    EXPECT_TRUE(
-        set.contains("[BUTTON]1[CAPTION]Hot Drinks[ITEM][ICON]coffee.jpg[IDSELECT]No[LINKSET]2"))
-        << set.toStdString();
-}
-
-// Every window of a stack is drawn, whichever lies over which: the set list under
-// the editor under the key dialog under a box, and the lookup over all of them, which
-// opens maximised each time (a passing size once undid that).
-TEST_F(EditorOnDisplay, AKeyGetsAnItemThroughAStackOfWindowsAndTheLookup)
-{
-    robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdEdit[1]); });
-    robot.on<frmHotKeys>([&](frmHotKeys &editor) {
-        EXPECT_EQ(editor.txtButtonSet->text(), "Main Menu");
+    robot.on<frmHotKeys>([&](frmHotKeys &form) {
+        editor = &form;
+        EXPECT_EQ(form.txtButtonSet->text(), "Main Menu");
         robot.screenShot("stack-1-editor");
-        Robot::click(editor.cmdHkGroup[3][2]);
+        Robot::click(form.cmdHkGroup[3][2]);
     });
     robot.on<frmHotKey_Define>([&](frmHotKey_Define &key) {
         robot.screenShot("stack-2-key-dialog");
@@ -148,7 +141,7 @@ TEST_F(EditorOnDisplay, AKeyGetsAnItemThroughAStackOfWindowsAndTheLookup)
     robot.until(
         "the lookup on Coffee Small",
         [&] {
-            auto *lookup = qobject_cast<frm_Lookup *>(QApplication::activeModalWidget());
+            auto *lookup = Robot::modal<frm_Lookup>();
             return lookup &&
                    lookup->fgrdItems->TextMatrix(lookup->fgrdItems->Row(), 0) == "COFFEE SMALL";
         },
@@ -159,40 +152,13 @@ TEST_F(EditorOnDisplay, AKeyGetsAnItemThroughAStackOfWindowsAndTheLookup)
         robot.screenShot("stack-6-key-dialog-after-lookup");
         Robot::key("F10");
     });
-    robot.on<frmHotKeys>([&](frmHotKeys &editor) {
-        EXPECT_EQ(editor.cmdHkGroup[3][2]->caption(), "Label only");
-        robot.screenShot("stack-7-editor-after-dialogs");
-        Robot::key("F10");
-    });
-    robot.on<frmMain>([&](frmMain &) {
-        robot.screenShot("stack-8-set-list");
-        Robot::key("Escape");
-    });
-    EXPECT_EQ(runProgram(), 0);
-    const QByteArray set = readDataFile("HKSET01.SDF");
-    EXPECT_TRUE(set.contains("[GROUP]3[CAPTION]Treats[COLOR]MAGENTA\r\n[BUTTON]1[CAPTION]Ice "
-                             "Cream"));
-    EXPECT_TRUE(set.contains("[BUTTON]3[CAPTION]Label only[ITEM]0001234.5[ICON][IDSELECT]No"));
-}
-
-// Un-maximised the editor fits the screen with its frame; a drag swaps, a drag with
-// Ctrl copies, undo and redo go back and forth, and the versions screen takes the
-// accepted change back.
-TEST_F(EditorOnDisplay, DragUndoRedoAndTheVersionsScreenTakesTheAcceptedChangeBack)
-{
-    const QByteArray asSeeded = readDataFile("HKSET01.SDF");
-    QPointer<frmHotKeys> editor;
-    QPointer<frmVersions> versions;
-    QString first, second;
-    QRect normal, area;
     const auto shows = [&](const QString &top, const QString &next) {
         return editor->cmdHkGroup[1][0]->caption() == top &&
                editor->cmdHkGroup[2][0]->caption() == next;
     };
-    robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdEdit[1]); });
     robot.on<frmHotKeys>([&](frmHotKeys &form) {
-        editor = &form;
-        expectMaximized(&form);
+        EXPECT_EQ(form.cmdHkGroup[3][2]->caption(), "Label only");
+        robot.screenShot("stack-7-editor-after-dialogs");
         form.showNormal();
         robot.settle(500);
         normal = form.frameGeometry();
@@ -222,6 +188,7 @@ TEST_F(EditorOnDisplay, DragUndoRedoAndTheVersionsScreenTakesTheAcceptedChangeBa
         [&] { Robot::click(editor->cmdOkCancel[0]); });
     QByteArray accepted;
     robot.on<frmMain>([&](frmMain &) {
+        robot.screenShot("stack-8-set-list");
         accepted = readDataFile("HKSET01.SDF");
         Robot::key("v");
     });
@@ -237,10 +204,18 @@ TEST_F(EditorOnDisplay, DragUndoRedoAndTheVersionsScreenTakesTheAcceptedChangeBa
         [&] { Robot::key("Escape"); });
     robot.on<frmMain>([&](frmMain &) { Robot::key("Escape"); });
     EXPECT_EQ(runProgram(), 0);
-    EXPECT_TRUE(area.contains(normal))
-        << "frame " << normal.x() << ',' << normal.y() << ' ' << normal.width() << " x "
-        << normal.height() << " on a free area of " << area.height();
+    EXPECT_EQ(rowsAfter, 14);
+    const QByteArray set = readDataFile("HKSET13.SDF");
+    EXPECT_TRUE(set.startsWith("[SET]Display Test\r\n")) << set.toStdString();
+    EXPECT_TRUE(set.contains("[GROUP]2[CAPTION]Links")) << set.toStdString();
+    EXPECT_TRUE(
+        set.contains("[BUTTON]1[CAPTION]Hot Drinks[ITEM][ICON]coffee.jpg[IDSELECT]No[LINKSET]2"))
+        << set.toStdString();
+    EXPECT_TRUE(area.contains(normal)) << "frame " << normal << " on a free area " << area;
     EXPECT_LT(normal.height(), area.height());
+    EXPECT_TRUE(accepted.contains("[GROUP]3[CAPTION]Treats[COLOR]MAGENTA\r\n[BUTTON]1[CAPTION]Ice "
+                                  "Cream"));
+    EXPECT_TRUE(accepted.contains("[BUTTON]3[CAPTION]Label only[ITEM]0001234.5[ICON][IDSELECT]No"));
     const QByteArray firstLine = "[CAPTION]" + first.toLatin1() + "[ITEM]";
     EXPECT_EQ(accepted.count(firstLine), 2) << accepted.toStdString();
     EXPECT_LT(accepted.indexOf("[GROUP]1"), accepted.indexOf(firstLine));

@@ -1,6 +1,8 @@
 #include "common/ui/frmHelp.h"
 #include "display/ProgramTest.h"
 #include "platform/ui/MSFlexGrid.h"
+#include "screens/frmHotKeys.h"
+#include "screens/frmSetCheck.h"
 #include "shell/frmMain.h"
 #include <QFile>
 #include <QPrinterInfo>
@@ -23,19 +25,32 @@ struct NoBrowser : ShellUntilEnd {
     }
 };
 
+QStringList rowTexts(platform::MSFlexGrid *grid)
+{
+    QStringList rows;
+    for (int r = grid->FixedRows(); r < grid->Rows(); ++r) {
+        QStringList cells;
+        for (int c = 0; c < grid->Cols(); ++c) cells << grid->TextMatrix(r, c);
+        rows << cells.join('|');
+    }
+    return rows;
+}
+
 } // namespace
 
 // Maximised, the columns share the width and no title is cut; Print says what is
 // missing without a printer; help without a browser shows its own page; Delete
-// asks, removes the set and clears the keys that opened it.
-TEST_F(SetListOnDisplay, MaximisedPrintHelpAndDeleteWithItsLinks)
+// asks, removes the set and clears the keys that opened it. Check Sets opens the
+// set of a line by a double click and mends a dead link from the right click.
+TEST_F(SetListOnDisplay, MaximisedPrintHelpDeleteWithItsLinksAndCheckSets)
 {
+    ASSERT_TRUE(QFile::remove(dataPath() + "/HKSET12.SDF")); // Lottery, opened from set 01
     NoBrowser noBrowser;
     platform::ShellPort::install(&noBrowser);
     const bool printers = !QPrinterInfo::availablePrinterNames().isEmpty();
     QList<int> widths;
-    QStringList cut;
-    QString title, text;
+    QStringList cut, found, after;
+    QString title, text, editorSet;
     int rows = 0;
     robot.on<frmMain>([&](frmMain &main) {
         main.showMaximized();
@@ -64,18 +79,43 @@ TEST_F(SetListOnDisplay, MaximisedPrintHelpAndDeleteWithItsLinks)
         Robot::key("Escape");
     });
     robot.on<frmMain>([&](frmMain &main) {
-        platform::MSFlexGrid *grid = main.fgrdItems;
-        const int lottery = 12 - grid->FixedRows();
-        Robot::click(grid->viewport(), grid->visualItemRect(grid->item(lottery, 1)).center());
+        Robot::clickCell(main.fgrdItems, 11, 1); // Tobacco
         Robot::click(main.cmdEdit[2]);
     });
-    robot.answer("Ready To Delete 'Lottery'", QMessageBox::Yes);
+    robot.answer("Ready To Delete 'Tobacco'", QMessageBox::Yes);
     robot.answer("Hot keys Removed", QMessageBox::Ok);
     robot.on<frmMain>([&](frmMain &main) {
         rows = main.fgrdItems->Rows();
         robot.shot(&main, "set-list-after-removal");
+        Robot::key("F7");
+    });
+    robot.on<frmSetCheck>([&](frmSetCheck &list) {
+        found = rowTexts(list.fgrdItems);
+        robot.shot(&list, "check-sets");
+        Robot::clickCell(list.fgrdItems, 1, 1, 1, 2);
+    });
+    robot.on<frmHotKeys>([&](frmHotKeys &editor) {
+        editorSet = editor.HotKeySet;
         Robot::key("Escape");
     });
+    robot.on<frmSetCheck>([&](frmSetCheck &list) {
+        Robot::clickCell(list.fgrdItems, 1, 4, 3);
+        robot.settle(400);
+        robot.screenShot("check-sets-fix-menu");
+        Robot::key("Down Return"); // the first item: the fix of this line
+    });
+    robot.until(
+        "the list checked again",
+        [&] {
+            return Robot::modal<frmSetCheck>() &&
+                   Robot::modal<frmSetCheck>()->fgrdItems->Rows() == 1;
+        },
+        [&] {
+            after = rowTexts(Robot::modal<frmSetCheck>()->fgrdItems);
+            robot.shot(Robot::modal<frmSetCheck>(), "check-sets-fixed");
+            Robot::key("Escape");
+        });
+    robot.on<frmMain>([&](frmMain &) { Robot::key("Escape"); });
     EXPECT_EQ(runProgram(), 0);
     platform::ShellPort::install(&shell);
     ASSERT_EQ(widths.size(), 5);
@@ -86,14 +126,21 @@ TEST_F(SetListOnDisplay, MaximisedPrintHelpAndDeleteWithItsLinks)
     EXPECT_EQ(noBrowser.tried, QStringList{"https://www.zelsoftware.com/guides-documents/"});
     EXPECT_EQ(title, "The List of Hot Key Sets");
     EXPECT_TRUE(text.contains("F9 Print")) << text.toStdString();
-    EXPECT_EQ(rows, 12);
-    QStringList said{"Ready To Delete 'Lottery'\n\nKeys that open it, which will be cleared: 1 "
+    EXPECT_EQ(rows, 11);
+    QStringList said{"Ready To Delete 'Tobacco'\n\nKeys that open it, which will be cleared: 1 "
                      "key in 1 other set (set 01).\n\nAre You Sure You Want To Delete?",
                      "Hot keys Removed"};
     if (!printers)
         said.prepend("You must have a windows printer installed ");
     EXPECT_EQ(robot.boxTexts, said);
-    EXPECT_FALSE(QFile::exists(dataPath() + "/HKSET12.SDF"));
-    EXPECT_FALSE(readDataFile("HKSET01.SDF").contains("Lottery"));
-    EXPECT_TRUE(readDataFile("HKSET01.SDF").contains("[CAPTION]Tobacco"));
+    EXPECT_FALSE(QFile::exists(dataPath() + "/HKSET11.SDF"));
+    ASSERT_EQ(found.size(), 1) << found.join('\n').toStdString();
+    EXPECT_TRUE(found.first().startsWith("01|Main Menu|")) << found.first().toStdString();
+    EXPECT_TRUE(found.first().contains("opens set 12")) << found.first().toStdString();
+    EXPECT_EQ(editorSet, "01");
+    EXPECT_EQ(after, QStringList());
+    const QByteArray menu = readDataFile("HKSET01.SDF");
+    EXPECT_FALSE(menu.contains("Tobacco"));
+    EXPECT_FALSE(menu.contains("[LINKSET]12[")) << "the dead link is gone";
+    EXPECT_TRUE(menu.contains("[CAPTION]Grocery"));
 }
