@@ -1,6 +1,12 @@
 #pragma once
 #include "display/Robot.h"
+#include "platform/ui/MSFlexGrid.h"
 #include "platform/ui/NativeShell.h"
+#include "shell/frmMain.h"
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <ostream>

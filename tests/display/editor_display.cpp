@@ -1,26 +1,17 @@
 #include "display/ProgramTest.h"
 #include "lookup/frm_Lookup.h"
-#include "platform/ui/MSFlexGrid.h"
 #include "screens/frmButtonSet_Find.h"
 #include "screens/frmHotKey_Define.h"
 #include "screens/frmHotKeys.h"
 #include "screens/frmVersions.h"
 #include "screens/posButtons.h"
-#include "shell/frmMain.h"
 #include <QFileDialog>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
-#include <QPushButton>
 #include <QScreen>
 
 using namespace display;
 
-namespace {
-
-class EditorOnDisplay : public ProgramTest {};
-
-} // namespace
+using EditorOnDisplay = ProgramTest;
 
 // A new set gets a link from the set finder, a picture and a column title. Then
 // the main menu: every window of a stack is drawn, whichever lies over which (the

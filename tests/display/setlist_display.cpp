@@ -1,19 +1,15 @@
 #include "common/ui/frmHelp.h"
 #include "display/ProgramTest.h"
-#include "platform/ui/MSFlexGrid.h"
 #include "screens/frmHotKeys.h"
 #include "screens/frmSetCheck.h"
-#include "shell/frmMain.h"
-#include <QFile>
 #include <QPrinterInfo>
-#include <QPushButton>
 #include <QTextBrowser>
 
 using namespace display;
 
-namespace {
+using SetListOnDisplay = ProgramTest;
 
-class SetListOnDisplay : public ProgramTest {};
+namespace {
 
 // The platform finds no browser (or no network) to open the guides page.
 struct NoBrowser : ShellUntilEnd {

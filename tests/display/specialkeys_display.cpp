@@ -2,9 +2,6 @@
 #include "screens/frmSpecialKey_edit.h"
 #include "screens/frmSpecialKeys.h"
 #include "screens/posButtons.h"
-#include "shell/frmMain.h"
-#include <QLineEdit>
-#include <QPushButton>
 
 using namespace display;
 
@@ -12,15 +9,21 @@ namespace {
 
 class SpecialKeysOnDisplay : public ProgramTest {
 protected:
-    // Types into a box of the edit dialog, then accepts it once its Accept shows.
-    void editAndAccept(QLineEdit *frmSpecialKey_edit::*box, const QString &text)
+    // Opens the screen by `button` on the set list, the edit dialog by its key
+    // `index`, types into a box of the dialog and accepts it once its Accept shows.
+    void editKey(QPushButton *frmMain::*button, const QString &title, int index,
+                 QLineEdit *frmSpecialKey_edit::*box, const QString &text)
     {
-        robot.on<frmSpecialKey_edit>([this, box, text](frmSpecialKey_edit &edit) {
+        robot.on<frmMain>([button](frmMain &main) { Robot::click(main.*button); });
+        robot.on<frmSpecialKeys>([this, title, index](frmSpecialKeys &keys) {
+            EXPECT_EQ(keys.windowTitle(), title);
+            robot.shot(&keys, title.toLower().replace(' ', '-'));
+            Robot::click(keys.cmdSpecial[index]);
+        });
+        robot.on<frmSpecialKey_edit>([this, box, title, text](frmSpecialKey_edit &edit) {
             dialog = &edit;
-            robot.shot(&edit, shotName + "-edit");
-            Robot::click(edit.*box);
-            Robot::key("ctrl+a");
-            Robot::type(text);
+            robot.shot(&edit, title.toLower().replace(' ', '-') + "-edit");
+            Robot::retype(edit.*box, text);
         });
         robot.until(
             "the typed text",
@@ -31,7 +34,6 @@ protected:
             [this] { Robot::click(dialog->cmdOkCancel[0]); });
     }
     QPointer<frmSpecialKey_edit> dialog;
-    QString shotName;
 };
 
 } // namespace
@@ -39,30 +41,14 @@ protected:
 // Special keys and coupons, one screen in two roles.
 TEST_F(SpecialKeysOnDisplay, DefineASpecialKeyThenChangeACouponAmount)
 {
-    shotName = "special-keys";
-    robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdSpecial); });
-    robot.on<frmSpecialKeys>([&](frmSpecialKeys &keys) {
-        EXPECT_EQ(keys.windowTitle(), "Special Keys");
-        robot.shot(&keys, "special-keys");
-        Robot::click(keys.cmdSpecial[1]);
-    });
-    editAndAccept(&frmSpecialKey_edit::txtEdit, "Price Check");
+    editKey(&frmMain::cmdSpecial, "Special Keys", 1, &frmSpecialKey_edit::txtEdit, "Price Check");
     robot.on<frmSpecialKeys>([&](frmSpecialKeys &keys) {
         EXPECT_EQ(keys.cmdSpecial[1]->Caption(), "Price Check\r*");
         Robot::key("F10");
     });
     // Void Line is on "*" too: the screen warns, and Yes saves them so.
     robot.answer("Special keys 1 and 2 both use the keyboard character", QMessageBox::Yes);
-    robot.on<frmMain>([&](frmMain &main) {
-        shotName = "coupons";
-        Robot::click(main.CmdCoupon);
-    });
-    robot.on<frmSpecialKeys>([&](frmSpecialKeys &keys) {
-        EXPECT_EQ(keys.windowTitle(), "Coupons");
-        robot.shot(&keys, "coupons");
-        Robot::click(keys.cmdSpecial[0]);
-    });
-    editAndAccept(&frmSpecialKey_edit::TxtAmount, "2.00");
+    editKey(&frmMain::CmdCoupon, "Coupons", 0, &frmSpecialKey_edit::TxtAmount, "2.00");
     robot.on<frmSpecialKeys>([&](frmSpecialKeys &keys) { Robot::click(keys.cmdOkCancel[0]); });
     robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdExit); });
     EXPECT_EQ(runProgram(), 0);

@@ -1,10 +1,6 @@
 #include "display/ProgramTest.h"
-#include "platform/ui/MSFlexGrid.h"
 #include "screens/frmHotKeys_Trial.h"
-#include "shell/frmMain.h"
-#include <QApplication>
 #include <QProcess>
-#include <QPushButton>
 #include <QWindow>
 
 using namespace display;
@@ -13,14 +9,6 @@ namespace {
 
 class TrialPanelOnDisplay : public ProgramTest {
 protected:
-    void TearDown() override
-    {
-        if (other.state() != QProcess::NotRunning) {
-            other.kill();
-            other.waitForFinished(2000);
-        }
-        ProgramTest::TearDown();
-    }
     // The panel as the window system and Qt see it: shown, modal, on top.
     void expectModalOnTop(frmHotKeys_Trial &trial, const char *when)
     {
@@ -32,19 +20,15 @@ protected:
         const QString state = Robot::wmState(&trial);
         EXPECT_TRUE(state.contains("_NET_WM_STATE_ABOVE") && state.contains("_NET_WM_STATE_MODAL"))
             << state.toStdString();
-        EXPECT_EQ(topWindow(), trial.winId()) << "the panel is not the top window";
+        // The last of the window manager's clients, bottom to top.
+        const QString stack = Robot::run("xprop", {"-root", "_NET_CLIENT_LIST_STACKING"});
+        EXPECT_EQ(stack.section(", ", -1).trimmed().toULong(nullptr, 16), trial.winId())
+            << "the panel is not the top window";
     }
-    // The last of the window manager's clients, bottom to top.
-    static WId topWindow()
+    static QString saleLine(frmHotKeys_Trial &trial)
     {
-        const QString list = Robot::run("xprop", {"-root", "_NET_CLIENT_LIST_STACKING"});
-        return list.section(", ", -1).trimmed().toULong(nullptr, 16);
+        return trial.fgrdItems->TextMatrix(1, 0) + ' ' + trial.fgrdItems->TextMatrix(1, 1);
     }
-    QString saleLine(frmHotKeys_Trial &trial, int row) const
-    {
-        return trial.fgrdItems->TextMatrix(row, 0) + ' ' + trial.fgrdItems->TextMatrix(row, 1);
-    }
-    QProcess other;
 };
 
 } // namespace
@@ -52,6 +36,7 @@ protected:
 TEST_F(TrialPanelOnDisplay, ShowsOnTopAndKeepsItsModalLoopThroughActivationAndHelp)
 {
     QPointer<frmHotKeys_Trial> panel;
+    QProcess other; // killed when the test ends
     robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdTrial); });
     robot.on<frmHotKeys_Trial>([&](frmHotKeys_Trial &trial) {
         panel = &trial;
@@ -68,7 +53,7 @@ TEST_F(TrialPanelOnDisplay, ShowsOnTopAndKeepsItsModalLoopThroughActivationAndHe
     robot.until(
         "the sale line", [&] { return panel && panel->fgrdItems->Rows() == 2; },
         [&] {
-            EXPECT_EQ(saleLine(*panel, 1), "1 COFFEE SMALL");
+            EXPECT_EQ(saleLine(*panel), "1 COFFEE SMALL");
             // Another program takes the focus, then the panel gets it back.
             other.start("xmessage", {"-geometry", "+40+40", "another program"});
         });
@@ -91,7 +76,7 @@ TEST_F(TrialPanelOnDisplay, ShowsOnTopAndKeepsItsModalLoopThroughActivationAndHe
             Robot::key("1"); // the panel still takes keys: Coffee Small again
         });
     robot.until(
-        "the second Coffee Small", [&] { return saleLine(*panel, 1) == "2 COFFEE SMALL"; },
+        "the second Coffee Small", [&] { return saleLine(*panel) == "2 COFFEE SMALL"; },
         [&] {
             robot.shot(panel, "trial-panel-sale");
             Robot::key("Escape");
