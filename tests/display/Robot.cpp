@@ -37,25 +37,11 @@ QString describe(QWidget *w)
         .arg(w->isActiveWindow());
 }
 
-// Why a grab looks blank (a few colours, or a quarter of it black), or nothing.
-QString blankReason(const QImage &grab)
+// xdotool's move that waits until the pointer is there (it never returns when the
+// pointer is there already).
+QStringList moveTo(QPoint at)
 {
-    if (grab.width() < 8 || grab.height() < 8)
-        return QString("nothing was grabbed (%1 x %2)").arg(grab.width()).arg(grab.height());
-    QSet<QRgb> colours;
-    qint64 black = 0;
-    for (int y = 0; y < grab.height(); ++y) {
-        for (int x = 0; x < grab.width(); ++x) {
-            const QRgb c = grab.pixel(x, y) & 0xFFFFFF;
-            if (colours.size() < 8)
-                colours.insert(c);
-            black += qMax(qMax(qRed(c), qGreen(c)), qBlue(c)) < 16;
-        }
-    }
-    const qint64 all = qint64(grab.width()) * grab.height();
-    if (colours.size() < 8)
-        return QString("only %1 colours").arg(colours.size());
-    return black * 4 > all ? QString("%1% of it is black").arg(black * 100 / all) : QString();
+    return {"mousemove", "--sync", QString::number(at.x()), QString::number(at.y())};
 }
 
 QString shotFolder()
@@ -95,17 +81,6 @@ void Robot::answer(const QString &text, QMessageBox::StandardButton button)
                 return click(pressed);
             fail("the box \"" + box->text() + "\" has no such button");
         });
-}
-
-void Robot::until(const QString &what, std::function<bool()> condition, std::function<void()> act)
-{
-    m_steps.push_back({what, {}, std::move(condition), [act](QWidget *) { act(); }});
-}
-
-void Robot::start()
-{
-    m_waiting.start();
-    m_timer.start();
 }
 
 void Robot::stop()
@@ -187,21 +162,11 @@ QString Robot::run(const QString &program, const QStringList &args)
     return QString::fromLocal8Bit(p.readAllStandardOutput());
 }
 
-QString Robot::wmState(QWidget *window)
-{
-    return run("xprop", {"-id", QString::number(window->winId()), "_NET_WM_STATE"});
-}
-
-void Robot::click(QWidget *widget)
-{
-    click(widget, widget->rect().center());
-}
-
 void Robot::click(QWidget *widget, QPoint at, int button, int clicks)
 {
-    at = widget->mapToGlobal(at);
-    run("xdotool", {"mousemove", "--sync", QString::number(at.x()), QString::number(at.y()),
-                    "click", "--repeat", QString::number(clicks), QString::number(button)});
+    run("xdotool",
+        moveTo(widget->mapToGlobal(at)) +
+            QStringList{"click", "--repeat", QString::number(clicks), QString::number(button)});
 }
 
 void Robot::clickCell(platform::MSFlexGrid *grid, int row, int col, int button, int clicks)
@@ -210,31 +175,15 @@ void Robot::clickCell(platform::MSFlexGrid *grid, int row, int col, int button, 
     click(grid->viewport(), cell.center(), button, clicks);
 }
 
+// One xdotool run: the program reads the events only once the step is over anyway.
 void Robot::drag(QWidget *from, QWidget *to, const QString &held)
 {
     const QPoint start = from->mapToGlobal(from->rect().center());
     const QPoint end = to->mapToGlobal(to->rect().center());
-    const auto moveTo = [](QPoint at) {
-        run("xdotool", {"mousemove", "--sync", QString::number(at.x()), QString::number(at.y())});
-    };
-    moveTo(start);
-    if (!held.isEmpty())
-        run("xdotool", {"keydown", held});
-    run("xdotool", {"mousedown", "1"});
-    for (int step = 1; step <= 4; ++step) moveTo(start + (end - start) * step / 4);
-    run("xdotool", {"mouseup", "1"});
-    if (!held.isEmpty())
-        run("xdotool", {"keyup", held});
-}
-
-void Robot::key(const QString &keys)
-{
-    run("xdotool", QStringList{"key", "--delay", "20"} + keys.split(' '));
-}
-
-void Robot::type(const QString &text)
-{
-    run("xdotool", {"type", "--delay", "20", text});
+    QStringList hold = held.isEmpty() ? QStringList() : QStringList{"keydown", held};
+    QStringList args = moveTo(start) + hold + QStringList{"mousedown", "1"};
+    for (int step = 1; step <= 4; ++step) args << moveTo(start + (end - start) * step / 4);
+    run("xdotool", args + QStringList{"mouseup", "1"} + hold.replaceInStrings("keydown", "keyup"));
 }
 
 void Robot::retype(QWidget *box, const QString &text)
@@ -278,7 +227,7 @@ void Robot::shot(QWidget *window, const QString &name)
 {
     settle();
     const QRect area = placeOf(window) & window->screen()->geometry();
-    checkBlank(grab(area, name), name, area);
+    checkBlank(grab(area, name), name);
 }
 
 // Each window of the program is checked where it lies on the screen, so the
@@ -293,21 +242,31 @@ void Robot::screenShot(const QString &name)
         if (!area.isEmpty())
             checkBlank(
                 image.copy(area),
-                QString("%1: %2 \"%3\"").arg(name, w->metaObject()->className(), w->windowTitle()),
-                area);
+                QString("%1: %2 \"%3\"").arg(name, w->metaObject()->className(), w->windowTitle()));
     }
 }
 
-void Robot::checkBlank(const QImage &image, const QString &what, QRect area)
+// A grab that looks blank: a few colours, or a quarter of it black.
+void Robot::checkBlank(const QImage &image, const QString &what)
 {
-    const QString blank = blankReason(image);
-    if (!blank.isEmpty())
-        failures << QString("%1 looks blank: %2; it lies at %3,%4 %5 x %6")
-                        .arg(what, blank)
-                        .arg(area.x())
-                        .arg(area.y())
-                        .arg(area.width())
-                        .arg(area.height());
+    QSet<QRgb> colours;
+    qint64 black = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb c = image.pixel(x, y) & 0xFFFFFF;
+            if (colours.size() < 8)
+                colours.insert(c);
+            black += qMax(qMax(qRed(c), qGreen(c)), qBlue(c)) < 16;
+        }
+    }
+    const qint64 all = qMax(qint64(image.width()) * image.height(), qint64(1));
+    if (colours.size() < 8 || black * 4 > all)
+        failures << QString("%1 looks blank: %2 colours, %3% black (%4 x %5)")
+                        .arg(what)
+                        .arg(colours.size())
+                        .arg(black * 100 / all)
+                        .arg(image.width())
+                        .arg(image.height());
 }
 
 } // namespace display

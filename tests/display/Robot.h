@@ -37,21 +37,28 @@ public:
     void answer(const QString &text, QMessageBox::StandardButton button);
     // When a condition holds, whatever window is up.
     void until(
-        const QString &what, std::function<bool()> condition, std::function<void()> act = [] {});
+        const QString &what, std::function<bool()> condition, std::function<void()> act = [] {})
+    {
+        m_steps.push_back({what, {}, std::move(condition), [act](QWidget *) { act(); }});
+    }
     // The active modal window when it is a Form.
     template <class Form> static Form *modal()
     {
         return qobject_cast<Form *>(QApplication::activeModalWidget());
     }
 
-    void start();
+    void start()
+    {
+        m_waiting.start();
+        m_timer.start();
+    }
     // Stops; steps never reached and windows left open are failures.
     void stop();
     QStringList failures;
     QStringList boxTexts; // every box answered, in order
 
     // Real input through the X server.
-    static void click(QWidget *widget);
+    static void click(QWidget *widget) { click(widget, widget->rect().center()); }
     static void click(QWidget *widget, QPoint at, int button = 1, int clicks = 1);
     // A cell of the grid, its row as TextMatrix counts it.
     static void clickCell(platform::MSFlexGrid *grid, int row, int col, int button = 1,
@@ -59,13 +66,20 @@ public:
     // Presses on one widget, moves in steps and lets go over the other, with `held`
     // (xdotool key names, "ctrl") held down meanwhile.
     static void drag(QWidget *from, QWidget *to, const QString &held = QString());
-    static void key(const QString &keys); // key names as xdotool knows them: "F10", "Escape"
-    static void type(const QString &text);
+    // Key names as xdotool knows them: "F10", "Escape".
+    static void key(const QString &keys)
+    {
+        run("xdotool", QStringList{"key", "--delay", "20"} + keys.split(' '));
+    }
+    static void type(const QString &text) { run("xdotool", {"type", "--delay", "20", text}); }
     // Clicks the box and types over what it holds.
     static void retype(QWidget *box, const QString &text);
     static QString run(const QString &program, const QStringList &args);
     // The window's _NET_WM_STATE as the window manager set it.
-    static QString wmState(QWidget *window);
+    static QString wmState(QWidget *window)
+    {
+        return run("xprop", {"-id", QString::number(window->winId()), "_NET_WM_STATE"});
+    }
 
     // The window's inside as the screen shows it, saved as NAME.png (names are
     // unique across the tests). A grab that looks blank (a few colours, or a
@@ -91,7 +105,7 @@ private:
     void fail(const QString &why);
     // Grabs the area of the screen, saves it as NAME.png and checks it is not blank.
     static QImage grab(QRect area, const QString &name);
-    void checkBlank(const QImage &image, const QString &what, QRect area);
+    void checkBlank(const QImage &image, const QString &what);
 
     QTimer m_timer;
     QElapsedTimer m_waiting;
