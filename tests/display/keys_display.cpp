@@ -1,22 +1,47 @@
 #include "display/ProgramTest.h"
 #include "screens/frmHotKeys_Trial.h"
+#include "screens/frmSpecialKey_edit.h"
+#include "screens/frmSpecialKeys.h"
+#include "screens/posButtons.h"
 #include <QProcess>
-#include <QWindow>
 
 using namespace display;
 
 namespace {
 
-class TrialPanelOnDisplay : public ProgramTest {
+class KeysOnDisplay : public ProgramTest {
 protected:
-    // The panel as the window system and Qt see it: shown, modal, on top.
+    // Opens the screen by `button` on the set list, the edit dialog by its key
+    // `index`, types into a box of the dialog and accepts it once its Accept shows.
+    void editKey(QPushButton *frmMain::*button, const QString &title, int index,
+                 QLineEdit *frmSpecialKey_edit::*box, const QString &text)
+    {
+        const QString shot = title.toLower().replace(' ', '-');
+        robot.on<frmMain>([button](frmMain &main) { Robot::click(main.*button); });
+        robot.on<frmSpecialKeys>([this, title, shot, index](frmSpecialKeys &keys) {
+            EXPECT_EQ(keys.windowTitle(), title);
+            robot.shot(&keys, shot);
+            Robot::click(keys.cmdSpecial[index]);
+        });
+        robot.on<frmSpecialKey_edit>([this, box, shot, text](frmSpecialKey_edit &edit) {
+            dialog = &edit;
+            robot.shot(&edit, shot + "-edit");
+            Robot::retype(edit.*box, text);
+        });
+        robot.until(
+            "the typed text",
+            [this, box, text] {
+                return dialog && (dialog->*box)->text() == text &&
+                       dialog->cmdOkCancel[0]->isVisible();
+            },
+            [this] { Robot::click(dialog->cmdOkCancel[0]); });
+    }
+    // The panel as the window system sees it: shown, modal, on top.
     void expectModalOnTop(frmHotKeys_Trial &trial, const char *when)
     {
         SCOPED_TRACE(when);
         EXPECT_TRUE(trial.isVisible());
         EXPECT_EQ(QApplication::activeModalWidget(), &trial);
-        EXPECT_TRUE(trial.windowFlags() & Qt::WindowStaysOnTopHint);
-        EXPECT_TRUE(trial.windowHandle()->flags() & Qt::WindowStaysOnTopHint);
         const QString state = Robot::wmState(&trial);
         EXPECT_TRUE(state.contains("_NET_WM_STATE_ABOVE") && state.contains("_NET_WM_STATE_MODAL"))
             << state.toStdString();
@@ -29,12 +54,26 @@ protected:
     {
         return trial.fgrdItems->TextMatrix(1, 0) + ' ' + trial.fgrdItems->TextMatrix(1, 1);
     }
+    QPointer<frmSpecialKey_edit> dialog;
 };
 
 } // namespace
 
-TEST_F(TrialPanelOnDisplay, ShowsOnTopAndKeepsItsModalLoopThroughActivationAndHelp)
+// Special keys and coupons, one screen in two roles; then the trial panel shows on
+// top and keeps its modal loop while another program takes the focus and through
+// its help.
+TEST_F(KeysOnDisplay, ASpecialKeyACouponAmountAndTheTrialPanelOnTop)
 {
+    editKey(&frmMain::cmdSpecial, "Special Keys", 1, &frmSpecialKey_edit::txtEdit, "Price Check");
+    robot.on<frmSpecialKeys>([&](frmSpecialKeys &keys) {
+        EXPECT_EQ(keys.cmdSpecial[1]->Caption(), "Price Check\r*");
+        Robot::key("F10");
+    });
+    // Void Line is on "*" too: the screen warns, and Yes saves them so.
+    robot.answer("Special keys 1 and 2 both use the keyboard character", QMessageBox::Yes);
+    editKey(&frmMain::CmdCoupon, "Coupons", 0, &frmSpecialKey_edit::TxtAmount, "2.00");
+    robot.on<frmSpecialKeys>([&](frmSpecialKeys &keys) { Robot::click(keys.cmdOkCancel[0]); });
+
     QPointer<frmHotKeys_Trial> panel;
     QProcess other; // killed when the test ends
     robot.on<frmMain>([&](frmMain &main) { Robot::click(main.cmdTrial); });
@@ -86,5 +125,11 @@ TEST_F(TrialPanelOnDisplay, ShowsOnTopAndKeepsItsModalLoopThroughActivationAndHe
         Robot::click(main.cmdExit);
     });
     EXPECT_EQ(runProgram(), 0);
+    EXPECT_EQ(readDataFile("SPECIAL.BDF"), "[BUTTON]1[CAPTION]Void Line[KEY]*\r\n"
+                                           "[BUTTON]2[CAPTION]Price Check[KEY]*\r\n"
+                                           "[BUTTON]3[CAPTION]Weigh[KEY]W\r\n");
+    EXPECT_EQ(readDataFile("COUPON.BDF"),
+              "[BUTTON]1[CAPTION]Dollar Off[KEY]~SCOUPN[VALUE]2.00\r\n"
+              "[BUTTON]2[CAPTION]Fifty Cents[KEY]~SCOUPN[VALUE].50\r\n");
     EXPECT_EQ(openedUrls(), QStringList{"https://www.zelsoftware.com/guides-documents/"});
 }
