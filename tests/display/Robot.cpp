@@ -76,7 +76,6 @@ void Robot::answer(const QString &text, QMessageBox::StandardButton button)
         },
         [this, button](QWidget *w) {
             auto *box = static_cast<QMessageBox *>(w);
-            boxTexts << box->text();
             if (QAbstractButton *pressed = box->button(button))
                 return click(pressed);
             fail("the box \"" + box->text() + "\" has no such button");

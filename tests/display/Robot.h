@@ -55,7 +55,6 @@ public:
     // Stops; steps never reached and windows left open are failures.
     void stop();
     QStringList failures;
-    QStringList boxTexts; // every box answered, in order
 
     // Real input through the X server.
     static void click(QWidget *widget) { click(widget, widget->rect().center()); }

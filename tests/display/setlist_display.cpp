@@ -62,7 +62,10 @@ TEST_F(SetListOnDisplay, MaximisedPrintHelpDeleteWithItsLinksAndCheckSets)
         Robot::clickCell(main.fgrdItems, 11, 1); // Tobacco
         Robot::click(main.cmdEdit[2]);
     });
-    robot.answer("Ready To Delete 'Tobacco'", QMessageBox::Yes);
+    robot.answer(
+        "Ready To Delete 'Tobacco'\n\nKeys that open it, which will be cleared: 1 key in 1 "
+        "other set (set 01).\n\nAre You Sure You Want To Delete?",
+        QMessageBox::Yes);
     robot.answer("Hot keys Removed", QMessageBox::Ok);
     robot.on<frmMain>([&](frmMain &main) {
         rows = main.fgrdItems->Rows();
@@ -88,8 +91,8 @@ TEST_F(SetListOnDisplay, MaximisedPrintHelpDeleteWithItsLinksAndCheckSets)
     robot.until(
         "the list checked again and empty",
         [&] {
-            return Robot::modal<frmSetCheck>() &&
-                   Robot::modal<frmSetCheck>()->fgrdItems->Rows() == 1;
+            auto *list = Robot::modal<frmSetCheck>();
+            return list && list->fgrdItems->Rows() == 1;
         },
         [&] {
             robot.shot(Robot::modal<frmSetCheck>(), "check-sets-fixed");
@@ -106,12 +109,6 @@ TEST_F(SetListOnDisplay, MaximisedPrintHelpDeleteWithItsLinksAndCheckSets)
     EXPECT_EQ(title, "The List of Hot Key Sets");
     EXPECT_TRUE(text.contains("F9 Print")) << text.toStdString();
     EXPECT_EQ(rows, 11);
-    QStringList said{"Ready To Delete 'Tobacco'\n\nKeys that open it, which will be cleared: 1 "
-                     "key in 1 other set (set 01).\n\nAre You Sure You Want To Delete?",
-                     "Hot keys Removed"};
-    if (!printers)
-        said.prepend("You must have a windows printer installed ");
-    EXPECT_EQ(robot.boxTexts, said);
     EXPECT_FALSE(QFile::exists(dataPath() + "/HKSET11.SDF"));
     EXPECT_EQ(lines, 1);
     EXPECT_TRUE(found.startsWith("01|Main Menu|opens set 12,")) << found.toStdString();
