@@ -14,12 +14,11 @@ using PreviewOnDisplay = ProgramTest;
 
 // The mouse alone reaches the right edge of a zoomed page; zoomed back the page
 // is centred; the preview finds and pages; the mail screen it opens types on its
-// own keys and the report it attached is gone after.
+// own keys.
 TEST_F(PreviewOnDisplay, ZoomScrollFindPageAndMailFromThePreview)
 {
     int rightEdgeSeen = -1, leftAfter = -1, centredAt = 0, found = 0;
-    QString pageOf, attached, typed;
-    bool pdfWhileOpen = false;
+    QString pageOf, typed;
     robot.on<frmSMPRNT_PREVIEW>([&](frmSMPRNT_PREVIEW &preview) {
         expectWhollyOnScreen(&preview);
         Robot::key("End");
@@ -52,8 +51,6 @@ TEST_F(PreviewOnDisplay, ZoomScrollFindPageAndMailFromThePreview)
         Robot::key("F8");
     });
     robot.on<frmSendMail>([&](frmSendMail &mail) {
-        attached = mail.txtAttach->text();
-        pdfWhileOpen = QFile::exists(attached);
         expectWhollyOnScreen(&mail);
         Robot::click(mail.txtTo);
         for (int i : {10, 12}) Robot::click(mail.cmdKeyPad[i]); // two letter keys
@@ -81,8 +78,5 @@ TEST_F(PreviewOnDisplay, ZoomScrollFindPageAndMailFromThePreview)
     EXPECT_EQ(found, 1);
     EXPECT_EQ(rightEdgeSeen, 0) << "the page's right edge is reached with the mouse";
     EXPECT_EQ(leftAfter, centredAt) << "zoomed back the page is centred, not shifted left";
-    EXPECT_EQ(attached, dataPath() + "/Doc1.pdf") << "the mail screen starts with the report";
-    EXPECT_TRUE(pdfWhileOpen);
     EXPECT_EQ(typed.size(), 2) << typed.toStdString();
-    EXPECT_FALSE(QFile::exists(dataPath() + "/Doc1.pdf"));
 }
