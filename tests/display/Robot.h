@@ -102,7 +102,7 @@ private:
              std::function<void(QWidget *)> act);
     void poll();
     void fail(const QString &why);
-    // Grabs the area of the screen, saves it as NAME.png and checks it is not blank.
+    // Grabs the area of the screen and saves it as NAME.png.
     static QImage grab(QRect area, const QString &name);
     void checkBlank(const QImage &image, const QString &what);
 
