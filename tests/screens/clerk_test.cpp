@@ -1,23 +1,5 @@
 #include "ScreenForms.h"
 #include "hotkeys/hkeyPictures.h"
-#include "hotkeys/hkeyServices.h"
-#include "lookup/model/InventoryLookup.h"
-#include "screens/frmHotKey_Define.h"
-#include "screens/frmSpecialKey_edit.h"
-#include "screens/posButtons.h"
-#include "support/StoreDb.h"
-#include <QComboBox>
-#include <QDir>
-#include <QImage>
-#include <QLabel>
-#include <QLineEdit>
-#include <QTest>
-
-using namespace platform;
-using testing_support::HkTest;
-using testing_support::openEditor;
-using testing_support::openKeys;
-using testing_support::StoreDbTest;
 
 // What keeps a clerk's work and keeps a wrong item off a key: the questions before
 // changes are dropped, the checks before a file is written, the picture preview.
@@ -47,8 +29,7 @@ protected:
     void SetUp() override
     {
         HkTest::SetUp();
-        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
-        QDir(dataPath()).mkpath("pictures/HotKeys");
+        usePictures(dataPath());
         giLinkOption = 0;
         writeDataFile("HKSET01.SDF", kSet);
     }
@@ -109,7 +90,7 @@ TEST_F(ClerkTest, CancelAndEscAskOnlyWhenSomethingChangedAndNoKeepsTheScreen)
         dialogs.answer(vbYes);
         s.cancel(*form);
         EXPECT_FALSE(form->isVisible());
-        const QList<testing_support::Box> asked = boxes();
+        const QList<Box> asked = boxes();
         ASSERT_EQ(asked.size(), 2);
         for (const auto &box : asked) {
             EXPECT_EQ(box.text, kDiscard);
@@ -194,7 +175,7 @@ TEST_F(ClerkTest, CouponAmountsAreRefusedUnlessANumberAndSpecialKeysWarnOfAClash
     QTest::keyClick(special.get(), Qt::Key_F10);
     EXPECT_EQ(readDataFile("SPECIAL.BDF"),
               "[BUTTON]1[CAPTION]Void[KEY]*\r\n[BUTTON]3[CAPTION]Void Too[KEY]*\r\n");
-    const QList<testing_support::Box> asked = boxes();
+    const QList<Box> asked = boxes();
     ASSERT_EQ(asked.size(), 2);
     EXPECT_EQ(asked[0].text, "Special keys 1 and 3 both use the keyboard character \"*\", so the "
                              "keyboard reaches only one of them.\r\rYes: save them as they are.\r"
@@ -204,8 +185,8 @@ TEST_F(ClerkTest, CouponAmountsAreRefusedUnlessANumberAndSpecialKeysWarnOfAClash
 
 TEST_F(ClerkTest, TheKeyDialogShowsThePictureAsOnTheKeyAndSaysWhyNot)
 {
-    QImage(40, 30, QImage::Format_RGB32).save(gsHotKeyPicturePath + "good.jpg");
-    QImage(kMaxPictureSide + 1, 2, QImage::Format_RGB32).save(gsHotKeyPicturePath + "wide.png");
+    savePicture("good.jpg", 40, 30);
+    savePicture("wide.png", kMaxPictureSide + 1, 2);
     writeDataFile("pictures/HotKeys/text.jpg", "not a picture");
     const struct {
         const char *name;

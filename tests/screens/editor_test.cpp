@@ -1,37 +1,17 @@
 #include "ScreenForms.h"
 #include "common/ui/sm_FGrid.h"
-#include "hotkeys/hkeyServices.h"
-#include "platform/ui/MSFlexGrid.h"
 #include "screens/frmButtonSet_Find.h"
-#include "screens/frmHotKey_Define.h"
-#include "screens/posButtons.h"
-#include "shell/frmMain.h"
-#include "support/HkTest.h"
-#include "support/OneBox.h"
 #include "support/ScreenDoubles.h"
-#include "support/SetLines.h"
-#include <QDir>
-#include <QFile>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
 #include <QRadioButton>
-#include <QTest>
-
-using namespace platform;
-using testing_support::HkTest;
-using testing_support::oneBox;
 
 namespace {
-
-using testing_support::blankKeys;
 
 class EditorTest : public HkTest {
 protected:
     void SetUp() override
     {
         HkTest::SetUp();
-        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
+        usePictures(dataPath());
         giLinkOption = 0;
     }
     void writeSet(const QString &number, const QString &title)
@@ -45,12 +25,8 @@ protected:
 TEST_F(EditorTest, ASetIsBuiltThroughTheScreensAndWrittenAsTheFileFormatSays)
 {
     writeSet("07", "Desserts");
-    QDir(dataPath()).mkpath("pictures/HotKeys");
-    ASSERT_TRUE(QImage(8, 8, QImage::Format_RGB32).save(gsHotKeyPicturePath + "coffee.jpg"));
-
-    frmMain main;
-    main.Form_Load();
-    main.show();
+    savePicture("coffee.jpg");
+    auto main = openSetList();
     modal.on<frmHotKeys>([&](frmHotKeys &editor) {
         EXPECT_EQ(editor.txtButtonSet->text(), "New Set 01");
         EXPECT_TRUE(editor.cmdOkCancel[0]->isHidden());
@@ -100,7 +76,7 @@ TEST_F(EditorTest, ASetIsBuiltThroughTheScreensAndWrittenAsTheFileFormatSays)
         QTest::keyClicks(editor.txtButtonSet, "Lunch Menu");
         QTest::mouseClick(editor.cmdOkCancel[0], Qt::LeftButton);
     });
-    QTest::mouseClick(main.cmdEdit[0], Qt::LeftButton);
+    QTest::mouseClick(main->cmdEdit[0], Qt::LeftButton);
 
     EXPECT_EQ(
         readDataFile("HKSET01.SDF"),
@@ -111,7 +87,7 @@ TEST_F(EditorTest, ASetIsBuiltThroughTheScreensAndWrittenAsTheFileFormatSays)
             "[BUTTON]1[CAPTION]Cake[ITEM]CAKE-1[ICON][IDSELECT]Yes[LINKSET][ROOT]\r\n" +
             blankKeys(2) + "[GROUP]3[CAPTION][COLOR]*Default\r\n" + blankKeys(1) +
             "[GROUP]4[CAPTION][COLOR]*Default\r\n" + blankKeys(1));
-    EXPECT_EQ(main.fgrdItems->TextMatrix(1, 1), "Lunch Menu") << "the list refreshed";
+    EXPECT_EQ(main->fgrdItems->TextMatrix(1, 1), "Lunch Menu") << "the list refreshed";
     EXPECT_EQ(giLinkOption, 1) << "the last option chosen is remembered";
     const auto shown = boxes();
     EXPECT_TRUE(
@@ -121,33 +97,31 @@ TEST_F(EditorTest, ASetIsBuiltThroughTheScreensAndWrittenAsTheFileFormatSays)
 
 TEST_F(EditorTest, AnEmptyListAddsSetOneOnADoubleClickAndChangeKeepsTheSelectedRow)
 {
-    frmMain main;
-    main.Form_Load();
-    main.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
+    auto main = openSetList();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(main.get()));
     modal.on<frmHotKeys>([](frmHotKeys &editor) {
         EXPECT_TRUE(editor.cmdOkCancel[0]->isHidden());
         QTest::keyClick(editor.txtButtonSet, Qt::Key_F10); // untouched, the new set is written
     });
-    const QRect cell = main.fgrdItems->visualRect(main.fgrdItems->model()->index(0, 1));
-    testing_support::doubleClick(main.fgrdItems->viewport(), cell.center());
+    const QRect cell = main->fgrdItems->visualRect(main->fgrdItems->model()->index(0, 1));
+    doubleClick(main->fgrdItems->viewport(), cell.center());
     const QByteArray file = readDataFile("HKSET01.SDF");
     EXPECT_TRUE(file.startsWith("[SET]New Set 01\r\n"));
     EXPECT_EQ(file.count("[COLOR]*Default"), 4);
 
     writeSet("02", "Two");
     writeSet("03", "Three");
-    main.Form_Load();
-    gpGrid_selectRow(main.fgrdItems, 2);
+    main->Form_Load();
+    gpGrid_selectRow(main->fgrdItems, 2);
     modal.on<frmHotKeys>([](frmHotKeys &editor) {
         EXPECT_EQ(editor.windowTitle(), "Hot Keys Set:  - HKSET02.SDF");
         editor.txtButtonSet->clear();
         QTest::keyClicks(editor.txtButtonSet, "A new title");
         QTest::keyClick(editor.txtButtonSet, Qt::Key_F10);
     });
-    QTest::keyClick(main.fgrdItems, Qt::Key_C);
-    EXPECT_EQ(main.fgrdItems->Row(), 2);
-    EXPECT_EQ(main.fgrdItems->TextMatrix(2, 1), "A new title");
+    QTest::keyClick(main->fgrdItems, Qt::Key_C);
+    EXPECT_EQ(main->fgrdItems->Row(), 2);
+    EXPECT_EQ(main->fgrdItems->TextMatrix(2, 1), "A new title");
 }
 
 TEST_F(EditorTest, KeyDialogValidatesAsTheStoreExpects)
@@ -240,8 +214,8 @@ TEST_F(EditorTest, FinderLeavesOutTheSetBeingEditedByNumber)
     other.Form_Load();
     other.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&other));
-    testing_support::doubleClick(other.lstItems->viewport(),
-                                 other.lstItems->visualItemRect(other.lstItems->item(0)).center());
+    doubleClick(other.lstItems->viewport(),
+                other.lstItems->visualItemRect(other.lstItems->item(0)).center());
     EXPECT_FALSE(other.Canceled);
     EXPECT_EQ(other.ButtonSet, "7");
     EXPECT_EQ(other.ButtonSetLabel, "07 Seven");
@@ -261,15 +235,14 @@ TEST_F(EditorTest, FinderLeavesOutTheSetBeingEditedByNumber)
 
 TEST_F(EditorTest, ColumnTitlePanelStoresIntoTheColumnItWasOpenedForAndRedrawsKeepPictures)
 {
-    QDir(dataPath()).mkpath("pictures/HotKeys");
-    QImage(8, 8, QImage::Format_RGB32).save(gsHotKeyPicturePath + "p.jpg");
+    savePicture("p.jpg");
     writeDataFile("HKSET05.SDF",
                   "[SET]Five\r\n[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n"
                   "[BUTTON]1[CAPTION][ITEM]1[ICON]p.jpg[IDSELECT]No[LINKSET][ROOT]\r\n"
                   "[BUTTON]2[CAPTION][ITEM]12[ICON][IDSELECT]No[LINKSET][ROOT]\r\n"
                   "[BUTTON]3[CAPTION]Gone[ITEM]1[ICON]none.jpg[IDSELECT]No[LINKSET][ROOT]\r\n"
                   "[GROUP]3[CAPTION]Snacks[COLOR]RED\r\n");
-    auto form = testing_support::openEditor("05");
+    auto form = openEditor("05");
     frmHotKeys &editor = *form;
     EXPECT_FALSE(editor.cmdHkGroup[1][0]->picture().isNull()) << "a picture-only key is not empty";
     EXPECT_EQ(editor.cmdHkGroup[1][1]->caption(), "") << "an item alone shows nothing";

@@ -1,21 +1,7 @@
 #include "ScreenForms.h"
-#include "hotkeys/hkeyVersions.h"
 #include "lookup/frm_Lookup.h"
-#include "lookup/model/InventoryLookup.h"
-#include "platform/Dialogs.h"
-#include "platform/ui/MSFlexGrid.h"
 #include "screens/frmReplaceItem.h"
-#include "screens/frmSetCheck.h"
-#include "support/SetLines.h"
-#include "support/StoreDb.h"
 #include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-
-using testing_support::keyLine;
-using testing_support::keyLineIn;
-using testing_support::StoreDbTest;
 
 namespace {
 

@@ -1,24 +1,6 @@
 #include "ScreenForms.h"
-#include "hotkeys/hkeyServices.h"
-#include "hotkeys/hkeyVersions.h"
 #include "screens/KeyDrag.h"
-#include "screens/frmHotKey_Define.h"
-#include "screens/frmSpecialKey_edit.h"
-#include "screens/posButtons.h"
-#include "support/HkTest.h"
-#include "support/OneBox.h"
 #include <QApplication>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QTest>
-#include <memory>
-
-using namespace platform;
-using testing_support::HkTest;
-using testing_support::oneBox;
-using testing_support::openEditor;
-using testing_support::openKeys;
 
 namespace {
 
@@ -27,7 +9,7 @@ protected:
     void SetUp() override
     {
         HkTest::SetUp();
-        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
+        usePictures(dataPath());
         // Set 01 as the program writes it: two columns with keys.
         gpHotKeySet_clear();
         for (HotKeyGroup &g : gHotKeyGroups) g.Color = kSilverColor; // as a reread leaves them

@@ -1,23 +1,5 @@
 #include "ScreenForms.h"
-#include "hotkeys/hkeyGlobal.h"
-#include "hotkeys/hkeyVersions.h"
-#include "platform/Dialogs.h"
-#include "platform/ui/MSFlexGrid.h"
-#include "screens/frmHotKey_Define.h"
-#include "screens/frmSetCheck.h"
-#include "support/OneBox.h"
-#include "support/SetLines.h"
-#include "support/StoreDb.h"
-#include <QDir>
-#include <QImage>
-#include <QLineEdit>
 #include <QMenu>
-#include <QPushButton>
-
-using testing_support::keyLine;
-using testing_support::keyLineIn;
-using testing_support::oneBox;
-using testing_support::StoreDbTest;
 
 namespace {
 
@@ -28,9 +10,8 @@ protected:
     {
         openStore();
         addItem("00012345", "COF-1", "COFFEE SMALL");
-        QDir(dataPath()).mkpath("pictures/HotKeys");
-        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
-        QImage(8, 8, QImage::Format_RGB32).save(gsHotKeyPicturePath + "cup.png");
+        usePictures(dataPath());
+        savePicture("cup.png");
         writeSet("01",
                  {keyLine(1, "Gone", "", "No", "9"), keyLine(2, "Self", "", "No", "1"),
                   keyLine(3, "Coffee", "0001234.5", "No", "", "lost.jpg"),

@@ -1,15 +1,6 @@
-#include "hotkeys/hkeyGlobal.h"
-#include "hotkeys/hkeyServices.h"
-#include "platform/ui/MSFlexGrid.h"
+#include "ScreenForms.h"
 #include "screens/frmHotKeys_Trial.h"
-#include "screens/posButtons.h"
 #include "shell/hkeyDBSM_Interface.h"
-#include "support/OneBox.h"
-#include "support/StoreDb.h"
-#include <QFile>
-#include <QTest>
-
-using testing_support::StoreDbTest;
 
 namespace {
 
@@ -20,7 +11,7 @@ protected:
         openStore();
         addItem("00012345", "COF-1", "COFFEE SMALL");
         addItem("00020010", "CAKE-1", "CHOCOLATE CAKE");
-        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
+        usePictures(dataPath());
     }
     // A set of one column: keys given as caption|item|idselect|link.
     void writeSet(int number, const QString &title, const QStringList &keys)
@@ -98,7 +89,7 @@ TEST_F(TrialTest, AKeyPressedWhileAnotherStationHoldsTheDatabaseGivesOneBox)
     auto station = lockAsAnotherStation();
     QTest::keyClick(t.get(), Qt::Key_1);
     EXPECT_TRUE(sale(*t).isEmpty());
-    EXPECT_TRUE(testing_support::oneBox(boxes(), testing_support::kBusyBox));
+    EXPECT_TRUE(oneBox(boxes(), kBusyBox));
     release(*station);
     QTest::keyClick(t.get(), Qt::Key_1);
     EXPECT_EQ(sale(*t), QStringList({"1 COFFEE SMALL"})) << "the next press reads again";

@@ -1,22 +1,7 @@
-#include "hotkeys/hkeyGlobal.h"
-#include "hotkeys/hkeyServices.h"
-#include "hotkeys/hkeyVersions.h"
-#include "platform/ui/MSFlexGrid.h"
+#include "ScreenForms.h"
 #include "screens/frmVersionCompare.h"
 #include "screens/frmVersions.h"
 #include "screens/hkeyLayoutPanel.h"
-#include "screens/posButtons.h"
-#include "shell/frmMain.h"
-#include "support/HkTest.h"
-#include <QComboBox>
-#include <QFile>
-#include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
-#include <QTest>
-
-using namespace platform;
-using testing_support::HkTest;
 
 namespace {
 
@@ -42,10 +27,8 @@ TEST_F(VersionsScreenTest, TheSetListShowsASetsVersionsAndRestoresOneOrARemovedS
     ASSERT_TRUE(gpHotKeySet_remove("02").removed);
     const QByteArray salad = versions::bytesOf(versions::list("HKSET01.SDF").first());
 
-    frmMain main;
-    main.Form_Load();
-    main.show();
-    ASSERT_EQ(main.fgrdItems->Rows(), 2);
+    auto main = openSetList();
+    ASSERT_EQ(main->fgrdItems->Rows(), 2);
     modal.on<frmVersions>([&](frmVersions &screen) {
         ASSERT_EQ(screen.cboSet->count(), 2);
         EXPECT_EQ(screen.cboSet->currentText(), "01 Dinner");
@@ -75,17 +58,17 @@ TEST_F(VersionsScreenTest, TheSetListShowsASetsVersionsAndRestoresOneOrARemovedS
         EXPECT_EQ(screen.cboSet->currentText(), "02 Bar");
         QTest::keyClick(&screen, Qt::Key_Escape);
     });
-    QTest::keyClick(main.fgrdItems, Qt::Key_V);
+    QTest::keyClick(main->fgrdItems, Qt::Key_V);
     EXPECT_EQ(modal.shown, QStringList{"frmVersions"});
-    const QList<testing_support::Box> asked = boxes();
+    const QList<Box> asked = boxes();
     ASSERT_EQ(asked.size(), 3);
     EXPECT_EQ(asked[0].title, "Restore Version");
     EXPECT_EQ(asked[0].style, vbYesNo + vbQuestion);
     EXPECT_TRUE(asked[0].text.startsWith("Set 01 will be put back as it was before "));
     EXPECT_TRUE(asked[0].text.endsWith(".\r\rThe set as it is now is kept in Versions first."
                                        "\r\rRestore it?"));
-    EXPECT_EQ(main.fgrdItems->Rows(), 3) << "the restored set is listed again";
-    EXPECT_EQ(main.fgrdItems->TextMatrix(1, 1), "Lunch");
+    EXPECT_EQ(main->fgrdItems->Rows(), 3) << "the restored set is listed again";
+    EXPECT_EQ(main->fgrdItems->TextMatrix(1, 1), "Lunch");
 }
 
 TEST_F(VersionsScreenTest, WithNothingKeptTheScreenSaysSoAndRestoresNothing)
@@ -96,10 +79,7 @@ TEST_F(VersionsScreenTest, WithNothingKeptTheScreenSaysSoAndRestoresNothing)
         EXPECT_FALSE(screen.cmdRestore->isEnabled());
         QTest::mouseClick(screen.cmdClose, Qt::LeftButton);
     });
-    frmMain main;
-    main.Form_Load();
-    main.show();
-    QTest::mouseClick(main.cmdVersions, Qt::LeftButton);
+    QTest::mouseClick(openSetList()->cmdVersions, Qt::LeftButton);
     EXPECT_EQ(modal.shown, QStringList{"frmVersions"});
 }
 
@@ -128,12 +108,10 @@ TEST_F(VersionsScreenTest, RestoringARemovedSetPutsBackTheKeysItsRemovalClearedW
             << screen.lblStatus->text().toStdString();
         screen.reject();
     });
-    frmMain list;
-    list.Form_Load();
-    list.cmdVersions->click();
+    openSetList()->cmdVersions->click();
     EXPECT_EQ(readDataFile("HKSET01.SDF"), main) << "both keys back where they were";
     EXPECT_EQ(readDataFile("HKSET02.SDF"), drinks);
-    const QList<testing_support::Box> asked = boxes();
+    const QList<Box> asked = boxes();
     ASSERT_EQ(asked.size(), 2);
     EXPECT_EQ(asked[1].text, "Removing set 05 cleared 2 keys in 1 other set (set 01) that opened "
                              "it, and their places are still empty.\r\rPut those keys back as "
@@ -163,9 +141,7 @@ TEST_F(VersionsScreenTest, CompareDrawsBothStatesMarksTheKeysThatDifferAndSaysHo
         screen.cmdCompare->click();
         screen.reject();
     });
-    frmMain main;
-    main.Form_Load();
-    main.cmdVersions->click();
+    openSetList()->cmdVersions->click();
     ASSERT_EQ(choices.size(), 2);
     EXPECT_EQ(choices[0], "The set as it is now");
     EXPECT_TRUE(choices[1].startsWith("Before ")) << "the newer version, shown first";
