@@ -72,10 +72,6 @@ TEST_F(SpecialKeysTest, HandEditedFilesAreReadWithoutHarm)
     EXPECT_EQ(special->cmdSpecial[0]->Tag, QString::fromUtf8("~SCOUPN|abc\u00ff"));
     EXPECT_EQ(special->cmdSpecial[2]->Caption(), "");
 
-    SpecialKey noReturn{0, "Label only", ""};
-    ASSERT_TRUE(gpSpecialKeys_write(noReturn.Caption, "", "  "));
-    EXPECT_EQ(readDataFile("SPECIAL.BDF"), "[BUTTON]1[CAPTION]Label only[KEY]\r\n");
-
     auto coupons = openKeys(true);
     EXPECT_EQ(coupons->cmdSpecial[0]->Caption(), "") << "no COUPON.BDF, no keys, no message";
     writeDataFile("COUPON.BDF", "[BUTTON]1[CAPTION]Odd[KEY]~SCOUPN[VALUE]abc\r\n");

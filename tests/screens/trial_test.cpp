@@ -116,7 +116,7 @@ TEST_F(TrialTest, TheFourButtonsWalkTheSetsInNameOrderAndBackReturnsFromALink)
     EXPECT_EQ(t->windowTitle(), "Hot Keys - Set 1");
 }
 
-TEST_F(TrialTest, OneSetLeavesEveryButtonOffLettersFollowTheirPlacesAndHelpComesInFront)
+TEST_F(TrialTest, OneSetLeavesEveryButtonOffAndLettersFollowTheirPlaces)
 {
     // Keys 1 and 8 of every column; key 2 opens a set whose file is gone.
     const QByteArray coffee = "[ITEM]0001234.5[ICON][IDSELECT]No[LINKSET][ROOT]\r\n";
@@ -154,10 +154,6 @@ TEST_F(TrialTest, OneSetLeavesEveryButtonOffLettersFollowTheirPlacesAndHelpComes
     QTest::keyClicks(t.get(), "i");
     EXPECT_EQ(sale(*t), QStringList({"2 COFFEE SMALL"})) << "no key owns 9 or I";
 
-    shell.topMost.clear();
-    QTest::keyClick(t.get(), Qt::Key_F1);
-    EXPECT_EQ(shell.topMost, QList<bool>({false, true}));
-    EXPECT_EQ(shell.urls.size(), 1);
     QTest::keyClick(t.get(), Qt::Key_F10);
     EXPECT_TRUE(t->isHidden());
 }
