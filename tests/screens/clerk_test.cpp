@@ -1,54 +1,19 @@
 #include "ScreenForms.h"
 #include "hotkeys/hkeyPictures.h"
-#include "hotkeys/hkeyServices.h"
-#include "lookup/model/InventoryLookup.h"
-#include "screens/frmHotKey_Define.h"
-#include "screens/frmSpecialKey_edit.h"
-#include "screens/posButtons.h"
-#include "support/StoreDb.h"
-#include <QComboBox>
-#include <QDir>
-#include <QImage>
-#include <QLabel>
-#include <QLineEdit>
-#include <QTest>
-
-using namespace platform;
-using testing_support::HkTest;
-using testing_support::openEditor;
-using testing_support::openKeys;
-using testing_support::StoreDbTest;
 
 // What keeps a clerk's work and keeps a wrong item off a key: the questions before
 // changes are dropped, the checks before a file is written, the picture preview.
 namespace {
 
-const QString kDiscard = "Discard the changes to this set?";
-
-// Set 01 as the program writes it, with an untitled coloured third column.
-const QByteArray kSet = [] {
-    QByteArray text = "[SET]Lunch\r\n";
-    for (int g = 1; g <= 4; ++g) {
-        text += "[GROUP]" + QByteArray::number(g) +
-                (g == 1   ? "[CAPTION]Drinks[COLOR]\r\n"
-                 : g == 3 ? "[CAPTION][COLOR]BLUE\r\n"
-                          : "[CAPTION][COLOR]*Default\r\n");
-        for (int k = 1; k <= 8; ++k)
-            text +=
-                "[BUTTON]" + QByteArray::number(k) +
-                (g == 1 && k == 1 ? "[CAPTION]Coffee[ITEM]0001[ICON][IDSELECT]No[LINKSET][ROOT]\r\n"
-                                  : "[CAPTION][ITEM][ICON][IDSELECT][LINKSET][ROOT]\r\n");
-    }
-    return text;
-}();
+// Set 01 as another station left it.
+const QByteArray kSet = "[SET]Lunch\r\n[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n";
 
 class ClerkTest : public HkTest {
 protected:
     void SetUp() override
     {
         HkTest::SetUp();
-        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
-        QDir(dataPath()).mkpath("pictures/HotKeys");
+        usePictures(dataPath());
         giLinkOption = 0;
         writeDataFile("HKSET01.SDF", kSet);
     }
@@ -109,54 +74,16 @@ TEST_F(ClerkTest, CancelAndEscAskOnlyWhenSomethingChangedAndNoKeepsTheScreen)
         dialogs.answer(vbYes);
         s.cancel(*form);
         EXPECT_FALSE(form->isVisible());
-        const QList<testing_support::Box> asked = boxes();
+        const QList<Box> asked = boxes();
         ASSERT_EQ(asked.size(), 2);
         for (const auto &box : asked) {
-            EXPECT_EQ(box.text, kDiscard);
+            EXPECT_EQ(box.text, "Discard the changes to this set?");
             EXPECT_EQ(box.style, vbYesNo + vbQuestion + vbDefaultButton2);
         }
     }
     EXPECT_EQ(readDataFile("HKSET01.SDF"), kSet);
     EXPECT_FALSE(QFile::exists(dataPath() + "/SPECIAL.BDF"));
     EXPECT_FALSE(QFile::exists(dataPath() + "/COUPON.BDF"));
-}
-
-TEST_F(ClerkTest, EveryUndoStepChangesSomethingAndUndoingAllGivesTheFileBackAsRead)
-{
-    auto editor = openEditor();
-    modal.on<frmHotKey_Define>(
-        [](frmHotKey_Define &key) { QTest::keyClick(key.txtEdit[0], Qt::Key_F10); });
-    QTest::mouseClick(editor->cmdHkGroup[1][0], Qt::LeftButton);
-    EXPECT_FALSE(editor->cmdUndo->isEnabled()) << "a key accepted unchanged is no step";
-
-    QTest::mouseClick(editor->cmdEdit_Group[3], Qt::LeftButton);
-    editor->txtEdit->setText("Snacks");
-    QTest::keyClick(editor->txtEdit, Qt::Key_F10);
-    QTest::keyClick(editor->txtEdit, Qt::Key_F10); // the same title twice: one step
-    EXPECT_EQ(gHotKeyGroups[3].Color, kSilverColor) << "its first title turns it silver";
-    QTest::mouseClick(editor->cmdUndo, Qt::LeftButton);
-    EXPECT_FALSE(editor->cmdUndo->isEnabled());
-    EXPECT_EQ(editor->txtEdit->text(), "") << "the open panel shows the undone title";
-    QTest::keyClick(editor->txtEdit, Qt::Key_F10);
-    EXPECT_FALSE(editor->cmdUndo->isEnabled()) << "so its Accept stores nothing again";
-    EXPECT_EQ(editor->cmdEdit_Group[3]->caption(), "");
-
-    QTest::mouseClick(editor->cmdGroup_OkCancel[1], Qt::LeftButton);
-    QTest::keyClick(editor->txtButtonSet, Qt::Key_F10);
-    EXPECT_FALSE(editor->isVisible());
-    EXPECT_EQ(readDataFile("HKSET01.SDF"), kSet) << "BLUE kept, byte for byte";
-
-    // A hand-written file taken back to what was read stays as it was, too.
-    const QByteArray handWritten = QByteArray(kSet).replace("\r\n", "\n");
-    writeDataFile("HKSET01.SDF", handWritten);
-    editor = openEditor();
-    QTest::mouseClick(editor->cmdEdit_Group[1], Qt::LeftButton);
-    editor->txtEdit->setText("Hot Drinks");
-    QTest::mouseClick(editor->cmdGroup_OkCancel[0], Qt::LeftButton);
-    QTest::keyClick(editor->txtButtonSet, Qt::Key_Z, Qt::ControlModifier);
-    QTest::mouseClick(editor->cmdGroup_OkCancel[1], Qt::LeftButton);
-    QTest::mouseClick(editor->cmdOkCancel[0], Qt::LeftButton);
-    EXPECT_EQ(readDataFile("HKSET01.SDF"), handWritten);
 }
 
 TEST_F(ClerkTest, CouponAmountsAreRefusedUnlessANumberAndSpecialKeysWarnOfAClash)
@@ -194,7 +121,7 @@ TEST_F(ClerkTest, CouponAmountsAreRefusedUnlessANumberAndSpecialKeysWarnOfAClash
     QTest::keyClick(special.get(), Qt::Key_F10);
     EXPECT_EQ(readDataFile("SPECIAL.BDF"),
               "[BUTTON]1[CAPTION]Void[KEY]*\r\n[BUTTON]3[CAPTION]Void Too[KEY]*\r\n");
-    const QList<testing_support::Box> asked = boxes();
+    const QList<Box> asked = boxes();
     ASSERT_EQ(asked.size(), 2);
     EXPECT_EQ(asked[0].text, "Special keys 1 and 3 both use the keyboard character \"*\", so the "
                              "keyboard reaches only one of them.\r\rYes: save them as they are.\r"
@@ -204,8 +131,8 @@ TEST_F(ClerkTest, CouponAmountsAreRefusedUnlessANumberAndSpecialKeysWarnOfAClash
 
 TEST_F(ClerkTest, TheKeyDialogShowsThePictureAsOnTheKeyAndSaysWhyNot)
 {
-    QImage(40, 30, QImage::Format_RGB32).save(gsHotKeyPicturePath + "good.jpg");
-    QImage(kMaxPictureSide + 1, 2, QImage::Format_RGB32).save(gsHotKeyPicturePath + "wide.png");
+    savePicture("good.jpg", 40, 30);
+    savePicture("wide.png", kMaxPictureSide + 1, 2);
     writeDataFile("pictures/HotKeys/text.jpg", "not a picture");
     const struct {
         const char *name;
@@ -244,53 +171,5 @@ TEST_F(ClerkTest, TheKeyDialogShowsThePictureAsOnTheKeyAndSaysWhyNot)
             EXPECT_EQ(box.text, said + "\r\rYes: keep this picture name on the key all the "
                                        "same.\rNo: stay here and choose another picture.");
         }
-    }
-}
-
-namespace {
-
-class KeyPickTest : public StoreDbTest {
-protected:
-    void seed() override
-    {
-        openStore();
-        addItem("00012345", "COF-1", "COFFEE SMALL");
-        addItem("00020010", "CAKE-1", "CHOCOLATE CAKE");
-        giLinkOption = 0;
-    }
-    // Picks `sl` with F3 in the key dialog.
-    void pick(frmHotKey_Define &key, const QString &sl)
-    {
-        modal.drive("frm_Lookup", [sl](QDialog &) { gLookup.gsLookupCode = sl; }); // the pick
-        QTest::keyClick(key.txtEdit[1], Qt::Key_F3);
-    }
-};
-
-} // namespace
-
-TEST_F(KeyPickTest, APickFillsTheLabelOnlyWhenEmptyOrStillTheLastPicksOwn)
-{
-    const struct {
-        const char *typed;  // the label before the first pick; "-" for none
-        const char *retype; // typed between the two picks; "-" for none
-        const char *label;  // after the second pick
-    } cases[] = {
-        {"", "-", "CHOCOLATE CAKE"},
-        {"My Coffee", "-", "My Coffee"},
-        {"", "Mine", "Mine"},
-        {"   ", "-", "CHOCOLATE CAKE"},
-    };
-    for (const auto &c : cases) {
-        SCOPED_TRACE(c.typed);
-        frmHotKey_Define key;
-        key.ButtonLabel = c.typed;
-        key.Form_Load();
-        key.show();
-        pick(key, "00012345");
-        if (QString(c.retype) != "-")
-            key.txtEdit[0]->setText(c.retype);
-        pick(key, "00020010");
-        EXPECT_EQ(key.txtEdit[0]->text(), c.label);
-        EXPECT_EQ(key.txtEdit[1]->text(), "0002001.0") << "the item follows every pick";
     }
 }

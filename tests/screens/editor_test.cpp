@@ -1,37 +1,16 @@
 #include "ScreenForms.h"
-#include "common/ui/sm_FGrid.h"
-#include "hotkeys/hkeyServices.h"
-#include "platform/ui/MSFlexGrid.h"
 #include "screens/frmButtonSet_Find.h"
-#include "screens/frmHotKey_Define.h"
-#include "screens/posButtons.h"
-#include "shell/frmMain.h"
-#include "support/HkTest.h"
-#include "support/OneBox.h"
 #include "support/ScreenDoubles.h"
-#include "support/SetLines.h"
-#include <QDir>
-#include <QFile>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
 #include <QRadioButton>
-#include <QTest>
-
-using namespace platform;
-using testing_support::HkTest;
-using testing_support::oneBox;
 
 namespace {
-
-using testing_support::blankKeys;
 
 class EditorTest : public HkTest {
 protected:
     void SetUp() override
     {
         HkTest::SetUp();
-        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
+        usePictures(dataPath());
         giLinkOption = 0;
     }
     void writeSet(const QString &number, const QString &title)
@@ -44,22 +23,15 @@ protected:
 
 TEST_F(EditorTest, ASetIsBuiltThroughTheScreensAndWrittenAsTheFileFormatSays)
 {
-    writeSet("07", "Desserts");
-    QDir(dataPath()).mkpath("pictures/HotKeys");
-    ASSERT_TRUE(QImage(8, 8, QImage::Format_RGB32).save(gsHotKeyPicturePath + "coffee.jpg"));
-
-    frmMain main;
-    main.Form_Load();
-    main.show();
+    savePicture("coffee.jpg");
+    auto main = openSetList();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(main.get()));
     modal.on<frmHotKeys>([&](frmHotKeys &editor) {
         EXPECT_EQ(editor.txtButtonSet->text(), "New Set 01");
         EXPECT_TRUE(editor.cmdOkCancel[0]->isHidden());
         QTest::mouseClick(editor.cmdEdit_Group[1], Qt::LeftButton);
         editor.txtEdit->setText("Drinks");
-        QTest::keyClick(editor.txtEdit, Qt::Key_F10); // F10 belongs to the open panel
-        EXPECT_FALSE(editor.fraGroupEdit->isHidden());
-        QTest::mouseClick(editor.cmdGroup_OkCancel[1], Qt::LeftButton);
-        EXPECT_TRUE(editor.fraGroupEdit->isHidden());
+        QTest::mouseClick(editor.cmdGroup_OkCancel[0], Qt::LeftButton);
 
         modal.on<frmHotKey_Define>([&](frmHotKey_Define &key) {
             EXPECT_EQ(key.windowTitle(), "Drinks Button #1");
@@ -72,18 +44,6 @@ TEST_F(EditorTest, ASetIsBuiltThroughTheScreensAndWrittenAsTheFileFormatSays)
         });
         QTest::mouseClick(editor.cmdHkGroup[1][0], Qt::LeftButton);
         EXPECT_EQ(editor.cmdHkGroup[1][0]->caption(), "Coffee");
-
-        modal.on<frmHotKey_Define>([&](frmHotKey_Define &key) {
-            modal.on<frmButtonSet_Find>([](frmButtonSet_Find &finder) {
-                ASSERT_EQ(finder.lstItems->count(), 1);
-                QTest::keyClick(finder.lstItems, Qt::Key_F10);
-            });
-            QTest::keyClick(key.txtEdit[0], Qt::Key_F4);
-            EXPECT_EQ(key.txtEdit[0]->text(), "Desserts");
-            EXPECT_EQ(key.txtEdit[2]->text(), "07 Desserts");
-            QTest::mouseClick(key.cmdOkCancel[0], Qt::LeftButton);
-        });
-        QTest::mouseClick(editor.cmdHkGroup[1][1], Qt::LeftButton);
 
         modal.on<frmHotKey_Define>([&](frmHotKey_Define &key) {
             QTest::mouseClick(key.Option1[1], Qt::LeftButton);
@@ -100,54 +60,23 @@ TEST_F(EditorTest, ASetIsBuiltThroughTheScreensAndWrittenAsTheFileFormatSays)
         QTest::keyClicks(editor.txtButtonSet, "Lunch Menu");
         QTest::mouseClick(editor.cmdOkCancel[0], Qt::LeftButton);
     });
-    QTest::mouseClick(main.cmdEdit[0], Qt::LeftButton);
+    const QRect cell = main->fgrdItems->visualRect(main->fgrdItems->model()->index(0, 1));
+    doubleClick(main->fgrdItems->viewport(), cell.center()); // on the empty list: a new set
 
     EXPECT_EQ(
         readDataFile("HKSET01.SDF"),
         "[SET]Lunch Menu\r\n[GROUP]1[CAPTION]Drinks[COLOR]\r\n"
-        "[BUTTON]1[CAPTION]Coffee[ITEM]0001234.5[ICON]coffee.jpg[IDSELECT]No[LINKSET][ROOT]\r\n"
-        "[BUTTON]2[CAPTION]Desserts[ITEM][ICON][IDSELECT]No[LINKSET]7[ROOT]\r\n" +
-            blankKeys(3) + "[GROUP]2[CAPTION]Sweets[COLOR]\r\n" +
+        "[BUTTON]1[CAPTION]Coffee[ITEM]0001234.5[ICON]coffee.jpg[IDSELECT]No[LINKSET][ROOT]\r\n" +
+            blankKeys(2) + "[GROUP]2[CAPTION]Sweets[COLOR]\r\n" +
             "[BUTTON]1[CAPTION]Cake[ITEM]CAKE-1[ICON][IDSELECT]Yes[LINKSET][ROOT]\r\n" +
             blankKeys(2) + "[GROUP]3[CAPTION][COLOR]*Default\r\n" + blankKeys(1) +
             "[GROUP]4[CAPTION][COLOR]*Default\r\n" + blankKeys(1));
-    EXPECT_EQ(main.fgrdItems->TextMatrix(1, 1), "Lunch Menu") << "the list refreshed";
+    EXPECT_EQ(main->fgrdItems->TextMatrix(1, 1), "Lunch Menu") << "the list refreshed";
     EXPECT_EQ(giLinkOption, 1) << "the last option chosen is remembered";
     const auto shown = boxes();
     EXPECT_TRUE(
         oneBox(shown, dataPath() + "/pictures/HotKeys|Picture (*.jpg)|*.jpg", -1, "Set Picture"));
     EXPECT_EQ(shown.value(0).kind, "open");
-}
-
-TEST_F(EditorTest, AnEmptyListAddsSetOneOnADoubleClickAndChangeKeepsTheSelectedRow)
-{
-    frmMain main;
-    main.Form_Load();
-    main.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&main));
-    modal.on<frmHotKeys>([](frmHotKeys &editor) {
-        EXPECT_TRUE(editor.cmdOkCancel[0]->isHidden());
-        QTest::keyClick(editor.txtButtonSet, Qt::Key_F10); // untouched, the new set is written
-    });
-    const QRect cell = main.fgrdItems->visualRect(main.fgrdItems->model()->index(0, 1));
-    testing_support::doubleClick(main.fgrdItems->viewport(), cell.center());
-    const QByteArray file = readDataFile("HKSET01.SDF");
-    EXPECT_TRUE(file.startsWith("[SET]New Set 01\r\n"));
-    EXPECT_EQ(file.count("[COLOR]*Default"), 4);
-
-    writeSet("02", "Two");
-    writeSet("03", "Three");
-    main.Form_Load();
-    gpGrid_selectRow(main.fgrdItems, 2);
-    modal.on<frmHotKeys>([](frmHotKeys &editor) {
-        EXPECT_EQ(editor.windowTitle(), "Hot Keys Set:  - HKSET02.SDF");
-        editor.txtButtonSet->clear();
-        QTest::keyClicks(editor.txtButtonSet, "A new title");
-        QTest::keyClick(editor.txtButtonSet, Qt::Key_F10);
-    });
-    QTest::keyClick(main.fgrdItems, Qt::Key_C);
-    EXPECT_EQ(main.fgrdItems->Row(), 2);
-    EXPECT_EQ(main.fgrdItems->TextMatrix(2, 1), "A new title");
 }
 
 TEST_F(EditorTest, KeyDialogValidatesAsTheStoreExpects)
@@ -206,6 +135,8 @@ TEST_F(EditorTest, OptionMemoryClearKeyAndCancel)
     EXPECT_TRUE(yes->Option1[1]->isChecked());
     EXPECT_EQ(yes->lblEdit[1]->text(), "Item ID");
     EXPECT_EQ(giLinkOption, 1);
+    QTest::keyClick(yes->txtEdit[0], Qt::Key_Escape);
+    EXPECT_TRUE(yes->Canceled);
     auto no = open("No");
     EXPECT_TRUE(no->Option1[1]->isChecked()) << "the remembered choice wins over the key's";
     QTest::mouseClick(no->Option1[0], Qt::LeftButton);
@@ -218,58 +149,51 @@ TEST_F(EditorTest, OptionMemoryClearKeyAndCancel)
     EXPECT_EQ(cleared->ButtonLabel, "");
     EXPECT_EQ(cleared->ButtomItem, "");
     EXPECT_EQ(cleared->ItemIDLink, "Yes");
-
-    auto cancelled = open("No");
-    QTest::keyClick(cancelled->txtEdit[0], Qt::Key_Escape);
-    EXPECT_TRUE(cancelled->Canceled);
 }
 
 TEST_F(EditorTest, FinderLeavesOutTheSetBeingEditedByNumber)
 {
     writeSet("07", "Seven");
     writeSet("12", "Twelve");
-    frmButtonSet_Find finder;
-    finder.ButtonSet_Current = "7";
-    finder.Form_Load();
-    finder.show();
-    ASSERT_EQ(finder.lstItems->count(), 1);
-    EXPECT_EQ(finder.lstItems->item(0)->text(), "12 Twelve");
+    const auto open = [](const QString &current) {
+        auto finder = std::make_unique<frmButtonSet_Find>();
+        finder->ButtonSet_Current = current;
+        finder->Form_Load();
+        finder->show();
+        return finder;
+    };
+    auto finder = open("7");
+    ASSERT_EQ(finder->lstItems->count(), 1);
+    EXPECT_EQ(finder->lstItems->item(0)->text(), "12 Twelve");
 
-    frmButtonSet_Find other;
-    other.ButtonSet_Current = "12";
-    other.Form_Load();
-    other.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&other));
-    testing_support::doubleClick(other.lstItems->viewport(),
-                                 other.lstItems->visualItemRect(other.lstItems->item(0)).center());
-    EXPECT_FALSE(other.Canceled);
-    EXPECT_EQ(other.ButtonSet, "7");
-    EXPECT_EQ(other.ButtonSetLabel, "07 Seven");
+    finder = open("12");
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(finder.get()));
+    const QListWidget *list = finder->lstItems;
+    doubleClick(list->viewport(), list->visualItemRect(list->item(0)).center());
+    EXPECT_FALSE(finder->Canceled);
+    EXPECT_EQ(finder->ButtonSet, "7");
+    EXPECT_EQ(finder->ButtonSetLabel, "07 Seven");
 
     QFile::remove(dataPath() + "/HKSET12.SDF");
-    frmButtonSet_Find empty;
-    empty.ButtonSet_Current = "07";
-    empty.Form_Load();
-    empty.show();
-    EXPECT_FALSE(empty.cmdOkCancel[0]->isEnabled());
-    QTest::keyClick(empty.lstItems, Qt::Key_F10);
-    EXPECT_TRUE(empty.Canceled);
-    EXPECT_FALSE(empty.isHidden()) << "F10 does nothing without a set to choose";
-    QTest::keyClick(empty.lstItems, Qt::Key_Escape);
-    EXPECT_TRUE(empty.isHidden());
+    finder = open("07");
+    EXPECT_FALSE(finder->cmdOkCancel[0]->isEnabled());
+    QTest::keyClick(finder->lstItems, Qt::Key_F10);
+    EXPECT_TRUE(finder->Canceled);
+    EXPECT_FALSE(finder->isHidden()) << "F10 does nothing without a set to choose";
+    QTest::keyClick(finder->lstItems, Qt::Key_Escape);
+    EXPECT_TRUE(finder->isHidden());
 }
 
 TEST_F(EditorTest, ColumnTitlePanelStoresIntoTheColumnItWasOpenedForAndRedrawsKeepPictures)
 {
-    QDir(dataPath()).mkpath("pictures/HotKeys");
-    QImage(8, 8, QImage::Format_RGB32).save(gsHotKeyPicturePath + "p.jpg");
+    savePicture("p.jpg");
     writeDataFile("HKSET05.SDF",
                   "[SET]Five\r\n[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n"
                   "[BUTTON]1[CAPTION][ITEM]1[ICON]p.jpg[IDSELECT]No[LINKSET][ROOT]\r\n"
                   "[BUTTON]2[CAPTION][ITEM]12[ICON][IDSELECT]No[LINKSET][ROOT]\r\n"
                   "[BUTTON]3[CAPTION]Gone[ITEM]1[ICON]none.jpg[IDSELECT]No[LINKSET][ROOT]\r\n"
                   "[GROUP]3[CAPTION]Snacks[COLOR]RED\r\n");
-    auto form = testing_support::openEditor("05");
+    auto form = openEditor("05");
     frmHotKeys &editor = *form;
     EXPECT_FALSE(editor.cmdHkGroup[1][0]->picture().isNull()) << "a picture-only key is not empty";
     EXPECT_EQ(editor.cmdHkGroup[1][1]->caption(), "") << "an item alone shows nothing";

@@ -1,17 +1,11 @@
-#include "hotkeys/hkeyGlobal.h"
+#include "ScreenForms.h"
 #include "screens/hkeyLayoutPanel.h"
-#include "support/HkTest.h"
-#include <QDir>
-#include <QImage>
-
-using testing_support::HkTest;
 
 // Labels measured on a key of the trial panel as it fills a 1024 x 768 screen.
 TEST_F(HkTest, LabelsThatTheTrialKeyCannotShowWholeAreNamed)
 {
-    QDir(dataPath()).mkpath("pictures/HotKeys");
-    gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
-    QImage(64, 64, QImage::Format_RGB32).save(gsHotKeyPicturePath + "square.png");
+    usePictures(dataPath());
+    savePicture("square.png", 64, 64);
     const std::string many = QString("Ham Egg ").repeated(40).toStdString();
     const struct {
         const char *caption, *icon, *problem; // the start of what is said; "" when it fits

@@ -1,21 +1,7 @@
 #include "ScreenForms.h"
-#include "hotkeys/hkeyVersions.h"
 #include "lookup/frm_Lookup.h"
-#include "lookup/model/InventoryLookup.h"
-#include "platform/Dialogs.h"
-#include "platform/ui/MSFlexGrid.h"
 #include "screens/frmReplaceItem.h"
-#include "screens/frmSetCheck.h"
-#include "support/SetLines.h"
-#include "support/StoreDb.h"
 #include <QCheckBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
-
-using testing_support::keyLine;
-using testing_support::keyLineIn;
-using testing_support::StoreDbTest;
 
 namespace {
 
@@ -46,26 +32,18 @@ protected:
     static QString name(int n) { return QString("HKSET%1.SDF").arg(n, 2, 10, QChar('0')); }
     QByteArray line(int n, int k) { return keyLineIn(readDataFile(name(n)), k); }
     // Picks the cola in the lookup and accepts the preview, with new labels or not.
-    void replaceWithCola(bool labels, const std::function<void()> &meanwhile = {})
+    void replaceWithCola(bool labels, const std::function<void(frmReplaceItem &)> &meanwhile)
     {
         modal.drive("frm_Lookup", [](QDialog &) { gLookup.gsLookupCode = "00020010"; });
-        modal.on<frmReplaceItem>([labels, meanwhile, this](frmReplaceItem &preview) {
+        modal.on<frmReplaceItem>([labels, meanwhile](frmReplaceItem &preview) {
             preview.chkLabel->setChecked(labels);
-            shownRows = preview.fgrdKeys->Rows() - 1;
-            firstRow.clear();
-            for (int c = 0; c < 6; ++c) firstRow << preview.fgrdKeys->TextMatrix(1, c);
-            heading = preview.lblWhat->text();
-            if (meanwhile)
-                meanwhile();
+            meanwhile(preview);
             preview.cmdAccept->click();
         });
         list->cmdReplace->click();
     }
     std::unique_ptr<frmSetCheck> list;
     QHash<QString, QByteArray> original;
-    int shownRows = 0;
-    QStringList firstRow;
-    QString heading;
 };
 
 } // namespace
@@ -73,14 +51,17 @@ protected:
 TEST_F(ReplaceTest, ReplaceChangesEveryKeyAfterAPreviewAndUndoPutsEveryFileBack)
 {
     ASSERT_EQ(list->fgrdItems->Rows() - 1, 75);
-    replaceWithCola(true);
-
-    EXPECT_EQ(shownRows, 75);
-    EXPECT_EQ(firstRow, QStringList({"01", "Set 1", "1", "1", "\"Coffee\", S/L 0001234.5",
-                                     "\"COLA 330ML\", S/L 0002001.0"}));
-    EXPECT_EQ(heading, "75 keys in 50 sets will sell S/L 0002001.0 (COLA 330ML) instead of S/L "
-                       "0001234.5 or Item ID COF-1 (COFFEE SMALL). Each set is kept in Versions "
-                       "first, and Undo Replace puts them all back.");
+    replaceWithCola(true, [](frmReplaceItem &preview) {
+        EXPECT_EQ(preview.fgrdKeys->Rows() - 1, 75);
+        QStringList firstRow;
+        for (int c = 0; c < 6; ++c) firstRow << preview.fgrdKeys->TextMatrix(1, c);
+        EXPECT_EQ(firstRow, QStringList({"01", "Set 1", "1", "1", "\"Coffee\", S/L 0001234.5",
+                                         "\"COLA 330ML\", S/L 0002001.0"}));
+        EXPECT_EQ(preview.lblWhat->text(),
+                  "75 keys in 50 sets will sell S/L 0002001.0 (COLA 330ML) instead of S/L "
+                  "0001234.5 or Item ID COF-1 (COFFEE SMALL). Each set is kept in Versions "
+                  "first, and Undo Replace puts them all back.");
+    });
     for (int n = 1; n <= kSets; ++n) {
         EXPECT_EQ(line(n, 1), keyLine(1, "COLA 330ML", "0002001.0", "No")) << n;
         EXPECT_EQ(line(n, 2), n % 2 ? keyLine(2, "Coffee Id", "", "")
@@ -106,7 +87,7 @@ TEST_F(ReplaceTest, ReplaceChangesEveryKeyAfterAPreviewAndUndoPutsEveryFileBack)
 TEST_F(ReplaceTest, ASetChangedElsewhereIsLeftAloneAndUndoIsRefusedAfterAnotherStationsChange)
 {
     const QByteArray theirs = "[SET]Changed at the till\r\n";
-    replaceWithCola(false, [&] { writeDataFile(name(3), theirs); });
+    replaceWithCola(false, [&](frmReplaceItem &) { writeDataFile(name(3), theirs); });
     EXPECT_EQ(boxTexts(),
               QStringList({"These sets were not changed:\r\rset 03 was changed at another "
                            "station since the list was made: it was left as it is"}));

@@ -1,24 +1,6 @@
 #include "ScreenForms.h"
-#include "hotkeys/hkeyServices.h"
-#include "hotkeys/hkeyVersions.h"
 #include "screens/KeyDrag.h"
-#include "screens/frmHotKey_Define.h"
-#include "screens/frmSpecialKey_edit.h"
-#include "screens/posButtons.h"
-#include "support/HkTest.h"
-#include "support/OneBox.h"
 #include <QApplication>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QTest>
-#include <memory>
-
-using namespace platform;
-using testing_support::HkTest;
-using testing_support::oneBox;
-using testing_support::openEditor;
-using testing_support::openKeys;
 
 namespace {
 
@@ -27,8 +9,8 @@ protected:
     void SetUp() override
     {
         HkTest::SetUp();
-        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
-        // Set 01 as the program writes it: two columns with keys.
+        usePictures(dataPath());
+        // Set 01 as the program writes it: two columns with keys, an untitled coloured third.
         gpHotKeySet_clear();
         for (HotKeyGroup &g : gHotKeyGroups) g.Color = kSilverColor; // as a reread leaves them
         gHotKeyGroups[1].Caption = "Drinks";
@@ -36,6 +18,7 @@ protected:
         gHotKeyGroups[1].Buttons[2] = {"Tea", "0002", "", "", "No", ""};
         gHotKeyGroups[2].Caption = "Food";
         gHotKeyGroups[2].Buttons[1] = {"Cake", "", "", "", "No", "cake.jpg"};
+        gHotKeyGroups[3].Color = glHotKeyColor_value("BLUE");
         ASSERT_TRUE(gpHotKeySet_write("01", "Lunch"));
         asRead = readDataFile("HKSET01.SDF");
         QDir(versionsRoot()).removeRecursively();
@@ -82,22 +65,33 @@ QByteArray newestVersion(const QString &fileName)
 
 TEST_F(SafeEditTest, UndoAndRedoWalkMixedStepsBackToTheFileAsRead)
 {
+    const QByteArray handWritten = QByteArray(asRead).replace("\r\n", "\n");
+    writeDataFile("HKSET01.SDF", handWritten);
     auto editor = openEditor();
-    EXPECT_FALSE(editor->cmdUndo->isEnabled());
+    changeKey(*editor, 1, 1, "Coffee");
+    EXPECT_FALSE(editor->cmdUndo->isEnabled()) << "a key accepted unchanged is no step";
     changeKey(*editor, 1, 1, "Espresso");
-    QTest::mouseClick(editor->cmdEdit_Group[2], Qt::LeftButton);
+    QTest::mouseClick(editor->cmdEdit_Group[3], Qt::LeftButton);
     editor->txtEdit->setText("Meals");
-    QTest::mouseClick(editor->cmdGroup_OkCancel[0], Qt::LeftButton);
+    QTest::keyClick(editor->txtEdit, Qt::Key_F10);
+    QTest::keyClick(editor->txtEdit, Qt::Key_F10); // the same title twice: one step
+    EXPECT_EQ(gHotKeyGroups[3].Color, kSilverColor) << "its first title turns it silver";
+    QTest::mouseClick(editor->cmdGroup_OkCancel[1], Qt::LeftButton);
     drag(editor->cmdHkGroup[1][1], editor->cmdHkGroup[2][1]);
     EXPECT_EQ(captions(*editor, 1), QStringList({"Espresso", "", ""}));
     EXPECT_EQ(captions(*editor, 2), QStringList({"Cake", "Tea", ""}));
 
     QTest::mouseClick(editor->cmdUndo, Qt::LeftButton); // the drag
     EXPECT_EQ(captions(*editor, 1), QStringList({"Espresso", "Tea", ""}));
-    QTest::keyClick(editor->cmdHkGroup[1][0], Qt::Key_Z, Qt::ControlModifier); // the title
-    EXPECT_EQ(editor->cmdEdit_Group[2]->caption(), "Food");
+    QTest::mouseClick(editor->cmdEdit_Group[3], Qt::LeftButton);
+    QTest::mouseClick(editor->cmdUndo, Qt::LeftButton); // the title, its panel open
+    EXPECT_EQ(editor->txtEdit->text(), "") << "the open panel shows the undone title";
+    QTest::keyClick(editor->txtEdit, Qt::Key_F10);
+    EXPECT_TRUE(editor->cmdRedo->isEnabled()) << "so its Accept stores nothing again";
+    EXPECT_EQ(editor->cmdEdit_Group[3]->caption(), "");
+    QTest::mouseClick(editor->cmdGroup_OkCancel[1], Qt::LeftButton);
     QTest::keyClick(editor->cmdHkGroup[1][0], Qt::Key_Y, Qt::ControlModifier);
-    EXPECT_EQ(editor->cmdEdit_Group[2]->caption(), "Meals");
+    EXPECT_EQ(editor->cmdEdit_Group[3]->caption(), "Meals");
     EXPECT_TRUE(editor->cmdRedo->isEnabled());
     for (int i = 0; i < 2; ++i)
         QTest::keyClick(editor->cmdHkGroup[1][0], Qt::Key_Z, Qt::ControlModifier);
@@ -122,7 +116,7 @@ TEST_F(SafeEditTest, UndoAndRedoWalkMixedStepsBackToTheFileAsRead)
     EXPECT_TRUE(editor->cmdRedo->isEnabled());
 
     QTest::mouseClick(editor->cmdOkCancel[0], Qt::LeftButton);
-    EXPECT_EQ(readDataFile("HKSET01.SDF").toStdString(), asRead.toStdString());
+    EXPECT_EQ(readDataFile("HKSET01.SDF"), handWritten) << "BLUE and the line ends kept";
 }
 
 TEST_F(SafeEditTest, DraggingSwapsKeysPictureAndAllAndCtrlCopiesAfterAskingOverADefinedKey)

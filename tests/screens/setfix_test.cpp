@@ -1,23 +1,5 @@
 #include "ScreenForms.h"
-#include "hotkeys/hkeyGlobal.h"
-#include "hotkeys/hkeyVersions.h"
-#include "platform/Dialogs.h"
-#include "platform/ui/MSFlexGrid.h"
-#include "screens/frmHotKey_Define.h"
-#include "screens/frmSetCheck.h"
-#include "support/OneBox.h"
-#include "support/SetLines.h"
-#include "support/StoreDb.h"
-#include <QDir>
-#include <QImage>
-#include <QLineEdit>
 #include <QMenu>
-#include <QPushButton>
-
-using testing_support::keyLine;
-using testing_support::keyLineIn;
-using testing_support::oneBox;
-using testing_support::StoreDbTest;
 
 namespace {
 
@@ -28,14 +10,15 @@ protected:
     {
         openStore();
         addItem("00012345", "COF-1", "COFFEE SMALL");
-        QDir(dataPath()).mkpath("pictures/HotKeys");
-        gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
-        QImage(8, 8, QImage::Format_RGB32).save(gsHotKeyPicturePath + "cup.png");
+        usePictures(dataPath());
+        savePicture("cup.png");
         writeSet("01",
                  {keyLine(1, "Gone", "", "No", "9"), keyLine(2, "Self", "", "No", "1"),
                   keyLine(3, "Coffee", "0001234.5", "No", "", "lost.jpg"),
                   keyLine(4, "", "", "", "", "cup.png"), keyLine(5, "Ghost", "0005555.0", "No")});
         writeSet("02", {keyLine(1, "Back", "", "No", "1"), keyLine(2, "Far", "", "No", "7")});
+        list = std::make_unique<frmSetCheck>(frmSetCheck::Mode::Check);
+        list->Form_Load();
     }
     void writeSet(const QString &number, const QList<QByteArray> &keys)
     {
@@ -55,11 +38,6 @@ protected:
                     .startsWith(start))
                 return r;
         return -1;
-    }
-    void open()
-    {
-        list = std::make_unique<frmSetCheck>(frmSetCheck::Mode::Check);
-        list->Form_Load();
     }
     void pick(const QString &start)
     {
@@ -85,7 +63,6 @@ TEST_F(SetFixTest, EachFixMendsItsKeyKeepsAVersionAndTheListIsCheckedAgain)
          keyLine(3, "Coffee", "0001234.5", "No")},
         {"01 4 has a picture but no label", "&Fix: Clear the Key", 4, keyLine(4, "", "", "")},
     };
-    open();
     for (const auto &c : cases) {
         const qsizetype kept = versions::list("HKSET01.SDF").size();
         pick(c.row);
@@ -105,7 +82,6 @@ TEST_F(SetFixTest, EachFixMendsItsKeyKeepsAVersionAndTheListIsCheckedAgain)
 
 TEST_F(SetFixTest, FixAllMendsEveryLineOfTheKindAfterOneQuestionAndTheRightClickOffersIt)
 {
-    open();
     pick("02 2 opens set 07");
     EXPECT_EQ(list->cmdFix[1]->text(), "Fix &All 2 Like It");
     EXPECT_EQ(list->mnuFix->actions()[1]->text(), "Fix &All 2 Like It");
@@ -122,7 +98,6 @@ TEST_F(SetFixTest, FixAllMendsEveryLineOfTheKindAfterOneQuestionAndTheRightClick
 
 TEST_F(SetFixTest, AnotherStationsChangeSinceTheCheckIsToldAndKeptWhenTheUserSaysNo)
 {
-    open();
     pick("01 1 opens set 09");
     writeSet("01",
              {keyLine(1, "Gone", "", "No", "9"), keyLine(6, "New at the till", "", "No", "2")});
@@ -137,7 +112,6 @@ TEST_F(SetFixTest, AnotherStationsChangeSinceTheCheckIsToldAndKeptWhenTheUserSay
 
 TEST_F(SetFixTest, AMissingItemOpensTheKeyDialogOnItsKeyAndSavesWhatTheUserAccepts)
 {
-    open();
     pick("01 5 sells S/L 0005555.0");
     EXPECT_EQ(list->cmdFix[0]->text(), "&Fix: Edit the Key...");
     modal.on<frmHotKey_Define>([](frmHotKey_Define &dialog) {

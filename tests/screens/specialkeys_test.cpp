@@ -1,20 +1,5 @@
 #include "ScreenForms.h"
-#include "hotkeys/hkeyServices.h"
-#include "platform/ui/MSFlexGrid.h"
-#include "screens/frmSpecialKey_edit.h"
-#include "screens/posButtons.h"
 #include "settings/clsDataPath.h"
-#include "shell/frmMain.h"
-#include "support/HkTest.h"
-#include <QComboBox>
-#include <QFile>
-#include <QLabel>
-#include <QLineEdit>
-#include <QTest>
-
-using namespace platform;
-using testing_support::HkTest;
-using testing_support::openKeys;
 
 namespace {
 
@@ -87,10 +72,6 @@ TEST_F(SpecialKeysTest, HandEditedFilesAreReadWithoutHarm)
     EXPECT_EQ(special->cmdSpecial[0]->Tag, QString::fromUtf8("~SCOUPN|abc\u00ff"));
     EXPECT_EQ(special->cmdSpecial[2]->Caption(), "");
 
-    SpecialKey noReturn{0, "Label only", ""};
-    ASSERT_TRUE(gpSpecialKeys_write(noReturn.Caption, "", "  "));
-    EXPECT_EQ(readDataFile("SPECIAL.BDF"), "[BUTTON]1[CAPTION]Label only[KEY]\r\n");
-
     auto coupons = openKeys(true);
     EXPECT_EQ(coupons->cmdSpecial[0]->Caption(), "") << "no COUPON.BDF, no keys, no message";
     writeDataFile("COUPON.BDF", "[BUTTON]1[CAPTION]Odd[KEY]~SCOUPN[VALUE]abc\r\n");
@@ -108,15 +89,13 @@ TEST_F(SpecialKeysTest, HandEditedFilesAreReadWithoutHarm)
 
 TEST_F(SpecialKeysTest, TheSetListOpensEachKindAndAFailedSaveKeepsTheScreen)
 {
-    frmMain main;
-    main.Form_Load();
-    main.show();
+    auto main = openSetList();
     QString title;
     modal.drive("frmSpecialKeys", [&](QDialog &d) {
         title = d.windowTitle();
         QTest::keyClick(&d, Qt::Key_Escape);
     });
-    QTest::keyClick(main.fgrdItems, Qt::Key_S);
+    QTest::keyClick(main->fgrdItems, Qt::Key_S);
     EXPECT_EQ(title, "Special Keys");
     modal.drive("frmSpecialKeys", [&](QDialog &d) {
         title = d.windowTitle();
@@ -125,7 +104,7 @@ TEST_F(SpecialKeysTest, TheSetListOpensEachKindAndAFailedSaveKeepsTheScreen)
         EXPECT_FALSE(d.isHidden());
         QTest::keyClick(&d, Qt::Key_Escape);
     });
-    QTest::keyClick(main.fgrdItems, Qt::Key_Return);
+    QTest::keyClick(main->fgrdItems, Qt::Key_Return);
     EXPECT_EQ(title, "Coupons");
     const auto shown = boxes();
     ASSERT_EQ(shown.size(), 1);

@@ -1,22 +1,7 @@
-#include "hotkeys/hkeyGlobal.h"
-#include "hotkeys/hkeyServices.h"
-#include "hotkeys/hkeyVersions.h"
-#include "platform/ui/MSFlexGrid.h"
+#include "ScreenForms.h"
 #include "screens/frmVersionCompare.h"
 #include "screens/frmVersions.h"
 #include "screens/hkeyLayoutPanel.h"
-#include "screens/posButtons.h"
-#include "shell/frmMain.h"
-#include "support/HkTest.h"
-#include <QComboBox>
-#include <QFile>
-#include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
-#include <QTest>
-
-using namespace platform;
-using testing_support::HkTest;
 
 namespace {
 
@@ -33,8 +18,17 @@ protected:
 
 } // namespace
 
-TEST_F(VersionsScreenTest, TheSetListShowsASetsVersionsAndRestoresOneOrARemovedSet)
+TEST_F(VersionsScreenTest, TheSetListShowsASetsVersionsOrThatNoneIsKeptAndRestoresOneOrARemovedSet)
 {
+    auto main = openSetList();
+    modal.on<frmVersions>([](frmVersions &screen) {
+        EXPECT_EQ(screen.cboSet->count(), 0);
+        EXPECT_EQ(screen.lblSetTitle->text(), "No set has been changed or removed yet.");
+        EXPECT_FALSE(screen.cmdRestore->isEnabled());
+        QTest::mouseClick(screen.cmdClose, Qt::LeftButton);
+    });
+    QTest::mouseClick(main->cmdVersions, Qt::LeftButton);
+
     saveSet("01", "Lunch", "Soup");
     saveSet("01", "Lunch", "Salad");
     saveSet("01", "Dinner", "Steak");
@@ -42,10 +36,8 @@ TEST_F(VersionsScreenTest, TheSetListShowsASetsVersionsAndRestoresOneOrARemovedS
     ASSERT_TRUE(gpHotKeySet_remove("02").removed);
     const QByteArray salad = versions::bytesOf(versions::list("HKSET01.SDF").first());
 
-    frmMain main;
-    main.Form_Load();
-    main.show();
-    ASSERT_EQ(main.fgrdItems->Rows(), 2);
+    main->Form_Load();
+    ASSERT_EQ(main->fgrdItems->Rows(), 2);
     modal.on<frmVersions>([&](frmVersions &screen) {
         ASSERT_EQ(screen.cboSet->count(), 2);
         EXPECT_EQ(screen.cboSet->currentText(), "01 Dinner");
@@ -75,32 +67,17 @@ TEST_F(VersionsScreenTest, TheSetListShowsASetsVersionsAndRestoresOneOrARemovedS
         EXPECT_EQ(screen.cboSet->currentText(), "02 Bar");
         QTest::keyClick(&screen, Qt::Key_Escape);
     });
-    QTest::keyClick(main.fgrdItems, Qt::Key_V);
-    EXPECT_EQ(modal.shown, QStringList{"frmVersions"});
-    const QList<testing_support::Box> asked = boxes();
+    QTest::keyClick(main->fgrdItems, Qt::Key_V);
+    EXPECT_EQ(modal.shown, QStringList({"frmVersions", "frmVersions"}));
+    const QList<Box> asked = boxes();
     ASSERT_EQ(asked.size(), 3);
     EXPECT_EQ(asked[0].title, "Restore Version");
     EXPECT_EQ(asked[0].style, vbYesNo + vbQuestion);
     EXPECT_TRUE(asked[0].text.startsWith("Set 01 will be put back as it was before "));
     EXPECT_TRUE(asked[0].text.endsWith(".\r\rThe set as it is now is kept in Versions first."
                                        "\r\rRestore it?"));
-    EXPECT_EQ(main.fgrdItems->Rows(), 3) << "the restored set is listed again";
-    EXPECT_EQ(main.fgrdItems->TextMatrix(1, 1), "Lunch");
-}
-
-TEST_F(VersionsScreenTest, WithNothingKeptTheScreenSaysSoAndRestoresNothing)
-{
-    modal.on<frmVersions>([](frmVersions &screen) {
-        EXPECT_EQ(screen.cboSet->count(), 0);
-        EXPECT_EQ(screen.lblSetTitle->text(), "No set has been changed or removed yet.");
-        EXPECT_FALSE(screen.cmdRestore->isEnabled());
-        QTest::mouseClick(screen.cmdClose, Qt::LeftButton);
-    });
-    frmMain main;
-    main.Form_Load();
-    main.show();
-    QTest::mouseClick(main.cmdVersions, Qt::LeftButton);
-    EXPECT_EQ(modal.shown, QStringList{"frmVersions"});
+    EXPECT_EQ(main->fgrdItems->Rows(), 3) << "the restored set is listed again";
+    EXPECT_EQ(main->fgrdItems->TextMatrix(1, 1), "Lunch");
 }
 
 TEST_F(VersionsScreenTest, RestoringARemovedSetPutsBackTheKeysItsRemovalClearedWhereStillEmpty)
@@ -128,12 +105,10 @@ TEST_F(VersionsScreenTest, RestoringARemovedSetPutsBackTheKeysItsRemovalClearedW
             << screen.lblStatus->text().toStdString();
         screen.reject();
     });
-    frmMain list;
-    list.Form_Load();
-    list.cmdVersions->click();
+    openSetList()->cmdVersions->click();
     EXPECT_EQ(readDataFile("HKSET01.SDF"), main) << "both keys back where they were";
     EXPECT_EQ(readDataFile("HKSET02.SDF"), drinks);
-    const QList<testing_support::Box> asked = boxes();
+    const QList<Box> asked = boxes();
     ASSERT_EQ(asked.size(), 2);
     EXPECT_EQ(asked[1].text, "Removing set 05 cleared 2 keys in 1 other set (set 01) that opened "
                              "it, and their places are still empty.\r\rPut those keys back as "
@@ -146,11 +121,12 @@ TEST_F(VersionsScreenTest, CompareDrawsBothStatesMarksTheKeysThatDifferAndSaysHo
     saveSet("01", "Lunch", "Soup");
     saveSet("01", "Lunch", "Salad");
     saveSet("01", "Dinner", "Steak"); // two versions kept: Soup, then Salad
-    QStringList said, choices;
-    QImage same, differ;
+    QStringList said;
+    QImage differ;
     modal.on<frmVersionCompare>([&](frmVersionCompare &compare) {
-        for (int i = 0; i < compare.cboRight->count(); ++i)
-            choices << compare.cboRight->itemText(i);
+        EXPECT_EQ(compare.cboRight->count(), 2);
+        EXPECT_EQ(compare.cboRight->itemText(0), "The set as it is now");
+        EXPECT_TRUE(compare.cboRight->itemText(1).startsWith("Before ")) << "the newer, first";
         for (int i = 0; i < compare.lstDifferences->count(); ++i)
             said << compare.lstDifferences->item(i)->text();
         differ = compare.picLeft->pixmap().toImage();
@@ -163,12 +139,7 @@ TEST_F(VersionsScreenTest, CompareDrawsBothStatesMarksTheKeysThatDifferAndSaysHo
         screen.cmdCompare->click();
         screen.reject();
     });
-    frmMain main;
-    main.Form_Load();
-    main.cmdVersions->click();
-    ASSERT_EQ(choices.size(), 2);
-    EXPECT_EQ(choices[0], "The set as it is now");
-    EXPECT_TRUE(choices[1].startsWith("Before ")) << "the newer version, shown first";
+    openSetList()->cmdVersions->click();
     EXPECT_EQ(said, QStringList({"Column 2 key 3: label Soup -> Salad", "Title: Lunch -> Dinner",
                                  "2 differences, framed in red on both panels."}));
     // The differing key is framed: red pixels that a panel of the same set lacks.
