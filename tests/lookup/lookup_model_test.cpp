@@ -1,13 +1,14 @@
 #include "common/zelFormats.h"
 #include "database/DbEngine.h"
 #include "database/TableNames.h"
-#include "database/zelDBSM_Upc.h"
+#include "database/UpcRows.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "lookup/model/InventoryLookup.h"
 #include "support/ItemTables.h"
 #include <QSqlError>
 #include <QSqlQuery>
 
+using testing_support::addUpc;
 using testing_support::ItemTablesTest;
 
 namespace {
@@ -32,15 +33,6 @@ protected:
                     QString("ITEM %1").arg(i, 2, 10, QChar('0')), i * 1.25);
         if (deleteSome)
             glDBSM_Execute("UPDATE invt1 SET Status = 'D' WHERE RecordNum % 4 = 0");
-    }
-    void upc(const QString &sl, const QString &code, int uid = 0)
-    {
-        gUpcRecord.clear();
-        gUpcRecord.setText("SL", sl);
-        gUpcRecord.setText("UPC", code);
-        gUpcRecord.setNumber("InvUID", uid);
-        QString sql;
-        ASSERT_TRUE(gfbDBSM_Record(tblUpc, opInsert, 0, false, false, sql));
     }
     void open()
     {
@@ -97,9 +89,9 @@ TEST_P(LookupModelTest, TheFirstPageShowsEveryFormatInKeyOrderAndBarCodeOrderSki
 {
     items(12);
     glDBSM_Execute("UPDATE invt1 SET QtyOnHand = 2.5, SubDescription = 'BOX' WHERE RecordNum = 1");
-    upc("10000001", "012345678905", 1);
-    upc("10000002", "D0001", 2);
-    upc("10000003", "0100", 3);
+    ASSERT_TRUE(addUpc("10000001", "012345678905", 1));
+    ASSERT_TRUE(addUpc("10000002", "D0001", 2));
+    ASSERT_TRUE(addUpc("10000003", "0100", 3));
     open();
     EXPECT_EQ(shown(), names(1, 5));
     EXPECT_EQ(page.cursor, 1);
