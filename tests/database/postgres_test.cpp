@@ -61,7 +61,6 @@ TEST(PostgresEngine, TranslatesTheStatementsItCannotRunAsBuilt)
 TEST(PostgresEngine, ServerNameIsHostAndPortAndTheInstanceIsLeftOut)
 {
     using Pair = std::pair<QString, int>;
-    EXPECT_EQ(PostgresEngine::hostAndPort("dbhost:6543"), Pair("dbhost", 6543));
     EXPECT_EQ(PostgresEngine::hostAndPort("dbhost"), Pair("dbhost", 5432));
     EXPECT_EQ(PostgresEngine::hostAndPort("STOREPC\\ZEL"), Pair("STOREPC", 5432));
     EXPECT_EQ(PostgresEngine::hostAndPort("10.0.0.5:5433\\ZEL"), Pair("10.0.0.5", 5433));
