@@ -1,6 +1,5 @@
-#include "database/ZelDBSM_MSDE.h"
+#include "database/UpcRows.h"
 #include "database/zelDBSM_InventoryBulk.h"
-#include "database/zelDBSM_Upc.h"
 #include "support/ItemTables.h"
 
 namespace {
@@ -17,11 +16,7 @@ TEST_P(BulkReadTest, BulkReadsFindEveryItemInEveryBatchAsTheKeyedReadsDo)
     addItem("00012345", "COF-1", "COFFEE");
     addItem("00020010", "CAKE-1", "CAKE");
     addItem("00030000", "TEA-1%", "TEA");
-    gUpcRecord.clear();
-    gUpcRecord.setText("SL", "00020010");
-    gUpcRecord.setText("UPC", "0700000000017");
-    QString sql;
-    ASSERT_TRUE(gfbDBSM_Record(2, opInsert, 0, false, false, sql));
+    ASSERT_TRUE(testing_support::addUpc("00020010", "0700000000017"));
 
     QStringList sls, ids;
     for (int i = 0; i < 1201; ++i) {

@@ -26,6 +26,7 @@ protected:
 
 } // namespace
 
+// Bytes that are no database, then the file cut to nothing.
 TEST_P(FaultTest, ADamagedFileIsOneBoxPerActionAndOnePerCallOutsideOne)
 {
     if (testing_support::testOnPostgres())
@@ -41,10 +42,18 @@ TEST_P(FaultTest, ADamagedFileIsOneBoxPerActionAndOnePerCallOutsideOne)
     }
     EXPECT_EQ(boxTexts(), QStringList({kDamagedBox, kDamagedBox}));
     EXPECT_TRUE(readDataFile("PVSW.log").contains("Description: file is not a database"));
-
     EXPECT_FALSE(read(opEqual));
     EXPECT_FALSE(read(opNext));
     EXPECT_EQ(boxTexts(), QStringList({kDamagedBox, kDamagedBox}));
+
+    ASSERT_TRUE(QFile::resize(dataPath() + "/TestDB.db", 0));
+    {
+        const DbAction a;
+        EXPECT_FALSE(read(opFirst));
+        EXPECT_FALSE(read(opNext));
+    }
+    EXPECT_EQ(boxTexts(), QStringList({kDamagedBox}));
+    EXPECT_EQ(QFileInfo(dataPath() + "/TestDB.db").size(), 0) << "no table made in the cut file";
 }
 
 TEST_P(FaultTest, UpdateAndDeleteFindARowThatHoldsNull)
@@ -130,25 +139,6 @@ TEST_P(FaultTest, AColumnAnotherStationAddsLeavesTheReadsWhole)
         EXPECT_EQ(gfsDBSM_FieldName(0, "spare40").toLower(), "spare40") << "the new columns";
     }
     EXPECT_TRUE(boxes().isEmpty());
-}
-
-TEST_P(FaultTest, ADatabaseFileCutToNothingIsOneBoxPerAction)
-{
-    if (testing_support::testOnPostgres())
-        GTEST_SKIP() << "a file of the embedded engine";
-    gItem.SL = "1";
-    ASSERT_TRUE(read(opEqual));
-    ASSERT_TRUE(QFile::resize(dataPath() + "/TestDB.db", 0));
-    for (int action = 0; action < 2; ++action) {
-        const DbAction a;
-        EXPECT_FALSE(read(opNext));
-        EXPECT_FALSE(read(opNext));
-        EXPECT_FALSE(read(opFirst));
-        QString table;
-        EXPECT_EQ(glDBSM_Count(0, table), 0);
-    }
-    EXPECT_EQ(boxTexts(), QStringList({kDamagedBox, kDamagedBox}));
-    EXPECT_EQ(QFileInfo(dataPath() + "/TestDB.db").size(), 0) << "no table made in the cut file";
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, FaultTest, testing_support::kEachEngine,

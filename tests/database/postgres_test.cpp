@@ -8,55 +8,59 @@
 #include <condition_variable>
 #include <csignal>
 #include <mutex>
+#include <stop_token>
 #include <thread>
 
 using namespace testing_support;
 
 TEST(PostgresEngine, TranslatesTheStatementsItCannotRunAsBuilt)
 {
-    PostgresEngine e;
-    EXPECT_EQ(e.translate("SELECT  TOP 1 * FROM T WHERE K1>'a' ORDER BY K1"),
-              "SELECT  * FROM T WHERE K1>'a' ORDER BY K1 LIMIT 1");
-    EXPECT_EQ(e.translate(dbsm::getNext("items", {"Description", "SL"}, {"O'NE", "1"}, true).shape),
-              "SELECT * FROM items WHERE (Description,SL)<(?,?) ORDER BY Description "
-              "DESC,SL DESC LIMIT 1")
-        << "the next of a two-segment key is one comparison of the pair";
-    EXPECT_EQ(e.translate("SELECT TOP 1 * FROM T WHERE ltrim(ItemID)>='A' ORDER BY ltrim(ItemID)"),
-              "SELECT * FROM T WHERE (ltrim(ItemID)::bpchar COLLATE ZELCI)>='A' ORDER BY "
-              "(ltrim(ItemID)::bpchar COLLATE ZELCI) LIMIT 1");
-    EXPECT_EQ(e.translate("SELECT TOP 1 * FROM UPC1 WHERE LEFT(upc,4)='0123' order by UPC"),
-              "SELECT * FROM UPC1 WHERE (LEFT(upc,4)::bpchar COLLATE ZELCI)='0123' order by UPC "
-              "LIMIT 1");
-    EXPECT_EQ(e.translate("SELECT * FROM T WHERE Description like '%A\\%B%' ESCAPE '\\' AND "
-                          "x NOT LIKE 'like'"),
-              "SELECT * FROM T WHERE Description COLLATE \"C\" ILIKE '%A\\%B%' ESCAPE '\\' AND "
-              "x COLLATE \"C\" NOT ILIKE 'like'");
-    EXPECT_EQ(e.translate("CREATE TABLE t (SL CHAR(8), Price DECIMAL(18,4), qty INT)"),
-              "CREATE TABLE t (SL CHAR(8) COLLATE ZELCI, Price DECIMAL(18,4), qty INT)\n"
-              "COMMENT ON COLUMN t.SL IS 'SL'\nCOMMENT ON COLUMN t.Price IS 'Price'");
+    const PostgresEngine e;
+    const struct {
+        QString built, sent;
+    } statements[] = {
+        {"SELECT  TOP 1 * FROM T WHERE K1>'a' ORDER BY K1",
+         "SELECT  * FROM T WHERE K1>'a' ORDER BY K1 LIMIT 1"},
+        // The next of a two-segment key is one comparison of the pair.
+        {dbsm::getNext("items", {"Description", "SL"}, {"O'NE", "1"}, true).shape,
+         "SELECT * FROM items WHERE (Description,SL)<(?,?) ORDER BY Description DESC,SL DESC "
+         "LIMIT 1"},
+        {"SELECT TOP 1 * FROM T WHERE ltrim(ItemID)>='A' ORDER BY ltrim(ItemID)",
+         "SELECT * FROM T WHERE (ltrim(ItemID)::bpchar COLLATE ZELCI)>='A' ORDER BY "
+         "(ltrim(ItemID)::bpchar COLLATE ZELCI) LIMIT 1"},
+        {"SELECT TOP 1 * FROM UPC1 WHERE LEFT(upc,4)='0123' order by UPC",
+         "SELECT * FROM UPC1 WHERE (LEFT(upc,4)::bpchar COLLATE ZELCI)='0123' order by UPC LIMIT "
+         "1"},
+        {"SELECT * FROM T WHERE Description like '%A\\%B%' ESCAPE '\\' AND x NOT LIKE 'like'",
+         "SELECT * FROM T WHERE Description COLLATE \"C\" ILIKE '%A\\%B%' ESCAPE '\\' AND x "
+         "COLLATE \"C\" NOT ILIKE 'like'"},
+        {"CREATE TABLE t (SL CHAR(8), Price DECIMAL(18,4), qty INT)",
+         "CREATE TABLE t (SL CHAR(8) COLLATE ZELCI, Price DECIMAL(18,4), qty INT)\n"
+         "COMMENT ON COLUMN t.SL IS 'SL'\nCOMMENT ON COLUMN t.Price IS 'Price'"},
+        {"CREATE UNIQUE CLUSTERED INDEX key0 ON invt1 (SL)",
+         "CREATE UNIQUE INDEX invt1_key0 ON invt1 (SL)"},
+        {"Create Index idx_2 On invt1 (ItemID)",
+         "CREATE INDEX invt1_idx_2 ON invt1 (ItemID)\nCREATE INDEX IF NOT EXISTS "
+         "invt1_idx_2_ltrim ON invt1 ((ltrim(ItemID)::bpchar COLLATE ZELCI))"},
+        {"sp_RENAME 'invt1.Flg2', 'NeverOrder ', 'COLUMN'",
+         "ALTER TABLE invt1 RENAME COLUMN Flg2 TO NeverOrder\n"
+         "COMMENT ON COLUMN invt1.NeverOrder IS 'NeverOrder'"},
+        {"ALTER TABLE invt1 ALTER COLUMN itemID CHAR(25)",
+         "ALTER TABLE invt1 ALTER COLUMN itemID TYPE CHAR(25) COLLATE ZELCI"},
+        {"ALTER TABLE invt1 ALTER COLUMN QtyOnHand Decimal(18,4)",
+         "ALTER TABLE invt1 ALTER COLUMN QtyOnHand TYPE Decimal(18,4)"},
+        {"Drop index invt1.idx_3", "DROP INDEX IF EXISTS invt1_idx_3"},
+        // Values stay as typed.
+        {"SELECT * FROM T WHERE a='TOP 1 LEFT(x,1) like ItemID'",
+         "SELECT * FROM T WHERE a='TOP 1 LEFT(x,1) like ItemID'"},
+    };
+    for (const auto &s : statements) EXPECT_EQ(e.translate(s.built), s.sent);
     EXPECT_EQ(e.columnName("price"), "Price") << "as the table declared it";
-    EXPECT_EQ(e.translate("CREATE UNIQUE CLUSTERED INDEX key0 ON invt1 (SL)"),
-              "CREATE UNIQUE INDEX invt1_key0 ON invt1 (SL)");
-    EXPECT_EQ(e.translate("Create Index idx_2 On invt1 (ItemID)"),
-              "CREATE INDEX invt1_idx_2 ON invt1 (ItemID)\nCREATE INDEX IF NOT EXISTS "
-              "invt1_idx_2_ltrim ON invt1 ((ltrim(ItemID)::bpchar COLLATE ZELCI))");
-    EXPECT_EQ(e.translate("sp_RENAME 'invt1.Flg2', 'NeverOrder ', 'COLUMN'"),
-              "ALTER TABLE invt1 RENAME COLUMN Flg2 TO NeverOrder\n"
-              "COMMENT ON COLUMN invt1.NeverOrder IS 'NeverOrder'");
-    EXPECT_EQ(e.translate("ALTER TABLE invt1 ALTER COLUMN itemID CHAR(25)"),
-              "ALTER TABLE invt1 ALTER COLUMN itemID TYPE CHAR(25) COLLATE ZELCI");
-    EXPECT_EQ(e.translate("ALTER TABLE invt1 ALTER COLUMN QtyOnHand Decimal(18,4)"),
-              "ALTER TABLE invt1 ALTER COLUMN QtyOnHand TYPE Decimal(18,4)");
-    EXPECT_EQ(e.translate("Drop index invt1.idx_3"), "DROP INDEX IF EXISTS invt1_idx_3");
-    EXPECT_EQ(e.translate("SELECT * FROM T WHERE a='TOP 1 LEFT(x,1) like ItemID'"),
-              "SELECT * FROM T WHERE a='TOP 1 LEFT(x,1) like ItemID'")
-        << "values stay as typed";
 }
 
 TEST(PostgresEngine, ServerNameIsHostAndPortAndTheInstanceIsLeftOut)
 {
     using Pair = std::pair<QString, int>;
-    EXPECT_EQ(PostgresEngine::hostAndPort("dbhost:6543"), Pair("dbhost", 6543));
     EXPECT_EQ(PostgresEngine::hostAndPort("dbhost"), Pair("dbhost", 5432));
     EXPECT_EQ(PostgresEngine::hostAndPort("STOREPC\\ZEL"), Pair("STOREPC", 5432));
     EXPECT_EQ(PostgresEngine::hostAndPort("10.0.0.5:5433\\ZEL"), Pair("10.0.0.5", 5433));
@@ -136,40 +140,22 @@ namespace {
 // The server of the test's own cluster, stopped as a frozen machine is: its
 // sockets stay open and nothing answers. It thaws when the test is done, or
 // after half a minute, so that a program that waits for it ends the wait.
-class FrozenServer {
-public:
-    FrozenServer(const PgCluster &cluster, qint64 backend)
-    {
-        QFile pidFile(cluster.folder() + "/data/postmaster.pid");
-        if (pidFile.open(QIODevice::ReadOnly))
-            m_pids << pidFile.readLine().trimmed().toInt();
-        m_pids << backend;
-        for (const qint64 pid : m_pids) ::kill(pid, SIGSTOP);
-        m_thaw = std::thread([this] {
-            std::unique_lock lock(m_mutex);
-            m_done.wait_for(lock, std::chrono::seconds(30), [this] { return m_over; });
-            for (const qint64 pid : m_pids) ::kill(pid, SIGCONT);
-        });
-    }
-    ~FrozenServer() { thaw(); }
-    void thaw()
-    {
-        {
-            const std::lock_guard lock(m_mutex);
-            m_over = true;
-        }
-        m_done.notify_all();
-        if (m_thaw.joinable())
-            m_thaw.join();
-    }
-
-private:
-    QList<qint64> m_pids;
-    std::mutex m_mutex;
-    std::condition_variable m_done;
-    bool m_over = false;
-    std::thread m_thaw;
-};
+std::jthread freeze(const PgCluster &cluster, qint64 backend)
+{
+    QList<qint64> pids;
+    QFile pidFile(cluster.folder() + "/data/postmaster.pid");
+    if (pidFile.open(QIODevice::ReadOnly))
+        pids << pidFile.readLine().trimmed().toInt();
+    pids << backend;
+    for (const qint64 pid : pids) ::kill(pid, SIGSTOP);
+    return std::jthread([pids](std::stop_token over) {
+        std::mutex mutex;
+        std::unique_lock lock(mutex);
+        std::condition_variable_any().wait_for(lock, over, std::chrono::seconds(30),
+                                               [] { return false; });
+        for (const qint64 pid : pids) ::kill(pid, SIGCONT);
+    });
+}
 
 // On a cluster of the test's own, which it stops, restarts and freezes.
 class PgServerFaultTest : public DbTest, public testing_support::OnEachEngine {
@@ -209,7 +195,7 @@ TEST_P(PgServerFaultTest, AFrozenServerEndsTheActionWithTheOfflineBox)
     QSqlQuery pid(gpDBSM_Engine()->db());
     ASSERT_TRUE(pid.exec("SELECT pg_backend_pid()") && pid.next());
     {
-        FrozenServer frozen(*m_server, pid.value(0).toLongLong());
+        const std::jthread frozen = freeze(*m_server, pid.value(0).toLongLong());
         EXPECT_FALSE(next()) << "the server answered only when it thawed";
         EXPECT_EQ(boxTexts(), QStringList({kOfflineBox}));
         EXPECT_FALSE(next()) << "the next action does not wait for ever either";

@@ -1,5 +1,5 @@
 #include "database/DbEngine.h"
-#include "database/zelDBSM_Upc.h"
+#include "database/UpcRows.h"
 #include "lookup/LookupScreen.h"
 #include "screens/frmHotKey_Define.h"
 #include <QFile>
@@ -104,15 +104,8 @@ protected:
     void seed() override
     {
         LookupScreenFixture::seed();
-        for (const auto &[sl, upc, uid] :
-             {std::tuple{"00012345", "0123", 1}, {"00020010", "0456", 3}}) {
-            gUpcRecord.clear();
-            gUpcRecord.setText("SL", sl);
-            gUpcRecord.setText("UPC", upc);
-            gUpcRecord.setNumber("InvUID", uid);
-            QString sql;
-            ASSERT_TRUE(gfbDBSM_Record(2, opInsert, 0, false, false, sql));
-        }
+        ASSERT_TRUE(testing_support::addUpc("00012345", "0123", 1));
+        ASSERT_TRUE(testing_support::addUpc("00020010", "0456", 3));
     }
 
     // Types each value into the search box in every order, and searches each

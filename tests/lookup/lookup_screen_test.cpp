@@ -1,6 +1,5 @@
 #include "lookup/LookupScreen.h"
 #include "platform/ui/Twips.h"
-#include "screens/frmHotKey_Define.h"
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QPushButton>
@@ -64,31 +63,6 @@ TEST_F(LookupScreenTest, WhileStopShowsF10OnlyStops)
     const auto shown = boxes();
     ASSERT_EQ(shown.size(), 1);
     EXPECT_EQ(shown[0].text, "End of List");
-}
-
-// F3 in the key dialog: a lookup accepted, then one cancelled, which changes nothing.
-TEST_F(LookupScreenTest, FindItemFillsTheKeyByStockNumberOrItemId)
-{
-    const struct {
-        int linkOption;
-        QString typed, item, caption;
-    } finds[] = {{0, "COFFEE S", "0001234.5", "COFFEE SMALL CU"}, // 15 characters of it
-                 {1, "CHOC", "CAKE-1", "CHOCOLATE CAKE"}};
-    for (const auto &find : finds) {
-        giLinkOption = find.linkOption;
-        onLookup([&](frm_Lookup &f) {
-            QTest::keyClicks(f.txtEditValue, find.typed);
-            QTest::keyClick(f.txtEditValue, Qt::Key_Return);
-        });
-        onLookup([](frm_Lookup &f) { QTest::keyClick(f.txtEditValue, Qt::Key_Escape); });
-        frmHotKey_Define key;
-        key.Form_Load();
-        for (int i = 0; i < 2; ++i) {
-            QTest::keyClick(key.txtEdit[0], Qt::Key_F3);
-            EXPECT_EQ(key.txtEdit[1]->text(), find.item) << i;
-            EXPECT_EQ(key.txtEdit[0]->text(), find.caption) << i;
-        }
-    }
 }
 
 TEST_F(LookupScreenTest, ClearOrAResizeGoesBackToTheFirstRecordWithTheWildcardOff)
