@@ -55,20 +55,13 @@ int killedSaves(ScriptedDialogs &dialogs, int count)
         const pid_t station = ::fork();
         if (station < 0)
             return 2;
-        if (station == 0) {
-            ::close(ready[0]);
-            const char go = 1;
-            if (::write(ready[1], &go, 1) != 1)
-                ::_exit(2);
-            ::close(ready[1]);
-            ::_exit(saveLoop(dialogs, INT_MAX));
-        }
-        ::close(ready[1]);
+        if (station == 0)
+            ::_exit(::write(ready[1], "", 1) == 1 ? saveLoop(dialogs, INT_MAX) : 2);
+        ::close(ready[1]); // a station that dies before it saves ends the read
         char go = 0;
-        const bool started = ::read(ready[0], &go, 1) == 1;
-        ::close(ready[0]);
-        if (started)
+        if (::read(ready[0], &go, 1) == 1)
             ::usleep(QRandomGenerator::global()->bounded(20000));
+        ::close(ready[0]);
         ::kill(station, SIGKILL);
         ::waitpid(station, nullptr, 0);
         left += temporaryFilesIn(gDataPath.DataPath()) + temporaryFilesIn(versionsFolder);

@@ -9,36 +9,13 @@
 
 namespace testing_support {
 
-// One server of each kind for the whole suite: they take a moment to start.
-inline SmtpPeer *peer(SmtpPeer::Kind kind)
+inline QStringList rcpt(const QJsonObject &m)
 {
-    static std::map<SmtpPeer::Kind, std::unique_ptr<SmtpPeer>> peers;
-    auto &p = peers[kind];
-    if (!p)
-        p = std::make_unique<SmtpPeer>(kind);
-    return p.get();
+    return m["to"].toVariant().toStringList();
 }
-
-inline QStringList headerNames(const QJsonObject &message)
+inline QString header(const QJsonObject &m, const QString &name)
 {
-    QStringList names;
-    for (const QJsonValue &h : message["headers"].toArray()) names << h.toArray()[0].toString();
-    return names;
-}
-
-inline QString header(const QJsonObject &message, const QString &name)
-{
-    for (const QJsonValue &h : message["headers"].toArray())
-        if (h.toArray()[0].toString().compare(name, Qt::CaseInsensitive) == 0)
-            return h.toArray()[1].toString();
-    return QString();
-}
-
-inline QStringList rcpt(const QJsonObject &message)
-{
-    QStringList list;
-    for (const QJsonValue &v : message["rcpttos"].toArray()) list << v.toString();
-    return list;
+    return m["headers"][name.toLower()].toString();
 }
 
 class MailTest : public HkTest {
@@ -48,29 +25,28 @@ protected:
         HkTest::SetUp();
         mail::transferTuning() = {};
     }
-    void TearDown() override
-    {
-        mail::transferTuning() = {};
-        HkTest::TearDown();
-    }
     void settings(const QString &server, const QString &port, const QString &tls,
                   const QString &password = SmtpPeer::kPassword, const QString &ssl = "No")
     {
-        const QList<QPair<QString, QString>> values{
-            {"SMTPServer", server},      {"SMPTPort", port}, {"UserID", SmtpPeer::kUser},
-            {"UserPasssword", password}, {"Use SSL", ssl},   {"Use TLS", tls}};
-        for (const auto &[key, value] : values)
-            platform::SaveSetting(kSettingsApp, "EMAIL", key, value);
+        const QString keys[] = {"SMTPServer",    "SMPTPort", "UserID",
+                                "UserPasssword", "Use SSL",  "Use TLS"};
+        const QString values[] = {server, port, SmtpPeer::kUser, password, ssl, tls};
+        for (int i = 0; i < 6; ++i)
+            platform::SaveSetting(kSettingsApp, "EMAIL", keys[i], values[i]);
     }
+    // One server of each kind for the whole program: they take a moment to start.
     SmtpPeer *server(SmtpPeer::Kind kind)
     {
-        SmtpPeer *p = peer(kind);
-        EXPECT_TRUE(p->running()) << p->failure().toStdString();
+        static std::map<SmtpPeer::Kind, std::unique_ptr<SmtpPeer>> peers;
+        std::unique_ptr<SmtpPeer> &p = peers[kind];
+        if (!p)
+            p = std::make_unique<SmtpPeer>(kind);
+        EXPECT_EQ(p->failure().toStdString(), "");
         p->take();
         settings("127.0.0.1", QString::number(p->port()), kind == SmtpPeer::Secure ? "Yes" : "No",
                  SmtpPeer::kPassword, kind == SmtpPeer::Implicit ? "Yes" : "No");
         mail::transferTuning().caFile = p->certificate();
-        return p;
+        return p.get();
     }
     QJsonObject onlyMessage(SmtpPeer *p)
     {

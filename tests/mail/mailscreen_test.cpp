@@ -1,5 +1,11 @@
-#include "mail/MailScreen.h"
+#include "database/zelDBSM_Common.h"
+#include "mail/MailFixture.h"
 #include "mail/frmSendMail.h"
+#include "print/frmSMPRNT_PREVIEW.h"
+#include "shell/frmMain.h"
+#include "shell/hkeyMain.h"
+#include <QAction>
+#include <QFile>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -13,14 +19,46 @@ using namespace testing_support;
 
 namespace {
 
+// Keys of the mail screen's keyboard, by the characters they type.
+void keys(frmSendMail &f, const QString &text)
+{
+    for (QChar c : text) {
+        QPushButton *key = nullptr;
+        for (QPushButton *k : f.cmdKeyPad)
+            if (k->property("Tag").toString() == c.toUpper() || (c == ' ' && k->text() == "Space"))
+                key = k;
+        ASSERT_TRUE(key) << "no key for " << QString(c).toStdString();
+        QTest::mouseClick(key, Qt::LeftButton);
+    }
+}
+
+// A touch on the box, which makes it the keyboard's target, then its text typed
+// on the on-screen keyboard.
+void type(frmSendMail &f, QWidget *box, const QString &text)
+{
+    auto *body = qobject_cast<QPlainTextEdit *>(box);
+    QTest::mouseClick(body ? body->viewport() : box, Qt::LeftButton);
+    keys(f, text);
+}
+
 class MailScreenTest : public MailTest {
 protected:
-    std::unique_ptr<frmSendMail> open()
+    void SetUp() override
     {
-        auto form = std::make_unique<frmSendMail>();
-        form->Form_Load();
-        form->show();
-        return form;
+        MailTest::SetUp();
+        f->Form_Load();
+        f->show();
+    }
+    void click(QWidget *button) { QTest::mouseClick(button, Qt::LeftButton); }
+    std::unique_ptr<frmSendMail> f = std::make_unique<frmSendMail>();
+};
+
+class PreviewMailTest : public MailTest {
+protected:
+    void TearDown() override
+    {
+        setPreviewMailOpener(nullptr);
+        MailTest::TearDown();
     }
 };
 
@@ -28,109 +66,83 @@ protected:
 
 TEST_F(MailScreenTest, KeysSitInTypewriterRowsLargeEnoughForAFinger)
 {
-    auto f = open();
     EXPECT_EQ(f->windowTitle(), "Send");
     QStringList labels;
     for (QLabel *l : f->findChildren<QLabel *>()) labels << l->text();
     EXPECT_EQ(labels, (QStringList{"To", "Bcc", "From", "Subject", "Message", "Attachment"}));
     EXPECT_EQ(f->cmdSend->text(), "Send");
     EXPECT_EQ(f->cmdCancel->text(), "Esc Cancel");
-    EXPECT_EQ(f->CmdShowKB->text(), "Hide Keyboard");
     // Read the rows off the screen, top to bottom and left to right.
     QMap<int, QMap<int, QString>> rows;
     for (QPushButton *key : f->FraKeyBoard->findChildren<QPushButton *>()) {
         rows[key->y()][key->x()] = key->text();
-        EXPECT_GE(key->height(), 38) << key->text().toStdString();
-        EXPECT_GE(key->width(), 38) << key->text().toStdString();
+        EXPECT_GE(std::min(key->height(), key->width()), 38) << key->text().toStdString();
     }
     QStringList seen;
     for (const auto &row : rows) seen << QStringList(row.values()).join(' ');
     EXPECT_EQ(seen,
               (QStringList{"1 2 3 4 5 6 7 8 9 0", "Q W E R T Y U I O P", "A S D F G H J K L _",
                            "Z X C V B N M - . @", "Upper Case Space Back Space Clear"}));
-    for (int i = 0; i < 41; ++i)
-        EXPECT_EQ(f->cmdKeyPad[i]->property("Tag").toString(),
-                  i == 39 ? "" : f->cmdKeyPad[i]->text());
 }
 
 TEST_F(MailScreenTest, KeyboardTypesIntoTheBoxLastTouched)
 {
-    auto f = open();
     keys(*f, "HI");
     EXPECT_TRUE(f->txtTo->text().isEmpty()) << "no box touched yet: nothing happens";
-
-    touch(f->TxtBody);
-    keys(*f, "HI");
-    EXPECT_EQ(f->TxtBody->toPlainText(), "hi");
+    type(*f, f->TxtBody, "HI");
     EXPECT_EQ(f->FraKeyBoard->title(), "Message");
-
-    QTest::mouseClick(f->cmdEdit[2], Qt::LeftButton);
+    click(f->cmdEdit[2]);
     EXPECT_EQ(f->cmdEdit[2]->text(), "Lower Case");
     keys(*f, "HI");
     EXPECT_EQ(f->TxtBody->toPlainText(), "hiHI");
-    QTest::mouseClick(f->cmdEdit[2], Qt::LeftButton);
-    EXPECT_EQ(f->cmdEdit[2]->text(), "Upper Case");
-
-    QTest::mouseClick(f->cmdEdit[0], Qt::LeftButton);
-    EXPECT_EQ(f->TxtBody->toPlainText(), " ");
+    click(f->cmdEdit[2]);
+    click(f->cmdEdit[0]);
     keys(*f, "A");
     EXPECT_EQ(f->TxtBody->toPlainText(), " a") << "Clear leaves one blank";
-    QTest::mouseClick(f->cmdEdit[1], Qt::LeftButton);
-    QTest::mouseClick(f->cmdEdit[1], Qt::LeftButton);
-    QTest::mouseClick(f->cmdEdit[1], Qt::LeftButton);
+    for (int i = 0; i < 3; ++i) click(f->cmdEdit[1]);
     EXPECT_EQ(f->TxtBody->toPlainText(), "") << "an empty box stays empty";
 
-    const QList<QPair<QWidget *, QString>> targets{{f->txtTo, "To"},
-                                                   {f->txtFrom, "From"},
-                                                   {f->TxtSubject, "Subject"},
-                                                   {f->txtAttach, "Attach"}};
+    const QList<QPair<QLineEdit *, QString>> targets{{f->txtTo, "To"},
+                                                     {f->txtFrom, "From"},
+                                                     {f->TxtSubject, "Subject"},
+                                                     {f->txtAttach, "Attach"}};
     for (const auto &[box, caption] : targets) {
-        touch(box);
+        type(*f, box, "7 Q");
         EXPECT_EQ(f->FraKeyBoard->title(), caption);
-        keys(*f, "7 Q");
+        EXPECT_EQ(box->text(), "7 q");
     }
-    EXPECT_EQ(f->txtTo->text(), "7 q");
-    EXPECT_EQ(f->txtAttach->text(), "7 q");
     EXPECT_EQ(f->txtAttach->cursorPosition(), 3) << "the cursor stays behind the text";
-
-    touch(f->TxtCC);
+    type(*f, f->TxtCC, "X");
     EXPECT_EQ(f->FraKeyBoard->title(), "Attach") << "Bcc is no target of the keyboard";
-    keys(*f, "X");
     EXPECT_TRUE(f->TxtCC->text().isEmpty());
     EXPECT_EQ(f->txtAttach->text(), "7 qx");
 }
 
 TEST_F(MailScreenTest, HidingAndShowingTheKeyboardReturnsTheHeight)
 {
-    auto f = open();
     const int full = f->height();
-    QTest::mouseClick(f->CmdShowKB, Qt::LeftButton);
+    click(f->CmdShowKB);
     EXPECT_TRUE(f->FraKeyBoard->isHidden());
     EXPECT_EQ(f->CmdShowKB->text(), "Show Keyboard");
     EXPECT_NEAR(f->height(), full * 2.0 / 3.0, 1);
-    QTest::mouseClick(f->CmdShowKB, Qt::LeftButton);
-    EXPECT_TRUE(f->FraKeyBoard->isVisible());
+    click(f->CmdShowKB);
     EXPECT_EQ(f->CmdShowKB->text(), "Hide Keyboard");
     EXPECT_NEAR(f->height(), full, 2);
 }
 
 TEST_F(MailScreenTest, AttachmentsChosenTwiceAreJoinedByAComma)
 {
-    auto f = open();
     const QString first = file("first.txt", "1");
     const QString second = file("second.bat", "2");
-    dialogs.answerText(first);
-    dialogs.answerText(second);
-    dialogs.answerText(QString());
-    for (int i = 0; i < 3; ++i) QTest::mouseClick(f->Command1, Qt::LeftButton);
+    for (const QString &chosen : {first, second, QString()}) {
+        dialogs.answerText(chosen);
+        click(f->Command1);
+    }
     EXPECT_EQ(f->txtAttach->text(), first + "," + second) << "a cancelled choice adds nothing";
-    const QList<Box> shown = boxes();
-    ASSERT_EQ(shown.size(), 3);
-    EXPECT_EQ(shown[0].kind, "open");
-    EXPECT_EQ(shown[0].text,
-              dataPath() + "|All Files (*.*)|*.*|PDF and Text Files (*.pdf *.txt)|*.pdf;*.txt|"
-                           "Batch Files (*.bat)|*.bat");
-    EXPECT_EQ(shown[0].selectedFilter, 2);
+    const Box open = boxes().value(0);
+    EXPECT_EQ(open.text, dataPath() + "|All Files (*.*)|*.*|PDF and Text Files (*.pdf *.txt)|"
+                                      "*.pdf;*.txt|Batch Files (*.bat)|*.bat");
+    EXPECT_EQ(open.selectedFilter, 2);
 }
 
 TEST_F(MailScreenTest, WhileSendingTheScreenPaintsButCannotBeLeft)
@@ -139,7 +151,6 @@ TEST_F(MailScreenTest, WhileSendingTheScreenPaintsButCannotBeLeft)
     ASSERT_TRUE(silent.listen(QHostAddress::LocalHost));
     settings("127.0.0.1", QString::number(silent.serverPort()), "No");
     mail::transferTuning().timeoutSeconds = 1;
-    auto f = open();
     QTest::keyClicks(f->txtTo, "boss@example.com");
     QTest::keyClicks(f->txtFrom, "shop@example.com");
     QTest::keyClicks(f->TxtBody, "kept");
@@ -152,22 +163,65 @@ TEST_F(MailScreenTest, WhileSendingTheScreenPaintsButCannotBeLeft)
         f->cmdSend_Click();
         triedToLeave = true;
     });
-    QTest::mouseClick(f->cmdSend, Qt::LeftButton);
-    EXPECT_TRUE(triedToLeave);
-    EXPECT_TRUE(f->isVisible());
+    click(f->cmdSend);
+    EXPECT_TRUE(triedToLeave && f->isVisible() && f->isEnabled());
     const QList<Box> shown = boxes();
     ASSERT_EQ(shown.size(), 1) << "one send, one box";
-    EXPECT_TRUE(shown[0].text.startsWith("28 ")) << shown[0].text.toStdString();
-    EXPECT_TRUE(shown[0].text.contains("did not answer")) << "the server timed out";
+    EXPECT_TRUE(shown[0].text.startsWith(
+        "28 The mail server did not answer in time. Please try again later."))
+        << shown[0].text.toStdString();
     EXPECT_EQ(shown[0].title, "Error sending Email");
     EXPECT_TRUE(shown[0].text.endsWith(
         "\r\nServer: 127.0.0.1\r\nPort:" + QString::number(silent.serverPort()) +
         "\r\nUser:" + SmtpPeer::kUser));
     EXPECT_FALSE(shown[0].text.contains(SmtpPeer::kPassword));
-    EXPECT_TRUE(f->isEnabled());
     EXPECT_EQ(f->TxtBody->toPlainText(), "kept") << "nothing typed is lost";
-
     QTest::keyClick(f->txtTo, Qt::Key_Escape);
     EXPECT_FALSE(f->isVisible());
     EXPECT_EQ(f->result(), QDialog::Rejected);
+}
+
+TEST_F(PreviewMailTest, AReportGoesFromThePreviewToAMailboxWithItsPdf)
+{
+    SmtpPeer *p = server(SmtpPeer::Secure);
+    shell.printers = {"Office"};
+    gCommonRecord.clear();
+    gCommonRecord.setText("Cname", "Corner Shop");
+    gpPreviewMail_register();
+    writeDataFile("HKSET03.SDF", "[SET]Lunch Menu\r\n[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n");
+    const QString doc = QDir(dataPath()).filePath("Doc1.pdf");
+    modal.drive("frmSMPRNT_PREVIEW", [](QDialog &preview) {
+        QApplication::setActiveWindow(&preview);
+        QTest::keyClick(preview.focusWidget() ? preview.focusWidget() : &preview, Qt::Key_F8);
+        static_cast<frmSMPRNT_PREVIEW &>(preview).cmdClose_Click();
+    });
+    QByteArray pdf;
+    modal.on<frmSendMail>([&](frmSendMail &f) {
+        EXPECT_TRUE(f.txtTo->text().isEmpty()) << "the screen starts empty";
+        EXPECT_EQ(f.txtAttach->text(), QDir::toNativeSeparators(doc))
+            << "but for the report, attached already";
+        type(f, f.txtTo, "OFFICE@EXAMPLE.COM");
+        type(f, f.txtFrom, "SHOP@EXAMPLE.COM");
+        type(f, f.TxtSubject, "HOT KEYS");
+        QFile made(doc);
+        EXPECT_TRUE(made.open(QIODevice::ReadOnly));
+        pdf = made.readAll();
+        QTest::mouseClick(f.cmdSend, Qt::LeftButton);
+        EXPECT_EQ(f.result(), QDialog::Accepted) << "the screen closes once the message went";
+    });
+    frmMain list;
+    list.Form_Load();
+    list.mnuPrintType[1]->trigger(); // the Detail report
+    EXPECT_EQ(modal.shown, (QStringList{"frmSMPRNT_PREVIEW", "frmSendMail"}));
+    EXPECT_FALSE(QFile::exists(doc)) << "the preview deletes its work file";
+
+    const QJsonObject m = onlyMessage(p);
+    EXPECT_EQ(rcpt(m), QStringList{"office@example.com"});
+    EXPECT_EQ(header(m, "Subject"), "hot keys");
+    const QJsonArray files = m["attachments"].toArray();
+    ASSERT_EQ(files.size(), 1);
+    EXPECT_EQ(files[0]["filename"].toString(), "Doc1.pdf");
+    EXPECT_EQ(files[0]["type"].toString(), "application/pdf");
+    EXPECT_TRUE(pdf.startsWith("%PDF"));
+    EXPECT_EQ(QByteArray::fromBase64(files[0]["data"].toString().toLatin1()), pdf);
 }

@@ -16,58 +16,41 @@ ItemRecord gItem;
 
 namespace {
 
-TestEngine &currentEngine()
-{
-    static TestEngine engine = TestEngine::SQLite;
-    return engine;
-}
+TestEngine currentEngine = TestEngine::SQLite;
 
-QString fixed(const QString &s, int width)
+void setRecord(const QString &description, const QString &sl, const QString &itemId, int qty)
 {
-    return s.leftJustified(width, ' ', true);
+    gItem = {description.leftJustified(30, ' ', true), sl.leftJustified(8, ' ', true),
+             itemId.leftJustified(25, ' ', true), qty};
 }
 
 void keyValues(qint16, qint16 iKey)
 {
-    switch (iKey) {
-    case 1:
-        gpDBSM_SetKey(0, 1, {{1, gItem.SL}});
-        break;
-    case 2:
-        gpDBSM_SetKey(0, 1, {{2, gItem.ItemID}});
-        break;
-    case 3:
+    if (iKey == 3)
         gpDBSM_SetKey(0, 2, {{0, gItem.Description}, {1, gItem.SL}});
-        break;
-    default:
-        break;
-    }
+    else if (iKey == 1 || iKey == 2)
+        gpDBSM_SetKey(0, 1, {{iKey, iKey == 1 ? gItem.SL : gItem.ItemID}});
 }
 
 void rowToRecord(qint16)
 {
-    gItem.Description = fixed(gfvDBSM_Field(0, 0).toString(), 30);
-    gItem.SL = fixed(gfvDBSM_Field(0, 1).toString(), 8);
-    gItem.ItemID = fixed(gfvDBSM_Field(0, 2).toString(), 25);
-    gItem.Qty = gfvDBSM_Field(0, 3).toInt();
+    setRecord(gfvDBSM_Field(0, 0).toString(), gfvDBSM_Field(0, 1).toString(),
+              gfvDBSM_Field(0, 2).toString(), gfvDBSM_Field(0, 3).toInt());
 }
 
 void recordToRow(qint16)
 {
-    gpDBSM_SetField(0, 0, gItem.Description);
-    gpDBSM_SetField(0, 1, gItem.SL);
-    gpDBSM_SetField(0, 2, gItem.ItemID);
-    gpDBSM_SetField(0, 3, gItem.Qty);
+    const QVariant values[] = {gItem.Description, gItem.SL, gItem.ItemID, gItem.Qty};
+    for (int field = 0; field < 4; ++field) gpDBSM_SetField(0, field, values[field]);
 }
 
+// Every quote of the text fields made a blank, in the record too.
 QString insertValues(qint16)
 {
-    auto text = [](QString &field) {
-        field = gfsDBSM_SqlText(field, false);
-        return '\'' + field + '\'';
-    };
-    return text(gItem.Description) + ',' + text(gItem.SL) + ',' + text(gItem.ItemID) + ',' +
-           QString::number(gItem.Qty);
+    QString values;
+    for (QString *field : {&gItem.Description, &gItem.SL, &gItem.ItemID})
+        values += '\'' + (*field = gfsDBSM_SqlText(*field, false)) + "',";
+    return values + QString::number(gItem.Qty);
 }
 
 // Drops the test's database on the cluster, and makes it again when `make` is set.
@@ -88,11 +71,18 @@ bool freshServerDatabase(const PgCluster &cluster, bool make, QString *error)
                                            DbTest::serverDatabase(), error);
 }
 
+void saveDatabaseSettings(const QStringList &values)
+{
+    const char *keys[] = {"Engine", "DBName", "Server", "UserName", "Password"};
+    for (int i = 0; i < 5; ++i)
+        platform::SaveSetting("ZEL Settings", "DATABASE", keys[i], values[i]);
+}
+
 } // namespace
 
 bool testOnPostgres()
 {
-    return currentEngine() == TestEngine::PostgreSQL;
+    return currentEngine == TestEngine::PostgreSQL;
 }
 
 std::string engineName(const testing::TestParamInfo<TestEngine> &info)
@@ -122,20 +112,15 @@ void DbTest::makeDatabase()
     HkTest::SetUp();
     registerTestDataFolder();
     if (const auto *each = dynamic_cast<const OnEachEngine *>(this))
-        currentEngine() = each->GetParam();
+        currentEngine = each->GetParam();
     else
-        currentEngine() =
+        currentEngine =
             qEnvironmentVariable("HK_DB_ENGINE").compare("PostgreSQL", Qt::CaseInsensitive)
                 ? TestEngine::SQLite
                 : TestEngine::PostgreSQL;
     QDir(temp.path()).mkpath("app");
     platform::setApplicationFolder(appFolder());
-    using platform::SaveSetting;
-    SaveSetting("ZEL Settings", "DATABASE", "Engine", "SQLite");
-    SaveSetting("ZEL Settings", "DATABASE", "DBName", "TestDB");
-    SaveSetting("ZEL Settings", "DATABASE", "Server", "STOREPC\\ZEL");
-    SaveSetting("ZEL Settings", "DATABASE", "UserName", "clerk");
-    SaveSetting("ZEL Settings", "DATABASE", "Password", " secret ");
+    saveDatabaseSettings({"SQLite", "TestDB", "STOREPC\\ZEL", "clerk", " secret "});
     gpDBSM_RegisterDispatch({keyValues, rowToRecord, recordToRow, insertValues});
     gItem = ItemRecord();
     gbKeyFromBuffer = false;
@@ -144,24 +129,18 @@ void DbTest::makeDatabase()
         return;
     }
     QString error;
-    const PgCluster *cluster = nullptr;
-    if (m_ownServer) {
+    if (m_ownServer)
         m_server = std::make_unique<PgCluster>();
-        if (m_server->start(temp.filePath("cluster"), &error))
-            cluster = m_server.get();
-    } else {
-        cluster = sharedPgCluster(&error);
-    }
+    const PgCluster *cluster = !m_server ? sharedPgCluster(&error)
+                               : m_server->start(temp.filePath("cluster"), &error) ? m_server.get()
+                                                                                   : nullptr;
     if (!cluster && !qEnvironmentVariableIsEmpty("CI"))
         FAIL() << "no PostgreSQL cluster: " << error.toStdString();
     if (!cluster)
         GTEST_SKIP() << "no PostgreSQL cluster: " << error.toStdString();
     ASSERT_TRUE(freshServerDatabase(*cluster, true, &error)) << error.toStdString();
-    SaveSetting("ZEL Settings", "DATABASE", "Engine", "PostgreSQL");
-    SaveSetting("ZEL Settings", "DATABASE", "DBName", serverDatabase());
-    SaveSetting("ZEL Settings", "DATABASE", "Server", cluster->server());
-    SaveSetting("ZEL Settings", "DATABASE", "UserName", PgCluster::kUser);
-    SaveSetting("ZEL Settings", "DATABASE", "Password", PgCluster::kPassword);
+    saveDatabaseSettings({"PostgreSQL", serverDatabase(), cluster->server(), PgCluster::kUser,
+                          PgCluster::kPassword});
 }
 
 void DbTest::TearDown()
@@ -194,10 +173,7 @@ bool DbTest::connect()
 
 void DbTest::setItem(const QString &description, const QString &sl, const QString &itemId, int qty)
 {
-    gItem.Description = fixed(description, 30);
-    gItem.SL = fixed(sl, 8);
-    gItem.ItemID = fixed(itemId, 25);
-    gItem.Qty = qty;
+    setRecord(description, sl, itemId, qty);
 }
 
 bool DbTest::insert(const QString &description, const QString &sl, const QString &itemId, int qty)
@@ -205,11 +181,6 @@ bool DbTest::insert(const QString &description, const QString &sl, const QString
     setItem(description, sl, itemId, qty);
     QString sql;
     return gfbDBSM_Record(0, opInsert, 0, false, false, sql);
-}
-
-QString DbTest::appFolder() const
-{
-    return temp.filePath("app");
 }
 
 std::unique_ptr<SqliteEngine> DbTest::lockAsAnotherStation()

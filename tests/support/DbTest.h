@@ -64,7 +64,7 @@ protected:
     bool insert(const QString &description, const QString &sl, const QString &itemId = QString(),
                 int qty = 0);
     QString logText() const;
-    QString appFolder() const;
+    QString appFolder() const { return temp.filePath("app"); }
     // Another station's connection that holds the whole database locked until
     // it is released (or destroyed).
     std::unique_ptr<SqliteEngine> lockAsAnotherStation();

@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QHostAddress>
 #include <QProcess>
 #include <QTcpServer>
 #include <QTemporaryDir>
@@ -14,21 +13,14 @@ namespace testing_support {
 
 namespace {
 
-const QString kBin = "/usr/lib/postgresql/15/bin/";
-
-bool asRoot()
-{
-    return ::geteuid() == 0;
-}
-
 // Runs a server program, as the "postgres" user when we are root.
 bool runServerProgram(const QString &program, const QStringList &arguments, QString *error)
 {
+    const QString path = "/usr/lib/postgresql/15/bin/" + program;
+    const bool root = ::geteuid() == 0;
     QProcess p;
-    if (asRoot())
-        p.start("runuser", QStringList{"-u", "postgres", "--", kBin + program} + arguments);
-    else
-        p.start(kBin + program, arguments);
+    p.start(root ? "runuser" : path,
+            root ? QStringList{"-u", "postgres", "--", path} + arguments : arguments);
     if (p.waitForFinished(60000) && p.exitStatus() == QProcess::NormalExit && p.exitCode() == 0)
         return true;
     if (error)
@@ -43,13 +35,6 @@ bool writeFile(const QString &path, const QByteArray &bytes)
     return f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(bytes) == bytes.size();
 }
 
-bool fail(QString *error, const QString &text)
-{
-    if (error)
-        *error = text;
-    return false;
-}
-
 } // namespace
 
 bool PgCluster::pgCtl(const QStringList &arguments, QString *error) const
@@ -61,28 +46,25 @@ bool PgCluster::pgCtl(const QStringList &arguments, QString *error) const
 bool PgCluster::start(const QString &folder, QString *error)
 {
     m_folder = QDir(folder).absolutePath();
+    *error = "cannot write the cluster's folder " + m_folder;
     if (!QDir().mkpath(m_folder) || !writeFile(m_folder + "/pwfile", (kPassword + '\n').toUtf8()))
-        return fail(error, "cannot write the cluster's folder " + m_folder);
+        return false;
     // The server's user must reach the folder through a private parent, as a
     // temporary folder is.
     const QString parent = QFileInfo(m_folder).absolutePath();
-    if (asRoot())
-        QFile::setPermissions(parent, QFile::permissions(parent) | QFile::ExeOther);
-    if (asRoot() && QProcess::execute("chown", {"-R", "postgres", m_folder}) != 0)
-        return fail(error, "cannot give " + m_folder + " to the postgres user");
-    if (!runServerProgram("initdb",
-                          {"-D", m_folder + "/data", "-U", kUser,
-                           "--pwfile=" + m_folder + "/pwfile", "--auth-local=trust",
-                           "--auth-host=scram-sha-256", "--locale=C.UTF-8", "-E", "UTF8", "-N"},
-                          error))
+    if (::geteuid() == 0 &&
+        (!QFile::setPermissions(parent, QFile::permissions(parent) | QFile::ExeOther) ||
+         QProcess::execute("chown", {"-R", "postgres", m_folder}) != 0))
         return false;
     QTcpServer probe; // a free loopback port
     m_port = probe.listen(QHostAddress::LocalHost, 0) ? probe.serverPort() : 0;
     probe.close();
-    if (!restart(error))
-        return false;
-    writeFile(m_folder + "/port", QByteArray::number(m_port));
-    return true;
+    return runServerProgram("initdb",
+                            {"-D", m_folder + "/data", "-U", kUser,
+                             "--pwfile=" + m_folder + "/pwfile", "--auth-local=trust",
+                             "--auth-host=scram-sha-256", "--locale=C.UTF-8", "-E", "UTF8", "-N"},
+                            error) &&
+           restart(error) && writeFile(m_folder + "/port", QByteArray::number(m_port));
 }
 
 bool PgCluster::restart(QString *error)
@@ -126,20 +108,16 @@ PgCluster *sharedPgCluster(QString *error)
 {
     if (!shared.tried) {
         shared.tried = true;
-        auto cluster = std::make_unique<PgCluster>();
-        QString given = qEnvironmentVariable("HK_PG_CLUSTER");
-        if (given.isEmpty())
-            given = QCoreApplication::applicationDirPath() + "/pg-cluster";
-        bool ready = cluster->attach(given);
-        if (!ready) {
+        shared.cluster = std::make_unique<PgCluster>();
+        const QString given = qEnvironmentVariable("HK_PG_CLUSTER");
+        if (!shared.cluster->attach(
+                given.isEmpty() ? QCoreApplication::applicationDirPath() + "/pg-cluster" : given)) {
             shared.own = std::make_unique<QTemporaryDir>(QDir::temp().filePath("hk-pg-XXXXXX"));
-            ready = shared.own->isValid() &&
-                    cluster->start(shared.own->filePath("cluster"), &shared.error);
-            if (!ready && shared.error.isEmpty())
-                shared.error = "cannot make a temporary folder";
+            shared.error = "cannot make a temporary folder";
+            if (!shared.own->isValid() ||
+                !shared.cluster->start(shared.own->filePath("cluster"), &shared.error))
+                shared.cluster.reset();
         }
-        if (ready)
-            shared.cluster = std::move(cluster);
     }
     if (!shared.cluster && error)
         *error = shared.error;

@@ -20,7 +20,6 @@ public:
     // A cluster that `start` of another process left in `folder`; false when none runs there.
     bool attach(const QString &folder);
 
-    int port() const { return m_port; }
     QString folder() const { return m_folder; }
     // "Server" as the settings store keeps it.
     QString server() const { return "127.0.0.1:" + QString::number(m_port); }

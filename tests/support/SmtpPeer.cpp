@@ -1,86 +1,79 @@
 #include "support/SmtpPeer.h"
-#include <QDeadlineTimer>
-#include <QJsonArray>
+#include <QFile>
 #include <QJsonDocument>
 #include <QTcpServer>
-#include <QTcpSocket>
-#include <QThread>
 
 namespace testing_support {
 
 namespace {
 
-// Debian's interpreter: other ones lack the aiosmtpd module.
-const char *const kPython = "/usr/bin/python3";
-
-// The command line has no AUTH, so the secure servers are a few lines of their own.
-const char *const kSecureServer = R"(
-import logging, ssl, sys, threading, warnings
+// aiosmtpd's command line has no AUTH and no TLS, so the server is a few lines of
+// its own, which also keeps each message as one line of JSON.
+const char *const kServer = R"(
+import base64, email, json, logging, ssl, sys, threading, warnings
 warnings.simplefilter('ignore')
 logging.disable(logging.CRITICAL)
+from email import policy
 from aiosmtpd.controller import Controller
-from aiosmtpd.handlers import Mailbox
 from aiosmtpd.smtp import AuthResult, LoginPassword
-port, maildir, cert, key, user, password, mode = sys.argv[1:8]
-# A context that can also be a client: the controller greets its own server.
-context = ssl.SSLContext(ssl.PROTOCOL_TLS)
-context.load_cert_chain(cert, key)
+port, out, cert, key, user, password, mode = sys.argv[1:8]
 def check(server, session, envelope, mechanism, data):
-    ok = (isinstance(data, LoginPassword) and data.login.decode() == user
-          and data.password.decode() == password)
-    return AuthResult(success=ok, handled=False)
-# Over smtps the whole connection is secure, but the server only counts STARTTLS.
-class Refusing(Mailbox):
+    return AuthResult(success=isinstance(data, LoginPassword) and data.login.decode() == user
+                      and data.password.decode() == password, handled=False)
+class Keeper:
     async def handle_RCPT(self, server, session, envelope, address, options):
         if address.startswith('nobody@'):
             return '550 5.1.1 No such user here'
         envelope.rcpt_tos.append(address)
         return '250 OK'
-tls = ({'ssl_context': context, 'auth_require_tls': False} if mode == 'smtps'
-       else {'tls_context': context, 'require_starttls': True})
-Controller(Refusing(maildir), hostname='127.0.0.1', port=int(port), auth_required=True,
-           authenticator=check, **tls).start()
+    async def handle_DATA(self, server, session, envelope):
+        content = envelope.content.replace(b'\r\n', b'\n')
+        m = email.message_from_bytes(content, policy=policy.default)
+        parts = [p for p in m.walk() if not p.is_multipart()]
+        body = next((p for p in parts if p.get_filename() is None
+                     and p.get_content_type() == 'text/plain'), None)
+        files = [{'filename': p.get_filename() or '', 'type': p.get_content_type(),
+                  'data': base64.b64encode(p.get_payload(decode=True) or b'').decode()}
+                 for p in parts if p is not body]
+        with open(out, 'a') as f:
+            print(json.dumps({'from': envelope.mail_from, 'to': envelope.rcpt_tos,
+                              'headers': {k.lower(): str(v) for k, v in m.items()},
+                              'body': body.get_content() if body else '',
+                              'attachments': files}), file=f)
+        return '250 OK'
+# A context that can also be a client: the controller greets its own server.
+context = ssl.SSLContext(ssl.PROTOCOL_TLS)
+context.load_cert_chain(cert, key)
+# Over smtps the whole connection is secure, but the server only counts STARTTLS.
+secure = {'plain': None, 'smtps': {'ssl_context': context, 'auth_require_tls': False},
+          'starttls': {'tls_context': context, 'require_starttls': True}}[mode]
+Controller(Keeper(), hostname='127.0.0.1', port=int(port),
+           **(dict(secure, auth_required=True, authenticator=check) if secure else {})).start()
+print('ready', flush=True)
 threading.Event().wait()
-)";
-
-// Reads and removes what the maildir holds, as JSON.
-const char *const kReader = R"(
-import base64, email, json, mailbox, sys
-from email import policy
-box, found = mailbox.Maildir(sys.argv[1]), []
-for key in sorted(box.keys()):
-    m = email.message_from_bytes(box.get_bytes(key), policy=policy.default)
-    box.remove(key)
-    body, files = None, []
-    for part in m.walk():
-        if part.is_multipart():
-            continue
-        if body is None and part.get_filename() is None and part.get_content_type() == 'text/plain':
-            body = part.get_content()
-        else:
-            files.append({'filename': part.get_filename() or '', 'type': part.get_content_type(),
-                          'data': base64.b64encode(part.get_payload(decode=True) or b'').decode()})
-    found.append({'mailfrom': m.get('X-MailFrom', ''),
-                  'rcpttos': [a.strip() for a in m.get('X-RcptTo', '').split(',') if a.strip()],
-                  'headers': [[k, str(v)] for k, v in m.items()],
-                  'body': body or '', 'attachments': files})
-print(json.dumps(found))
 )";
 
 } // namespace
 
-SmtpPeer::SmtpPeer(Kind kind)
+SmtpPeer::SmtpPeer(Kind kind) : m_port(freePort())
 {
-    m_port = freePort();
-    const QString maildir = m_dir.filePath("mail");
-    if (kind == Plain) {
-        start({"-m", "aiosmtpd", "-n", "-l", "127.0.0.1:" + QString::number(m_port), "-c",
-               "aiosmtpd.handlers.Mailbox", maildir});
-    } else if (makeCertificate()) {
-        start({"-c", kSecureServer, QString::number(m_port), maildir, certificate(),
-               m_dir.filePath("key.pem"), kUser, kPassword,
-               kind == Implicit ? "smtps" : "starttls"});
+    const QString key = m_dir.filePath("key.pem");
+    if (QProcess::execute("openssl",
+                          {"req", "-x509", "-newkey", "ec", "-pkeyopt",
+                           "ec_paramgen_curve:prime256v1", "-nodes", "-days", "2", "-subj",
+                           "/CN=127.0.0.1", "-addext", "subjectAltName=IP:127.0.0.1", "-keyout",
+                           key, "-out", certificate()}) != 0) {
+        m_failure = "openssl could not make a certificate";
+        return;
     }
+    const char *const modes[] = {"plain", "starttls", "smtps"};
+    m_server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    // Debian's interpreter: other ones lack the aiosmtpd module.
+    m_server.start("/usr/bin/python3",
+                   {"-c", kServer, QString::number(m_port), m_dir.filePath("mail.json"),
+                    certificate(), key, kUser, kPassword, modes[kind]});
+    if (!m_server.waitForReadyRead(15000))
+        m_failure = "the SMTP server did not start (python3-aiosmtpd missing?)";
 }
 
 SmtpPeer::~SmtpPeer()
@@ -89,44 +82,15 @@ SmtpPeer::~SmtpPeer()
     m_server.waitForFinished(5000);
 }
 
-bool SmtpPeer::makeCertificate()
-{
-    if (QProcess::execute("openssl",
-                          {"req", "-x509", "-newkey", "ec", "-pkeyopt",
-                           "ec_paramgen_curve:prime256v1", "-nodes", "-days", "2", "-subj",
-                           "/CN=127.0.0.1", "-addext", "subjectAltName=IP:127.0.0.1", "-keyout",
-                           m_dir.filePath("key.pem"), "-out", certificate()}) == 0)
-        return true;
-    m_failure = "openssl could not make a certificate";
-    return false;
-}
-
-bool SmtpPeer::start(const QStringList &arguments)
-{
-    m_server.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_server.start(kPython, arguments);
-    QDeadlineTimer deadline(15000);
-    while (!deadline.hasExpired() && m_server.state() != QProcess::NotRunning) {
-        QTcpSocket socket;
-        socket.connectToHost("127.0.0.1", static_cast<quint16>(m_port));
-        if (socket.waitForConnected(200))
-            return m_ready = true;
-        QThread::msleep(50);
-    }
-    m_failure = "the SMTP server did not start (python3-aiosmtpd missing?)";
-    return false;
-}
-
 QList<QJsonObject> SmtpPeer::take()
 {
-    QProcess reader;
-    reader.start(kPython, {"-c", kReader, m_dir.filePath("mail")});
+    QFile file(m_dir.filePath("mail.json"));
     QList<QJsonObject> messages;
-    if (!reader.waitForFinished(30000) || reader.exitStatus() != QProcess::NormalExit ||
-        reader.exitCode() != 0)
-        return messages;
-    const QByteArray json = reader.readAllStandardOutput();
-    for (const QJsonValue &v : QJsonDocument::fromJson(json).array()) messages << v.toObject();
+    if (file.open(QIODevice::ReadOnly))
+        for (const QByteArray &line : file.readAll().split('\n'))
+            if (!line.isEmpty())
+                messages << QJsonDocument::fromJson(line).object();
+    file.remove();
     return messages;
 }
 

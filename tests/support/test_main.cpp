@@ -1,15 +1,44 @@
-#include "platform/ui/KeyPreviewForm.h"
+#include "support/PgCluster.h"
+#include <QCoreApplication>
+#include <QDir>
+#include <QStandardPaths>
+#include <gtest/gtest.h>
+#ifdef HK_TEST_VERSIONS
 #include "support/DbTest.h"
-#include "support/ScreenDoubles.h"
-#include "support/TestMain.h"
 #include "support/VersionsFolder.h"
+#endif
+#ifdef HK_TEST_SCREENS
+#include "platform/ui/KeyPreviewForm.h"
+#include "support/ScreenDoubles.h"
+#endif
 
+// The main of every test program. From the hotkeys floor up each test keeps its
+// versions in its own folder; the program with screens shows the modal forms
+// through the test's script.
 int main(int argc, char **argv)
 {
-    testing_support::prepareTestProcess(argc, argv);
+    ::testing::InitGoogleTest(&argc, argv);
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) {
+        const QString runtime = QDir::temp().filePath("hk-tests-runtime");
+        QDir().mkpath(runtime);
+        QFile::setPermissions(runtime, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        qputenv("XDG_RUNTIME_DIR", runtime.toLocal8Bit());
+    }
+    // Nothing a test leaves out of its own folders lands in the user's.
+    QStandardPaths::setTestModeEnabled(true);
+#ifdef HK_TEST_VERSIONS
     testing_support::registerTestDataFolder();
     testing_support::keepVersionsPerTest();
+#endif
+#ifdef HK_TEST_SCREENS
     testing_support::showModalFormsPerTest();
     platform::Application app(argc, argv);
-    return testing_support::runAllTests();
+#else
+    QCoreApplication app(argc, argv);
+#endif
+    const int result = RUN_ALL_TESTS();
+    testing_support::stopOwnPgCluster();
+    return result;
 }
