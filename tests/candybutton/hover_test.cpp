@@ -63,8 +63,8 @@ TEST_F(CandyMouse, WalksOfThePointerAndTheKeysGiveTheirFacesAndSignals)
          "move 0 0 30 30, enter, down 1 0 30 30, move 1 0 140 30, up 1 0 140 30"},
         {"check, move 30, out, uncheck", "down down* down up", "move 0 0 30 30, enter, leave"},
         {"enter, enter-up", "down up", "down 1 0 0 0, up 1 0 0 0, click"},
-        // Disabled, it keeps its grey face and is not pressed.
-        {"disable, press 30, release 30", "grey grey grey", ""},
+        // Disabled, it keeps its grey face under the pointer and is not pressed.
+        {"disable, move 30, press 30, release 30", "grey grey* grey* grey*", "enter"},
     };
     const QMap<QString, quint32> colour{
         {"up", 0x800000}, {"hover", 0xA00000}, {"down", 0xF00000}, {"grey", 0xB0C0C0}};
