@@ -176,10 +176,8 @@ TEST_F(CandyPainting, PictureAboveBelowOrAtTheLeftAndItsHighLiteAndDisabledLooks
 TEST_F(CandyPainting, TwoLineCaptions)
 {
     button.setCaption("\rBelow");
-    QImage image = paint(0);
     // An empty first line and the text well below it, for want of a picture.
-    ASSERT_FALSE(boxOf(image).isEmpty());
-    EXPECT_GT(boxOf(image).top(), 30);
+    EXPECT_GT(boxOf(paint(0)).top(), 30);
 
     button.setCaption("One\rTwo");
     const QRect both = boxOf(paint(0));
