@@ -68,13 +68,6 @@ protected:
         QCoreApplication::sendEvent(&window, &e);
     }
     QStringList takeLog() { return std::exchange(log, {}); }
-    // The boxes shown, as "title | text".
-    QStringList shown()
-    {
-        QStringList seen;
-        for (const testing_support::Box &b : boxes()) seen << b.title + " | " + b.text;
-        return seen;
-    }
 
     const QString before = QString("before %1").arg(userMsg);
     const QString after = QString("after %1").arg(userMsg);
@@ -87,34 +80,23 @@ protected:
 TEST(MessageTable, HoldsThirtyTwoDistinctMessagesOnceEachAndFreesSlots)
 {
     MessageTable table;
-    table.add(15);
-    table.add(15);
-    EXPECT_EQ(table.count(), 1) << "a message added twice is held once";
-    for (int m = 1; m <= MSG_ENTRIES; ++m) ASSERT_TRUE(table.add(m));
-    EXPECT_EQ(table.count(), 32);
+    for (int m : {15, 15, 700}) table.add(m);
+    EXPECT_EQ(table.count(), 2) << "a message added twice is held once";
+    EXPECT_TRUE(table.remove(15));
+    table.add(675);
+    EXPECT_EQ(table.count(), 2) << "the freed slot is taken again";
+    for (int m = 1; m <= 30; ++m) table.add(m);
     EXPECT_FALSE(table.add(33));
     EXPECT_FALSE(table.matches(33));
     // A full table still takes ALL_MESSAGES, which matches everything.
     EXPECT_TRUE(table.add(ALL_MESSAGES));
-    EXPECT_EQ(table.count(), ALL_MESSAGES);
     EXPECT_TRUE(table.matches(12345));
     // A specific message turns it back into a table of that one message.
     EXPECT_TRUE(table.add(700));
     EXPECT_EQ(table.count(), 1);
-    EXPECT_TRUE(table.matches(700));
     EXPECT_FALSE(table.matches(5));
-
-    table.add(512);
-    EXPECT_FALSE(table.remove(675));
-    EXPECT_TRUE(table.remove(700));
-    EXPECT_FALSE(table.matches(700));
-    EXPECT_EQ(table.count(), 2);
-    table.add(675);
-    EXPECT_EQ(table.count(), 2) << "the freed slot is taken again";
-    EXPECT_TRUE(table.matches(675));
     EXPECT_TRUE(table.remove(ALL_MESSAGES));
-    EXPECT_EQ(table.count(), 0);
-    EXPECT_FALSE(table.matches(512));
+    EXPECT_FALSE(table.matches(700));
 }
 
 TEST_F(Subclassing, OwnerSeesWatchedMessagesAroundTheWindowsOwnHandling)
@@ -132,40 +114,17 @@ TEST_F(Subclassing, OwnerSeesWatchedMessagesAroundTheWindowsOwnHandling)
     EXPECT_EQ(sc.sc_UserValue(&window), 7);
 
     sc.sc_UnwatchMsg(&window, userMsg, MSG_BEFORE);
+    sc.sc_WatchMsg(&window, ALL_MESSAGES, MSG_BEFORE);
+    send(QEvent::Type(QEvent::User + 5));
+    move({1, 1});
+    sc.sc_UnwatchMsg(&window, ALL_MESSAGES, MSG_BEFORE);
     send();
-    EXPECT_EQ(takeLog(), QStringList({"own 1000", after}));
+    EXPECT_EQ(takeLog(), QStringList({QString("before %1").arg(userMsg + 5), "own 1005",
+                                      "before 512", "own 5", "after 512", "own 1000", after}));
     sc.sc_WatchMsg(&window, userMsg, MSG_BEFORE);
     recorder.handle = true; // handled before: no own handling, no after pass
     send();
     EXPECT_EQ(takeLog(), QStringList({before}));
-}
-
-TEST_F(Subclassing, AllMessagesReachTheOwnerAlsoWhenTheTableOverflows)
-{
-    sc.sc_Subclass(&window);
-    sc.sc_WatchMsg(&window, ALL_MESSAGES, MSG_BEFORE);
-    send(QEvent::Type(QEvent::User + 5));
-    move({1, 1});
-    EXPECT_EQ(takeLog(), QStringList({QString("before %1").arg(userMsg + 5), "own 1005",
-                                      "before 512", "own 5"}));
-    sc.sc_UnwatchMsg(&window, ALL_MESSAGES, MSG_BEFORE);
-    send();
-    EXPECT_EQ(takeLog(), QStringList({"own 1000"}));
-
-    for (int m = 1; m <= 32; ++m) sc.sc_WatchMsg(&window, WM_APP + 2000 + m, MSG_AFTER);
-    EXPECT_TRUE(boxes().isEmpty());
-    sc.sc_WatchMsg(&window, WM_APP + 2033, MSG_AFTER);
-    const QList<testing_support::Box> overflow = boxes();
-    ASSERT_EQ(overflow.size(), 1);
-    EXPECT_EQ(overflow[0].style, platform::vbExclamation);
-    EXPECT_EQ(overflow[0].title, "Error in Test.zAddMsg");
-    EXPECT_EQ(overflow[0].text,
-              "Message table overflow. Either increase the value of Const MSG_ENTRIES or use "
-              "ALL_MESSAGES instead of specific message values.");
-    sc.sc_WatchMsg(&window, ALL_MESSAGES, MSG_AFTER);
-    EXPECT_TRUE(boxes().isEmpty());
-    send();
-    EXPECT_EQ(takeLog(), QStringList({"own 1000", after}));
 }
 
 TEST_F(Subclassing, ErrorsAreReportedWithTheirRoutineAndTheFirstSubclassStays)
@@ -173,6 +132,7 @@ TEST_F(Subclassing, ErrorsAreReportedWithTheirRoutineAndTheFirstSubclassStays)
     sc.sc_Subclass(&window);
     sc.sc_WatchMsg(&window, userMsg, MSG_BEFORE);
     sc.sc_UnwatchMsg(&window, WM_LBUTTONDOWN, MSG_BEFORE);
+    for (int m = 1; m <= 32; ++m) sc.sc_WatchMsg(&window, WM_APP + 2000 + m, MSG_BEFORE);
     LoggingWindow other(log);
     sc.sc_WatchMsg(&other, WM_MOUSEMOVE, MSG_BEFORE);
     sc.sc_UnSubclass(&other);
@@ -182,8 +142,13 @@ TEST_F(Subclassing, ErrorsAreReportedWithTheirRoutineAndTheFirstSubclassStays)
     QStringList otherLog;
     Recorder second(otherLog);
     EXPECT_FALSE(sc.sc_Subclass(&window, 0, &second));
-    EXPECT_EQ(shown(),
+    QStringList shown;
+    for (const testing_support::Box &b : boxes()) shown << b.title + " | " + b.text;
+    EXPECT_EQ(shown,
               QStringList({"Error in Test.zDelMsg | Message &H201 not found in table.",
+                           "Error in Test.zAddMsg | Message table overflow. Either increase the "
+                           "value of Const MSG_ENTRIES or use ALL_MESSAGES instead of specific "
+                           "message values.",
                            "Error in Test.zMap_hWnd | Subclassing hasn't been started.",
                            "Error in Test.sc_UnSubclass | Window handle isn't subclassed.",
                            "Error in Test.sc_Subclass | Invalid window handle.",
@@ -213,16 +178,12 @@ TEST_F(Subclassing, EndingFromACallbackLetsTheMessageFinishAndOutsideAnyMessageI
     window.onOwn = [this] { move({2, 2}); };
     send();
     EXPECT_EQ(takeLog(), QStringList({"own 1000", "own 5", "after 512"}));
-    window.onOwn = nullptr;
-    send();
-    EXPECT_EQ(takeLog(), QStringList({"own 1000"}));
     EXPECT_TRUE(window.children().isEmpty());
 
+    window.onOwn = nullptr;
     recorder.onCall = nullptr;
     sc.sc_Subclass(&window);
     sc.sc_WatchMsg(&window, userMsg, MSG_AFTER);
-    send();
-    EXPECT_EQ(takeLog(), QStringList({"own 1000", after}));
     sc.sc_ReleaseAll();
     EXPECT_TRUE(window.children().isEmpty());
     send();

@@ -85,62 +85,26 @@ struct FullDisk {
 
 } // namespace
 
-TEST_F(PreviewTest, PagesMoveByButtonAndKeyWithinTheDocumentAndEscClosesOnce)
+TEST_F(PreviewTest, OnePageKeepsItsButtonsInARowReadsTheZoomBoxAndSaysWhatItCannotDo)
 {
-    preview(1, [](frmSMPRNT_PREVIEW &f) {
+    preview(1, [this](frmSMPRNT_PREVIEW &f) {
         // The buttons keep to the right edge, 100 twips apart, Close last.
         f.resize(1100, 700);
         QApplication::processEvents();
         const int gap = platform::twipsToPixels(100);
         EXPECT_EQ(f.cmdClose->geometry().right() + 1, f.cmdClose->parentWidget()->width() - gap);
-        EXPECT_EQ(f.cmdSendMail->geometry().right() + 1 + gap, f.cmdClose->geometry().left());
-        EXPECT_EQ(f.cmdSave->geometry().right() + 1 + gap, f.cmdSendMail->geometry().left());
-        EXPECT_EQ(f.cmdPrint->geometry().right() + 1 + gap, f.cmdSave->geometry().left());
-        EXPECT_EQ(f.lblPageOf->text(), "Page 1 of 1");
+        const QPushButton *row[] = {f.cmdPrint, f.cmdSave, f.cmdSendMail, f.cmdClose};
+        for (int b = 0; b < 3; ++b)
+            EXPECT_EQ(row[b]->geometry().right() + 1 + gap, row[b + 1]->geometry().left());
         for (QPushButton *b : f.cmdMove) EXPECT_FALSE(b->isEnabled());
         for (Qt::Key k : {Qt::Key_End, Qt::Key_PageDown, Qt::Key_Home, Qt::Key_PageUp}) key(f, k);
-        EXPECT_EQ(f.vsvPrinter->PreviewPage(), 1);
-        f.cmdClose_Click();
-    });
-    int finished = 0;
-    preview(3, [&](frmSMPRNT_PREVIEW &f) {
-        QObject::connect(&f, &QDialog::finished, [&] { ++finished; });
-        EXPECT_TRUE(f.cmdMove[1]->isEnabled());
-        QStringList seen;
-        for (auto move : std::initializer_list<std::function<void()>>{
-                 [&] { f.cmdMove[1]->click(); }, [&] { key(f, Qt::Key_End); },
-                 [&] { key(f, Qt::Key_PageDown); }, [&] { key(f, Qt::Key_PageUp); },
-                 [&] { key(f, Qt::Key_Home); }, [&] { f.cmdMove[3]->click(); },
-                 [&] { f.cmdMove[2]->click(); }}) {
-            move();
-            seen << f.lblPageOf->text();
-        }
-        EXPECT_EQ(seen, QStringList({"Page 2 of 3", "Page 3 of 3", "Page 3 of 3", "Page 2 of 3",
-                                     "Page 1 of 3", "Page 3 of 3", "Page 2 of 3"}));
-        // Esc closes and cancels the document; a second one is swallowed, so it does not
-        // reach the screen below.
-        for (int round = 0; round < 2; ++round) {
-            int esc = vbKeyEscape;
-            f.Form_KeyDown(esc, 0);
-            EXPECT_EQ(esc, 0);
-        }
-        EXPECT_FALSE(f.isVisible());
-        EXPECT_EQ(f.vsvPrinter->PageCount(), 0);
-    });
-    EXPECT_EQ(finished, 1);
-}
+        EXPECT_EQ(f.lblPageOf->text(), "Page 1 of 1");
 
-TEST_F(PreviewTest, ZoomBoxReadsBackWithinItsLimits)
-{
-    preview(1, [this](frmSMPRNT_PREVIEW &f) {
         typeZoom(f, "400");
         EXPECT_EQ(f.cboZoom->currentText(), "300%");
-        EXPECT_EQ(f.vsvPrinter->Zoom(), 300);
         typeZoom(f, "5");
         EXPECT_EQ(f.cboZoom->currentText(), " 10%");
         EXPECT_EQ(f.vsvPrinter->Zoom(), 10);
-        typeZoom(f, "200"); // what an item starts with is not completed to it
-        EXPECT_EQ(f.vsvPrinter->Zoom(), 200);
         // Letters are dropped; a digit after the "%" starts the box afresh.
         f.cboZoom->lineEdit()->setCursorPosition(4);
         QTest::keyClicks(f.cboZoom->lineEdit(), "x7");
@@ -159,45 +123,7 @@ TEST_F(PreviewTest, ZoomBoxReadsBackWithinItsLimits)
         f.vsvPrinter->setZoom(150);
         EXPECT_EQ(f.cboZoom->currentText(), "150%");
         EXPECT_NEAR(f.vsvView->widget()->width(), 12240 * f.vsvView->scale(), 1);
-        f.cmdClose_Click();
-        EXPECT_TRUE(boxes().isEmpty());
-    });
-}
 
-TEST_F(PreviewTest, FindMarksEachHitThenSaysNotFoundThenStartsOver)
-{
-    preview(3, [this](frmSMPRNT_PREVIEW &f) {
-        f.cmdFind_Click(0);
-        EXPECT_EQ(told(), QStringList({"Search for ???: Please enter value for which to search"}));
-
-        f.txtFind->setText("APPLE"); // in any case
-        EXPECT_TRUE(f.cmdFind[1]->isEnabled());
-        f.cmdFind[0]->click();
-        EXPECT_EQ(f.vsvPrinter->PreviewPage(), 1);
-        ASSERT_EQ(f.vsvPrinter->page(1).overlays.size(), 1u);
-        EXPECT_EQ(f.vsvPrinter->page(1).overlays[0].rect, f.vsvPrinter->FindRect());
-        EXPECT_NEAR(f.vsvPrinter->FindRect().left() - f.vsvPrinter->MarginLeft(),
-                    QFontMetricsF(f.vsvPrinter->fonts().back()).horizontalAdvance("sheet 1 "), 1)
-            << "the word, not its line";
-        EXPECT_EQ(f.vsvPrinter->page(1).overlays[0].penWidth, 25);
-        EXPECT_EQ(QColor(f.vsvPrinter->page(1).overlays[0].pen), QColor(200, 0, 0));
-        key(f, Qt::Key_F3);
-        key(f, Qt::Key_F3);
-        EXPECT_EQ(f.lblPageOf->text(), "Page 3 of 3");
-        EXPECT_TRUE(f.vsvPrinter->page(1).overlays.empty());
-        key(f, Qt::Key_F3); // after the last hit
-        EXPECT_EQ(told(), QStringList({"Not Found: Cannot find the string 'APPLE'\rThe document "
-                                       "has been searched."}));
-        key(f, Qt::Key_F3); // starts over
-        EXPECT_EQ(f.vsvPrinter->PreviewPage(), 1);
-        EXPECT_TRUE(boxes().isEmpty());
-        f.cmdClose_Click();
-    });
-}
-
-TEST_F(PreviewTest, PrintWithoutPrintersAndMailWithoutTheMailScreenSaySoAndStayOpen)
-{
-    preview(1, [this](frmSMPRNT_PREVIEW &f) {
         key(f, Qt::Key_F9);
         key(f, Qt::Key_F8);
         EXPECT_EQ(boxTexts(),
@@ -211,6 +137,70 @@ TEST_F(PreviewTest, PrintWithoutPrintersAndMailWithoutTheMailScreenSaySoAndStayO
     });
 }
 
+TEST_F(PreviewTest, PrinterSetupPagesByButtonAndKeyFindAndEscClosingOnce)
+{
+    shell.printers = {"Office"};
+    const QString chosen = file("chosen.pdf");
+    int finished = 0;
+    preview(3, [&](frmSMPRNT_PREVIEW &f) {
+        QObject::connect(&f, &QDialog::finished, [&] { ++finished; });
+        modal.drive("QPrintDialog", [&](QDialog &d) {
+            auto &dialog = static_cast<QPrintDialog &>(d);
+            EXPECT_EQ(dialog.windowTitle(), "Printer Setup");
+            dialog.printer()->setOutputFormat(QPrinter::PdfFormat);
+            dialog.printer()->setOutputFileName(chosen);
+            d.setResult(QDialog::Accepted);
+        });
+        f.mnuPrinterSetup->trigger();
+        EXPECT_FALSE(QFile::exists(chosen)) << "setting up prints nothing";
+        f.cmdPrint->click();
+        EXPECT_EQ(testing_support::pdfInfo(chosen, "Pages"), "3")
+            << "the next Print goes to the printer chosen";
+        QStringList seen;
+        for (auto move : std::initializer_list<std::function<void()>>{
+                 [&] { f.cmdMove[1]->click(); }, [&] { key(f, Qt::Key_End); },
+                 [&] { key(f, Qt::Key_PageDown); }, [&] { key(f, Qt::Key_PageUp); },
+                 [&] { key(f, Qt::Key_Home); }, [&] { f.cmdMove[3]->click(); },
+                 [&] { f.cmdMove[2]->click(); }}) {
+            move();
+            seen << f.lblPageOf->text();
+        }
+        EXPECT_EQ(seen, QStringList({"Page 2 of 3", "Page 3 of 3", "Page 3 of 3", "Page 2 of 3",
+                                     "Page 1 of 3", "Page 3 of 3", "Page 2 of 3"}));
+
+        f.cmdFind_Click(0);
+        EXPECT_EQ(told(), QStringList({"Search for ???: Please enter value for which to search"}));
+        f.txtFind->setText("APPLE"); // in any case
+        f.cmdFind[0]->click();
+        ASSERT_EQ(f.vsvPrinter->page(1).overlays.size(), 1u);
+        EXPECT_EQ(f.vsvPrinter->page(1).overlays[0].rect, f.vsvPrinter->FindRect());
+        EXPECT_NEAR(f.vsvPrinter->FindRect().left() - f.vsvPrinter->MarginLeft(),
+                    QFontMetricsF(f.vsvPrinter->fonts().back()).horizontalAdvance("sheet 1 "), 1)
+            << "the word, not its line";
+        key(f, Qt::Key_F3);
+        key(f, Qt::Key_F3);
+        EXPECT_EQ(f.lblPageOf->text(), "Page 3 of 3");
+        EXPECT_TRUE(f.vsvPrinter->page(1).overlays.empty());
+        key(f, Qt::Key_F3); // after the last hit
+        EXPECT_EQ(told(), QStringList({"Not Found: Cannot find the string 'APPLE'\rThe document "
+                                       "has been searched."}));
+        key(f, Qt::Key_F3); // starts over
+        EXPECT_EQ(f.lblPageOf->text(), "Page 1 of 3");
+
+        // Esc closes and cancels the document; a second one is swallowed, so it does not
+        // reach the screen below.
+        for (int round = 0; round < 2; ++round) {
+            int esc = vbKeyEscape;
+            f.Form_KeyDown(esc, 0);
+            EXPECT_EQ(esc, 0);
+        }
+        EXPECT_FALSE(f.isVisible());
+        EXPECT_EQ(f.vsvPrinter->PageCount(), 0);
+    });
+    EXPECT_EQ(finished, 1);
+    EXPECT_TRUE(boxes().isEmpty());
+}
+
 TEST_F(PreviewTest, SaveWritesThePdfAndNamesTheFileThatCannotBeWritten)
 {
     const QString pdf = file("report.pdf");
@@ -219,26 +209,21 @@ TEST_F(PreviewTest, SaveWritesThePdfAndNamesTheFileThatCannotBeWritten)
     writeDataFile("not-a-folder", "x");
     preview(2, [&](frmSMPRNT_PREVIEW &f) {
         key(f, Qt::Key_F7);
-        EXPECT_TRUE(boxes().value(0).kind == "save");
         EXPECT_EQ(testing_support::pdfInfo(pdf, "Pages"), "2");
         EXPECT_TRUE(testing_support::pdfText(pdf).contains("sheet 2 apple"));
         f.cmdSave_Click();
-        const auto b = boxes();
-        ASSERT_EQ(b.size(), 2);
-        EXPECT_TRUE(b[1].text.contains(QDir::toNativeSeparators(file("not-a-folder/report.pdf"))))
-            << b[1].text.toStdString();
-        EXPECT_TRUE(f.isVisible());
-
         dialogs.answerText(file("full.pdf"));
         {
             FullDisk full;
             f.cmdSave_Click();
         }
-        const auto more = boxes();
-        ASSERT_EQ(more.size(), 2);
-        EXPECT_TRUE(more[1].text.startsWith(QDir::toNativeSeparators(file("full.pdf")) +
-                                            " could not be written: "))
-            << more[1].text.toStdString();
+        const auto b = boxes(); // the save box of each, and a box for each that failed
+        ASSERT_EQ(b.size(), 5);
+        EXPECT_TRUE(b[2].text.contains(QDir::toNativeSeparators(file("not-a-folder/report.pdf"))))
+            << b[2].text.toStdString();
+        EXPECT_TRUE(b[4].text.startsWith(QDir::toNativeSeparators(file("full.pdf")) +
+                                         " could not be written: "))
+            << b[4].text.toStdString();
         EXPECT_FALSE(QFile::exists(file("full.pdf")));
         EXPECT_TRUE(f.isVisible());
         f.cmdClose_Click();
@@ -255,13 +240,11 @@ TEST_F(PreviewTest, PriceLevelWorkFileIsRenamedOrDropped)
     dialogs.answerText(file("prices.csv"));
     preview(1, [this](frmSMPRNT_PREVIEW &f) {
         f.cmdSave_Click();
-        const QStringList shown = told();
-        ASSERT_EQ(shown.size(), 4);
-        EXPECT_EQ(
-            shown.mid(0, 3),
-            QStringList(
-                {"Save Option: Save as csv file for import into Excel", "Save as: Save file as:",
-                 "File save error: " + file("priceLevel.csv") + " already exists. Overwrite?"}));
+        EXPECT_EQ(told(), QStringList({"Save Option: Save as csv file for import into Excel",
+                                       "Save as: Save file as:",
+                                       "File save error: " + file("priceLevel.csv") +
+                                           " already exists. Overwrite?",
+                                       "Save as: Save file as:"}));
         EXPECT_EQ(readDataFile("prices.csv"), "a,b\r\n");
         EXPECT_EQ(readDataFile("priceLevel.csv"), "old");
         EXPECT_FALSE(QFile::exists(file("priceLevel.tmp")));
@@ -272,28 +255,6 @@ TEST_F(PreviewTest, PriceLevelWorkFileIsRenamedOrDropped)
         f.cmdSave_Click();
         EXPECT_EQ(boxes().size(), 2);
         EXPECT_FALSE(QFile::exists(file("priceLevel.tmp")));
-        f.cmdClose_Click();
-    });
-}
-
-TEST_F(PreviewTest, PrinterSetupOnlySetsUpAndTheNextPrintUsesTheChosenPrinter)
-{
-    shell.printers = {"Office"};
-    const QString chosen = file("chosen.pdf");
-    preview(3, [&](frmSMPRNT_PREVIEW &f) {
-        modal.drive("QPrintDialog", [&](QDialog &d) {
-            auto &dialog = static_cast<QPrintDialog &>(d);
-            EXPECT_EQ(dialog.windowTitle(), "Printer Setup");
-            dialog.printer()->setOutputFormat(QPrinter::PdfFormat);
-            dialog.printer()->setOutputFileName(chosen);
-            d.setResult(QDialog::Accepted);
-        });
-        f.mnuPrinterSetup->trigger();
-        EXPECT_FALSE(QFile::exists(chosen)) << "setting up prints nothing";
-        f.cmdPrint->click();
-        EXPECT_EQ(testing_support::pdfInfo(chosen, "Pages"), "3")
-            << "the next Print goes to the printer chosen";
-        EXPECT_TRUE(boxes().isEmpty());
         f.cmdClose_Click();
     });
 }

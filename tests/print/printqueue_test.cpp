@@ -5,7 +5,6 @@
 #include "support/PrintSupport.h"
 #include <QAction>
 #include <QDir>
-#include <QPrinterInfo>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTest>
@@ -23,7 +22,6 @@ protected:
         const QString why = ensurePdfQueue();
         if (!why.isEmpty())
             GTEST_SKIP() << "no print queue: " << why.toStdString();
-        ASSERT_TRUE(QPrinterInfo::availablePrinterNames().contains("PDF"));
         shell.printers = {"PDF"};
         QDir().mkpath(pdfQueueOutput());
         for (int n = 1; n <= 14; ++n)
@@ -66,11 +64,10 @@ TEST_F(PrintQueueTest, DetailReachesThePrinterWholeOrThePageShown)
     EXPECT_TRUE(boxes().isEmpty());
     QString pdf = waitForNewPdf(out, before);
     ASSERT_FALSE(pdf.isEmpty()) << "nothing landed in " << out.toStdString();
-    EXPECT_EQ(pdfInfo(pdf, "Pages").toInt(), pages);
     EXPECT_GT(pages, 1);
-    QString text = pdfText(pdf);
-    EXPECT_TRUE(text.contains(QRegularExpression("Set:\\s+Menu number 01")));
-    EXPECT_TRUE(text.contains("SL-14-9") && text.contains("CAKE-14")) << "to the last set";
+    EXPECT_EQ(pdfInfo(pdf, "Pages").toInt(), pages);
+    EXPECT_TRUE(pdfText(pdf).contains(QRegularExpression("Set:\\s+Menu number 01(.|\\n)*CAKE-14")))
+        << "from the first set to the last";
     QFile::remove(pdf);
 
     before = QDir(out).entryList({"*.pdf"}, QDir::Files);
@@ -81,8 +78,7 @@ TEST_F(PrintQueueTest, DetailReachesThePrinterWholeOrThePageShown)
     pdf = waitForNewPdf(out, before);
     ASSERT_FALSE(pdf.isEmpty());
     EXPECT_EQ(pdfInfo(pdf, "Pages"), "1");
-    text = pdfText(pdf);
-    EXPECT_TRUE(text.contains("Menu number 14"));
-    EXPECT_FALSE(text.contains("Menu number 01"));
+    EXPECT_TRUE(pdfText(pdf).contains("Menu number 14"));
+    EXPECT_FALSE(pdfText(pdf).contains("Menu number 01"));
     QFile::remove(pdf);
 }
