@@ -1,6 +1,5 @@
 #include "hotkeys/hkeyServices.h"
 #include "support/HkTest.h"
-#include <QDir>
 #include <QFile>
 
 using testing_support::HkTest;

@@ -3,7 +3,6 @@
 #include "support/HkTest.h"
 #include "support/SetLines.h"
 #include <QDir>
-#include <QFile>
 
 using testing_support::HkTest;
 
@@ -61,23 +60,7 @@ TEST_F(HkTest, WorkedExampleIsWrittenByteForByteAndReadBack)
     EXPECT_EQ(readDataFile("HKSET3.SDF"), lunchMenu().replace("[COLOR]*Default", "[COLOR]"));
 }
 
-TEST(HotKeyColors, TablesBothWays)
-{
-    for (const auto &[name, value] : {std::pair{"DARK_BLUE", 0x800000},
-                                      {"DARK_GREEN", 0x008000},
-                                      {"DARK_MAGENTA", 0xC000C0},
-                                      {"*Default", kSilverColor},
-                                      {"red", kSilverColor},
-                                      {"", kSilverColor}})
-        EXPECT_EQ(glHotKeyColor_value(name), value) << name;
-    for (const auto &[value, name] : {std::pair{0x00FFFF, "YELLOW"},
-                                      {kButtonFaceColor, "*Default"},
-                                      {kSilverColor, ""},
-                                      {0x123456, ""}})
-        EXPECT_EQ(gfsHotKeyColor_name(value), name) << value;
-}
-
-TEST_F(HkTest, ReaderSkipsWhatItDoesNotKnow)
+TEST_F(HkTest, ReaderSkipsWhatItDoesNotKnowAndBadInputCorruptsNothing)
 {
     writeDataFile("HKSET08.SDF", "[SET]Title\r\n"
                                  "[BUTTON]2[CAPTION]Orphan\r\n"
@@ -106,6 +89,34 @@ TEST_F(HkTest, ReaderSkipsWhatItDoesNotKnow)
     EXPECT_EQ(gfsHotKeySet_read("9"), "");
     EXPECT_EQ(gHotKeyGroups[1].Caption, "");
     EXPECT_EQ(gHotKeyGroups[2].Caption, "Kept");
+
+    static constexpr char title[] = "[SET]Junk\xff\x80\x00title\n";
+    writeDataFile("HKSET11.SDF", QByteArray(title, sizeof title - 1) +
+                                     "[GROUP]9[CAPTION]Nine\r"
+                                     "[BUTTON]1[CAPTION]After bad group\r"
+                                     "[GROUP]3[CAPTION]Three\n"
+                                     "[BUTTON]99[CAPTION]Too far\n"
+                                     "[BUTTON]-1[CAPTION]Negative\n"
+                                     "[BUTTON]99999999[CAPTION]Overflow\n"
+                                     "[BUTTON]2.5[CAPTION]Even\n"
+                                     "[BUTTON]5[CAPTION]" +
+                                     QByteArray(70000, 'x') +
+                                     "\n[GROUP]1[CAPTION]\x01\x02[COLOR]\xff");
+    gpHotKeySet_clear();
+    EXPECT_EQ(gfsHotKeySet_read("11"), QString::fromUtf8("Junk\u00ff\u20ac") + QChar(0) + "title");
+    EXPECT_EQ(gHotKeyGroups[3].Caption, "Three");
+    EXPECT_EQ(gHotKeyGroups[3].Buttons[2].Caption, "Even") << "2.5 rounds half to even";
+    EXPECT_EQ(gHotKeyGroups[3].Buttons[5].Caption.size(), 70000);
+    EXPECT_EQ(gHotKeyGroups[1].Caption, "\x01\x02");
+    EXPECT_EQ(gHotKeyGroups[1].Color, kSilverColor);
+    QStringList captions;
+    for (const HotKeyGroup &g : gHotKeyGroups)
+        for (const HotKeyButton &b : g.Buttons) captions << b.Caption;
+    for (const char *skipped : {"Nine", "After bad group", "Too far", "Negative", "Overflow"})
+        EXPECT_FALSE(captions.contains(skipped)) << skipped;
+    // What was read writes back in the same code page.
+    ASSERT_TRUE(gpHotKeySet_write("11", "Junk\u00ff\u20ac"));
+    EXPECT_TRUE(readDataFile("HKSET11.SDF").startsWith("[SET]Junk\xff\x80\r\n"));
 }
 
 TEST_F(HkTest, MissingFileIsReportedOncePerReadAndLeavesTheRecord)
@@ -122,37 +133,6 @@ TEST_F(HkTest, MissingFileIsReportedOncePerReadAndLeavesTheRecord)
                                  "\r\rHot Keys File Is Missing\rMake sure the Hot Keys file is "
                                  "in the data path.");
     EXPECT_EQ(gHotKeyGroups[1].Caption, "Kept");
-}
-
-TEST_F(HkTest, BadInputNeitherCrashesNorCorruptsTheRecord)
-{
-    static constexpr char title[] = "[SET]Junk\xff\x80\x00title\n";
-    QByteArray junk = QByteArray(title, sizeof title - 1) +
-                      "[GROUP]9[CAPTION]Nine\r"
-                      "[BUTTON]1[CAPTION]After bad group\r"
-                      "[GROUP]3[CAPTION]Three\n"
-                      "[BUTTON]99[CAPTION]Too far\n"
-                      "[BUTTON]-1[CAPTION]Negative\n"
-                      "[BUTTON]99999999[CAPTION]Overflow\n"
-                      "[BUTTON]2.5[CAPTION]Even\n"
-                      "[BUTTON]5[CAPTION]" +
-                      QByteArray(70000, 'x') + "\n[GROUP]1[CAPTION]\x01\x02[COLOR]\xff";
-    writeDataFile("HKSET11.SDF", junk);
-    gpHotKeySet_clear();
-    EXPECT_EQ(gfsHotKeySet_read("11"), QString::fromUtf8("Junk\u00ff\u20ac") + QChar(0) + "title");
-    EXPECT_EQ(gHotKeyGroups[3].Caption, "Three");
-    EXPECT_EQ(gHotKeyGroups[3].Buttons[2].Caption, "Even") << "2.5 rounds half to even";
-    EXPECT_EQ(gHotKeyGroups[3].Buttons[5].Caption.size(), 70000);
-    EXPECT_EQ(gHotKeyGroups[1].Caption, "\x01\x02");
-    EXPECT_EQ(gHotKeyGroups[1].Color, kSilverColor);
-    QStringList captions;
-    for (const HotKeyGroup &g : gHotKeyGroups)
-        for (const HotKeyButton &b : g.Buttons) captions << b.Caption;
-    for (const char *skipped : {"Nine", "After bad group", "Too far", "Negative", "Overflow"})
-        EXPECT_FALSE(captions.contains(skipped)) << skipped;
-    // What was read writes back in the same code page.
-    ASSERT_TRUE(gpHotKeySet_write("11", "Junk\u00ff\u20ac"));
-    EXPECT_TRUE(readDataFile("HKSET11.SDF").startsWith("[SET]Junk\xff\x80\r\n"));
 }
 
 TEST_F(HkTest, FailedWriteTellsTheUserAndKeepsTheRecord)
