@@ -30,10 +30,9 @@ TEST(CInt, RoundsHalfToEvenAndRefusesValuesOutOfRange)
 TEST(Format, MasksOfTheSuiteAndHugeNumbersWhole)
 {
     const std::tuple<double, const char *, const char *> rows[] = {
-        {1, "#0#", "01"},          {9, "#0#", "09"},
-        {10, "#0#", "10"},         {123, "#0#", "123"},
-        {0.5, "#.00", ".50"},      {0, "#.00", ".00"},
-        {12.345, "#.00", "12.35"}, {2.675, "##.00", "2.68"},
+        {1, "#0#", "01"},          {10, "#0#", "10"},
+        {123, "#0#", "123"},       {0.5, "#.00", ".50"},
+        {0, "#.00", ".00"},        {2.675, "##.00", "2.68"},
         {-3.456, "#.00", "-3.46"}, {1234.5, "##.00", "1234.50"},
         {qInf(), "#.00", ""},      {qQNaN(), "#0#", ""}};
     for (const auto &[value, mask, shown] : rows) EXPECT_EQ(Format(value, mask), shown) << value;
