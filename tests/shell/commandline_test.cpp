@@ -1,17 +1,10 @@
 #include "hotkeys/hkeyZip.h"
 #include "support/DemoSeed.h"
-#include <QCryptographicHash>
-#include <QDirIterator>
+#include "support/HkTest.h"
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
-#include <ostream>
-
-inline void PrintTo(const QString &s, std::ostream *os)
-{
-    *os << '"' << s.toStdString() << '"';
-}
 
 namespace {
 
@@ -44,19 +37,6 @@ protected:
                 QString::fromLocal8Bit(program.readAllStandardOutput()),
                 QString::fromLocal8Bit(program.readAllStandardError())};
     }
-    // Every file under the folder with a digest of its bytes.
-    QMap<QString, QByteArray> tree(const QString &folder) const
-    {
-        QMap<QString, QByteArray> files;
-        for (QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
-             it.hasNext();) {
-            QFile f(it.next());
-            f.open(QIODevice::ReadOnly);
-            files.insert(f.fileName(),
-                         QCryptographicHash::hash(f.readAll(), QCryptographicHash::Md5));
-        }
-        return files;
-    }
     QTemporaryDir temp;
 };
 
@@ -78,7 +58,7 @@ TEST_F(CommandLineTest, ExportsTheSetsNamedAndReportsAnImportWithoutWritingOrAWi
         names.filter(QRegularExpression("^(sets/|[A-Z]|manifest)")),
         QStringList({"SPECIAL.BDF", "manifest.json", "sets/HKSET01.SDF", "sets/HKSET02.SDF"}));
 
-    const auto before = tree(temp.filePath("data"));
+    const auto before = testing_support::filesUnder(temp.filePath("data"));
     const Outcome report = hotkeys({"--import-sets", package, "--report"});
     EXPECT_EQ(report.code, 0) << report.err.toStdString();
     EXPECT_TRUE(report.out.startsWith("Package: " + package + "\nMade by store 1 ("))
@@ -88,14 +68,14 @@ TEST_F(CommandLineTest, ExportsTheSetsNamedAndReportsAnImportWithoutWritingOrAWi
     EXPECT_TRUE(report.out.endsWith("\n2 sets; item keys found by S/L 8, by Item ID 0, by UPC 0, "
                                     "not found 0.\n"))
         << report.out.toStdString();
-    EXPECT_EQ(tree(temp.filePath("data")), before) << "the report writes nothing";
+    EXPECT_EQ(testing_support::filesUnder(temp.filePath("data")), before)
+        << "the report writes nothing";
 }
 
 TEST_F(CommandLineTest, AFailureSaysWhyOnTheErrorOutputWithItsExitCode)
 {
     QFile notZip(temp.filePath("notes.zip"));
-    ASSERT_TRUE(notZip.open(QIODevice::WriteOnly));
-    notZip.write("just some notes");
+    EXPECT_TRUE(notZip.open(QIODevice::WriteOnly) && notZip.write("just some notes") > 0);
     notZip.close();
     const struct {
         QStringList args;

@@ -5,6 +5,7 @@
 #include "settings/clsDataPath.h"
 #include "settings/clsINI_Services.h"
 #include "shell/hkeyMain.h"
+#include "support/OneBox.h"
 #include "support/RunMain.h"
 #include "support/StoreDb.h"
 #include <QDialog>
@@ -13,7 +14,7 @@
 #include <QTest>
 
 using namespace platform;
-using testing_support::ProcessExit;
+using testing_support::oneBox;
 using testing_support::StoreDbTest;
 
 namespace {
@@ -26,11 +27,6 @@ protected:
         gIni = clsINI_Services();
         giInventorySearch = giNameSearch = 0;
     }
-    QByteArray readSettings() const
-    {
-        QFile f(temp.filePath("settings/ZEL Settings.conf"));
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
 };
 
 } // namespace
@@ -39,16 +35,13 @@ TEST_F(StartupTest, SecondInstanceGetsTheBoxAndChangesNothing)
 {
     QLockFile first(Instance::lockPath());
     ASSERT_TRUE(first.tryLock(0));
-    const QStringList before = QDir(dataPath()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot);
-    const QByteArray settings = readSettings();
+    const auto before = testing_support::filesUnder(temp.path());
     EXPECT_EQ(testing_support::runMain(), 0);
-    const auto shown = boxes();
-    ASSERT_EQ(shown.size(), 1);
-    EXPECT_EQ(shown[0].style, 16);
-    EXPECT_EQ(shown[0].text, "ZEL Hot Keysis already running.\rThis Program Can Only Be Runing "
-                             "Once On This Machine");
-    EXPECT_EQ(readSettings(), settings);
-    EXPECT_EQ(QDir(dataPath()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot), before);
+    EXPECT_TRUE(oneBox(boxes(),
+                       "ZEL Hot Keysis already running.\rThis Program Can Only Be Runing Once On "
+                       "This Machine",
+                       16));
+    EXPECT_EQ(testing_support::filesUnder(temp.path()), before) << "settings and data alike";
     EXPECT_FALSE(QFile::exists(appFolder() + "/52.txt")) << "no database connection was made";
 }
 
@@ -107,10 +100,7 @@ TEST_F(StartupTest, SearchSettingsMapExactlyAndAMissingKeyOrIniIsSaid)
         EXPECT_EQ(giInventorySearch, c.inventory);
         EXPECT_EQ(giNameSearch, c.name);
     }
-    const auto shown = boxes();
-    ASSERT_EQ(shown.size(), 1);
-    EXPECT_EQ(shown[0].title, "Error");
-    EXPECT_EQ(shown[0].style, 0);
-    EXPECT_EQ(shown[0].text, "Unable to open ZEL Configuration Settings File, ZEL.INI.");
+    EXPECT_TRUE(
+        oneBox(boxes(), "Unable to open ZEL Configuration Settings File, ZEL.INI.", 0, "Error"));
     EXPECT_FALSE(QFile::exists(dataPath() + "/ZEL.INI")) << "nothing is written";
 }
