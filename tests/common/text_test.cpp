@@ -16,6 +16,9 @@ TEST(SLForms, NormalFormRowForRowAndTheStoredAndShownForms)
                                                           {"012.", "    012. "},
                                                           {"ABC", "ABC    . "},
                                                           {"AB.5", "AB     . "},
+                                                          {"AB CD", "AB     . "},
+                                                          {"A 2", "A      . "},
+                                                          {"abc", "abc    . "},
                                                           {"ABCDEFGHIJ", "ABCDEFG. "},
                                                           {"1 2", "     12. "},
                                                           {"-12", "-12    . "}};

@@ -26,7 +26,7 @@ protected:
 
 } // namespace
 
-// Bytes that are no database, then the file cut to nothing.
+// Bytes that are no database.
 TEST_P(FaultTest, ADamagedFileIsOneBoxPerActionAndOnePerCallOutsideOne)
 {
     if (testing_support::testOnPostgres())
@@ -45,14 +45,24 @@ TEST_P(FaultTest, ADamagedFileIsOneBoxPerActionAndOnePerCallOutsideOne)
     EXPECT_FALSE(read(opEqual));
     EXPECT_FALSE(read(opNext));
     EXPECT_EQ(boxTexts(), QStringList({kDamagedBox, kDamagedBox}));
+}
 
+TEST_P(FaultTest, ADatabaseFileCutToNothingIsOneBoxPerAction)
+{
+    if (testing_support::testOnPostgres())
+        GTEST_SKIP() << "a file of the embedded engine";
+    gItem.SL = "1";
+    ASSERT_TRUE(read(opEqual));
     ASSERT_TRUE(QFile::resize(dataPath() + "/TestDB.db", 0));
-    {
+    for (int action = 0; action < 2; ++action) {
         const DbAction a;
-        EXPECT_FALSE(read(opFirst));
         EXPECT_FALSE(read(opNext));
+        EXPECT_FALSE(read(opNext));
+        EXPECT_FALSE(read(opFirst));
+        QString table;
+        EXPECT_EQ(glDBSM_Count(0, table), 0);
     }
-    EXPECT_EQ(boxTexts(), QStringList({kDamagedBox}));
+    EXPECT_EQ(boxTexts(), QStringList({kDamagedBox, kDamagedBox}));
     EXPECT_EQ(QFileInfo(dataPath() + "/TestDB.db").size(), 0) << "no table made in the cut file";
 }
 

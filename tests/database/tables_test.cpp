@@ -117,6 +117,42 @@ TEST_P(StoreTablesTest, StoreIdentityComesFromTheCommonRow)
     EXPECT_TRUE(shown[1].text.startsWith("The store number in the COMMON table is -4."));
 }
 
+TEST_P(StoreTablesTest, EveryInventoryKeyWalksInItsOwnOrder)
+{
+    openStore();
+    struct Item {
+        const char *sl, *id, *desc, *vendor;
+    };
+    const Item items[] = {{"00001000", "500", "MILK 1L", "DAIRYCO"},
+                          {"00000200", "  40", "bread rye", "BAKER"},
+                          {"00003000", "ABC-1", "APPLE", "FRUITCO"},
+                          {"00000040", "ZZ", "MILK 2L", "DAIRYCO"},
+                          {"00000500", "7", "CHEESE", "DAIRYCO"}};
+    for (const Item &i : items) addItem(i.sl, i.id, i.desc, 1, i.vendor);
+
+    for (qint16 key = 0; key <= 12; ++key) {
+        QString sql;
+        QStringList walked;
+        for (bool found = gfbDBSM_Record(1, opFirstPos, key, false, false, sql); found;
+             found = gfbDBSM_Record(1, opNext, key, false, false, sql)) {
+            walked << gInventoryRecord.text("SL");
+            ASSERT_LT(walked.size(), 10) << "key " << key << " does not end";
+        }
+        EXPECT_EQ(walked.size(), 5) << "key " << key;
+    }
+    QString sql;
+    ASSERT_TRUE(gfbDBSM_Record(1, opFirstPos, 3, false, false, sql));
+    EXPECT_EQ(gInventoryRecord.text("Description").trimmed(), "APPLE");
+    ASSERT_TRUE(gfbDBSM_Record(1, opNext, 3, false, false, sql));
+    EXPECT_EQ(gInventoryRecord.text("Description").trimmed(), "bread rye");
+
+    gInventoryRecord.setText("ItemID", "   40");
+    sql.clear();
+    ASSERT_TRUE(gfbDBSM_Record(1, opEqual, 2, false, false, sql));
+    EXPECT_EQ(gInventoryRecord.text("SL"), "00000200");
+    EXPECT_TRUE(sql.contains("ltrim(ItemID)='40 "));
+}
+
 TEST_P(StoreTablesTest, InventoryHelpersAndFieldRules)
 {
     openStore();

@@ -219,9 +219,21 @@ TEST_P(LookupModelTest, EachColumnSortsByItsKeyOrIsScanned)
     const struct {
         int column;
         QString caption;
-    } sorts[] = {{colDescription, "--Description"}, {colSL, "--SL"},          {colUPC, "--UPC"},
-                 {colVendor, "---Vendor"},          {colQuantity, "--Price"}, {colDeptName, ""}};
-    for (const auto &s : sorts) EXPECT_EQ(lookup.sortBy(s.column).sortCaption, s.caption);
+        qint16 key;
+        int scan = -1;
+    } sorts[] = {
+        {colDescription, "--Description", invKeyDescription},
+        {colSL, "--SL", invKeySL},
+        {colUPC, "--UPC", invKeyItemID},
+        {colVendor, "---Vendor", invKeyVendorSL},
+        {colQuantity, "--Price", invKeyDescription, gfiInventoryField("QtyOnHand")},
+        {colDeptName, "", invKeyRecordNum, gfiInventoryField("SL")},
+    };
+    for (const auto &s : sorts) {
+        EXPECT_EQ(lookup.sortBy(s.column).sortCaption, s.caption);
+        EXPECT_EQ(lookup.giSortKey, s.key) << s.column;
+        EXPECT_EQ(lookup.giScanField, s.scan) << s.column;
+    }
     EXPECT_EQ(lookup.sortColumn(), colUID);
     EXPECT_EQ(lookup.accept(2), "10000002");
 }

@@ -45,6 +45,30 @@ TEST_F(LookupScreenTest, EnterAcceptsTheRowTypedInCapitalsAndTheNextLookupKeepsT
     EXPECT_EQ(gfsInventory_find(""), "");
 }
 
+TEST_F(LookupScreenTest, FindItemFillsTheKeyByStockNumberOrItemId)
+{
+    const struct {
+        int linkOption;
+        QString typed, item, caption;
+    } finds[] = {{0, "COFFEE S", "0001234.5", "COFFEE SMALL CU"}, // 15 characters of it
+                 {1, "CHOC", "CAKE-1", "CHOCOLATE CAKE"}};
+    for (const auto &find : finds) {
+        giLinkOption = find.linkOption;
+        onLookup([&](frm_Lookup &f) {
+            QTest::keyClicks(f.txtEditValue, find.typed);
+            QTest::keyClick(f.txtEditValue, Qt::Key_Return);
+        });
+        onLookup([](frm_Lookup &f) { QTest::keyClick(f.txtEditValue, Qt::Key_Escape); });
+        frmHotKey_Define key;
+        key.Form_Load();
+        for (int i = 0; i < 2; ++i) {
+            QTest::keyClick(key.txtEdit[0], Qt::Key_F3);
+            EXPECT_EQ(key.txtEdit[1]->text(), find.item) << i;
+            EXPECT_EQ(key.txtEdit[0]->text(), find.caption) << i;
+        }
+    }
+}
+
 TEST_F(LookupScreenTest, WhileStopShowsF10OnlyStops)
 {
     onLookup([](frm_Lookup &f) {

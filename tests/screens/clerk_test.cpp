@@ -34,6 +34,23 @@ protected:
     }
 };
 
+class KeyPickTest : public StoreDbTest {
+protected:
+    void seed() override
+    {
+        openStore();
+        addItem("00012345", "COF-1", "COFFEE SMALL");
+        addItem("00020010", "CAKE-1", "CHOCOLATE CAKE");
+        giLinkOption = 0;
+    }
+    // Picks `sl` with F3 in the key dialog.
+    void pick(frmHotKey_Define &key, const QString &sl)
+    {
+        modal.drive("frm_Lookup", [sl](QDialog &) { gLookup.gsLookupCode = sl; }); // the pick
+        QTest::keyClick(key.txtEdit[1], Qt::Key_F3);
+    }
+};
+
 } // namespace
 
 TEST_F(ClerkTest, CancelAndEscAskOnlyWhenSomethingChangedAndNoKeepsTheScreen)
@@ -171,5 +188,32 @@ TEST_F(ClerkTest, TheKeyDialogShowsThePictureAsOnTheKeyAndSaysWhyNot)
             EXPECT_EQ(box.text, said + "\r\rYes: keep this picture name on the key all the "
                                        "same.\rNo: stay here and choose another picture.");
         }
+    }
+}
+
+TEST_F(KeyPickTest, APickFillsTheLabelOnlyWhenEmptyOrStillTheLastPicksOwn)
+{
+    const struct {
+        const char *typed;  // the label before the first pick; "-" for none
+        const char *retype; // typed between the two picks; "-" for none
+        const char *label;  // after the second pick
+    } cases[] = {
+        {"", "-", "CHOCOLATE CAKE"},
+        {"My Coffee", "-", "My Coffee"},
+        {"", "Mine", "Mine"},
+        {"   ", "-", "CHOCOLATE CAKE"},
+    };
+    for (const auto &c : cases) {
+        SCOPED_TRACE(c.typed);
+        frmHotKey_Define key;
+        key.ButtonLabel = c.typed;
+        key.Form_Load();
+        key.show();
+        pick(key, "00012345");
+        if (QString(c.retype) != "-")
+            key.txtEdit[0]->setText(c.retype);
+        pick(key, "00020010");
+        EXPECT_EQ(key.txtEdit[0]->text(), c.label);
+        EXPECT_EQ(key.txtEdit[1]->text(), "0002001.0") << "the item follows every pick";
     }
 }

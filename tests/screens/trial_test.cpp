@@ -154,6 +154,10 @@ TEST_F(TrialTest, OneSetLeavesEveryButtonOffAndLettersFollowTheirPlaces)
     QTest::keyClicks(t.get(), "i");
     EXPECT_EQ(sale(*t), QStringList({"2 COFFEE SMALL"})) << "no key owns 9 or I";
 
+    shell.topMost.clear(); // help comes in front of the panel, which goes back on top after
+    QTest::keyClick(t.get(), Qt::Key_F1);
+    EXPECT_EQ(shell.topMost, QList<bool>({false, true}));
+    EXPECT_EQ(shell.urls.size(), 1);
     QTest::keyClick(t.get(), Qt::Key_F10);
     EXPECT_TRUE(t->isHidden());
 }

@@ -180,7 +180,10 @@ TEST_F(ReportTest, SummaryPrintsTheListInPortraitWithABoldHeading)
                                               "Column 4", "03", "Lunch Menu"}));
     EXPECT_EQ(look(p, "Set"), "#000000 bold 10");
     EXPECT_EQ(look(p, "Lunch Menu"), "#000000 plain 10");
-    EXPECT_FALSE(p.rules.empty()); // border 7
+    // Two rows of six cells (border 7): four rules across.
+    int across = 0;
+    for (const auto &r : p.rules) across += r.line.dy() == 0;
+    EXPECT_EQ(across, 4);
     // Column 0 keeps its 600 twips; the others share the rest of the width.
     const qreal left = 1440 + 60; // margin and cell padding
     EXPECT_NEAR(runOf(p, "Title")->rect.left() - left, 600, 1);
