@@ -1,5 +1,6 @@
 #include "lookup/LookupScreen.h"
 #include "platform/ui/Twips.h"
+#include "screens/frmHotKey_Define.h"
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QPushButton>
