@@ -29,10 +29,8 @@ TEST_P(ConnectTest, AGoodStartLogsEightLinesAndOpensTheTable)
     EXPECT_TRUE(gbConnected);
     EXPECT_TRUE(gTables[0].bOpen);
     EXPECT_TRUE(gfbDBSM_TableExists("ITEMS"));
-    EXPECT_FALSE(gfbDBSM_TableExists("invt1"));
     EXPECT_EQ(gfsDBSM_TableList("IT"), "items|");
     EXPECT_EQ(gfsDBSM_TableList("x"), "");
-    EXPECT_EQ(gsDBPassword, "secret");
 }
 
 TEST_P(ConnectTest, AnEmptyServerEndsWithoutAWordAndAMissingDatabaseOrServerSaysSo)
@@ -70,10 +68,7 @@ TEST_P(ConnectTest, ServerWithoutInstanceCannotBeCutButStaysUsable)
     store("Server", "STOREPC");
     store("DBName", " testdb "); // names compare trimmed and without case
     ASSERT_TRUE(connect());
-    const auto shown = boxes();
-    ASSERT_EQ(shown.size(), 1);
-    EXPECT_EQ(shown[0].title, "ZEL MSDE");
-    EXPECT_EQ(shown[0].text, "Invalid procedure call or argument5");
+    EXPECT_EQ(boxTexts(), QStringList({"Invalid procedure call or argument5"}));
     EXPECT_FALSE(logText().contains("Time verified"));
 }
 
@@ -84,14 +79,11 @@ TEST_P(ConnectTest, ConnectionLogFallsBackWhenTheProgramFolderIsReadOnly)
     EXPECT_TRUE(QFileInfo(gfsDBSM_LogFolder()).isWritable());
 }
 
-TEST(SqlServerEngine, ConnectionStringAndStatementsAsBuilt)
+TEST(SqlServerEngine, ConnectionStringEscapesItsValues)
 {
     EXPECT_EQ(SqlServerEngine::connectionString("STOREPC\\ZEL", "ZELDATA", "qx", "p;w}d"),
               "DRIVER={FreeTDS};SERVER={STOREPC\\ZEL};DATABASE={ZELDATA};UID={qx};PWD={p;w}}d};"
               "TDS_Version=7.4;ClientCharset=UTF-8");
-    SqlServerEngine e;
-    const QString s = "SELECT  TOP 1 * FROM invt1 WHERE ltrim(ItemID)>='A' ORDER BY ItemID";
-    EXPECT_EQ(e.translate(s), s) << "SQL Server runs the statements as built";
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, ConnectTest, testing::Values(testing_support::TestEngine::SQLite),

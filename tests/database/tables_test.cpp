@@ -3,6 +3,7 @@
 #include "database/UpcRows.h"
 #include "database/zelDBSM_Common.h"
 #include "database/zelDBSM_Inventory.h"
+#include "database/zelDBSM_InventoryBulk.h"
 #include "database/zelDBSM_Upc.h"
 #include "hotkeys/hkeyGlobal.h"
 #include "shell/hkeyDBSM_Interface.h"
@@ -74,7 +75,6 @@ TEST_P(StoreTablesTest, CreateStatementsStandAsTheSuiteWritesThem)
         "Create Table COMMON (ProgramVersion CHAR (10), DupID CHAR (1), Cname CHAR (40), "));
     EXPECT_TRUE(gTables[0].sCreateSQL.endsWith(
         "IncrementItems  CHAR (1), CountryID SMALLINT, Email CHAR (35), Spare CHAR (65));"));
-    EXPECT_EQ(gCommonRecord.columns().size(), 98);
     EXPECT_EQ(gTables[0].sIndexSQL, "Create UNIQUE Index idx_0 On COMMON (DupID);");
     gpInventory_Create(1);
     EXPECT_TRUE(gTables[1].sCreateSQL.startsWith(
@@ -82,14 +82,11 @@ TEST_P(StoreTablesTest, CreateStatementsStandAsTheSuiteWritesThem)
         "DEFAULT  ' ', Description CHAR (30) DEFAULT  ' ', "));
     EXPECT_TRUE(gTables[1].sCreateSQL.endsWith(
         "BPL2 INTEGER, PenLiqorUnit SMALLINT DEFAULT 0, BPL3 INTEGER DEFAULT 0);"));
-    EXPECT_EQ(gTables[1].sIndexSQL.count(';'), 13);
     EXPECT_TRUE(gTables[1].sIndexSQL.startsWith(
         "Create UNIQUE CLUSTERED Index idx_0 On invt1 (RecordNum);Create UNIQUE  Index idx_1 On "
         "invt1 (SL);"));
     EXPECT_TRUE(gTables[1].sIndexSQL.endsWith("Create UNIQUE Index idx_12 on invt1 (Poll, "
                                               "RecordNum);"));
-    EXPECT_EQ(columnsOf("invt1").size(), 57);
-    EXPECT_EQ(indexCount("invt1"), 13);
     EXPECT_EQ(indexCount("UPC1"), 5);
 }
 
@@ -109,46 +106,37 @@ TEST_P(StoreTablesTest, StoreIdentityComesFromTheCommonRow)
 
     glDBSM_Execute("UPDATE COMMON SET StoreNumber = NULL");
     EXPECT_FALSE(setup());
-    glDBSM_Execute("UPDATE COMMON SET StoreNumber = -4");
-    EXPECT_FALSE(setup());
-    const auto shown = boxes();
-    ASSERT_EQ(shown.size(), 2);
-    EXPECT_TRUE(shown[0].text.startsWith("The store number in the COMMON table is empty."));
-    EXPECT_TRUE(shown[1].text.startsWith("The store number in the COMMON table is -4."));
+    const QStringList shown = boxTexts();
+    ASSERT_EQ(shown.size(), 1);
+    EXPECT_TRUE(shown[0].startsWith("The store number in the COMMON table is empty."));
 }
 
 TEST_P(StoreTablesTest, EveryInventoryKeyWalksInItsOwnOrder)
 {
     openStore();
-    struct Item {
-        const char *sl, *id, *desc, *vendor;
-    };
-    const Item items[] = {{"00001000", "500", "MILK 1L", "DAIRYCO"},
-                          {"00000200", "  40", "bread rye", "BAKER"},
-                          {"00003000", "ABC-1", "APPLE", "FRUITCO"},
-                          {"00000040", "ZZ", "MILK 2L", "DAIRYCO"},
-                          {"00000500", "7", "CHEESE", "DAIRYCO"}};
-    for (const Item &i : items) addItem(i.sl, i.id, i.desc, 1, i.vendor);
-
-    for (qint16 key = 0; key <= 12; ++key) {
-        QString sql;
-        QStringList walked;
-        for (bool found = gfbDBSM_Record(1, opFirstPos, key, false, false, sql); found;
-             found = gfbDBSM_Record(1, opNext, key, false, false, sql)) {
-            walked << gInventoryRecord.text("SL");
-            ASSERT_LT(walked.size(), 10) << "key " << key << " does not end";
-        }
-        EXPECT_EQ(walked.size(), 5) << "key " << key;
-    }
+    for (const auto &[sl, id, desc, vendor] : {std::tuple{"00001000", "500", "MILK 1L", "DAIRYCO"},
+                                               {"00000200", "  40", "bread rye", "BAKER"},
+                                               {"00003000", "ABC-1", "APPLE", "FRUITCO"},
+                                               {"00000040", "ZZ", "MILK 2L", "DAIRYCO"},
+                                               {"00000500", "7", "CHEESE", "DAIRYCO"}})
+        addItem(sl, id, desc, 1, vendor);
     QString sql;
-    ASSERT_TRUE(gfbDBSM_Record(1, opFirstPos, 3, false, false, sql));
+    const auto read = [&sql](qint16 op, qint16 key) {
+        return gfbDBSM_Record(tblInventory, op, key, false, false, sql);
+    };
+    for (qint16 key = 0; key <= 12; ++key) {
+        int walked = 0;
+        for (bool found = read(opFirstPos, key); found && walked < 10; found = read(opNext, key))
+            ++walked;
+        EXPECT_EQ(walked, 5) << "key " << key;
+    }
+    ASSERT_TRUE(read(opFirstPos, 3));
     EXPECT_EQ(gInventoryRecord.text("Description").trimmed(), "APPLE");
-    ASSERT_TRUE(gfbDBSM_Record(1, opNext, 3, false, false, sql));
+    ASSERT_TRUE(read(opNext, 3));
     EXPECT_EQ(gInventoryRecord.text("Description").trimmed(), "bread rye");
-
     gInventoryRecord.setText("ItemID", "   40");
     sql.clear();
-    ASSERT_TRUE(gfbDBSM_Record(1, opEqual, 2, false, false, sql));
+    ASSERT_TRUE(read(opEqual, 2));
     EXPECT_EQ(gInventoryRecord.text("SL"), "00000200");
     EXPECT_TRUE(sql.contains("ltrim(ItemID)='40 "));
 }
@@ -248,19 +236,16 @@ TEST_P(StoreTablesTest, AnOldInventoryIsBroughtUpToDateWithItsRowsIntact)
 TEST_P(StoreTablesTest, BarCodesOfManyItemsAreTheOnesTheirOwnReadsFind)
 {
     openStore();
-    struct Upc {
-        const char *sl, *upc;
-    };
     // In the order they are added: the first of an S/L is the one that shows.
-    const Upc upcs[] = {{"00000001", "  012345678905"},
-                        {"00000002", "111"},
-                        {"00000002", "222"},
-                        {"00000003", "D12"},
-                        {"00000003", "333"},
-                        {"ABC", "0042"},
-                        {"O'1", "I7"},
-                        {"O'2", "777"}};
-    for (const Upc &u : upcs) ASSERT_TRUE(testing_support::addUpc(u.sl, u.upc)) << u.sl;
+    for (const auto &[sl, upc] : {std::pair{"00000001", "  012345678905"},
+                                  {"00000002", "111"},
+                                  {"00000002", "222"},
+                                  {"00000003", "D12"},
+                                  {"00000003", "333"},
+                                  {"ABC", "0042"},
+                                  {"O'1", "I7"},
+                                  {"O'2", "777"}})
+        ASSERT_TRUE(testing_support::addUpc(sl, upc));
     const struct {
         QString sl, shown;
     } cases[] = {{"00000001", "012345678905"},
@@ -292,6 +277,45 @@ TEST_P(StoreTablesTest, BarCodesOfManyItemsAreTheOnesTheirOwnReadsFind)
     }
     EXPECT_TRUE(gfbUpc_BarCodes({}, barCodes));
     EXPECT_TRUE(barCodes.isEmpty());
+}
+
+// Three batches of codes, the items among them at the first place, in the middle
+// batch and at the last, which only the padded last batch holds; codes compared
+// as the keyed reads compare them, and a typed quote is only ever a value.
+TEST_P(StoreTablesTest, BulkReadsFindEveryItemInEveryBatchAsTheKeyedReadsDo)
+{
+    openStore();
+    addItem("00012345", "COF-1", "COFFEE");
+    addItem("00020010", "CAKE-1", "CAKE");
+    addItem("00030000", "TEA-1%", "TEA");
+    ASSERT_TRUE(testing_support::addUpc("00020010", "0700000000017"));
+    QStringList sls, ids;
+    for (int i = 0; i < 1201; ++i) {
+        sls << QString("9%1").arg(i, 7, 10, QChar('0'));
+        ids << QString("NONE-%1'").arg(i);
+    }
+    sls[0] = "00012345";
+    sls[700] = "00020010";
+    sls[1200] = "00030000";
+    ids[0] = " cof-1 ";
+    ids[700] = "tea-1%";
+    ids[1200] = "O'NE%";
+    const DbAction action;
+    QHash<QString, InventoryBulkItem> bySL, byId;
+    ASSERT_TRUE(gfbInventory_ReadMany(sls, false, bySL) && gfbInventory_ReadMany(ids, true, byId));
+    EXPECT_EQ(bySL.size(), 3);
+    for (const char *sl : {"00012345", "00020010", "00030000"}) EXPECT_EQ(bySL.value(sl).sl, sl);
+    EXPECT_EQ(bySL.value("00020010").description, "CAKE");
+    EXPECT_EQ(byId.size(), 2);
+    EXPECT_EQ(byId.value("COF-1").itemId, "COF-1");
+    EXPECT_EQ(byId.value("TEA-1%").description, "TEA");
+    QHash<QString, QStringList> codes;
+    QHash<QString, QString> items;
+    ASSERT_TRUE(gfbUpc_CodesOfItems(sls, codes));
+    ASSERT_TRUE(gfbUpc_ItemsOfCodes({"0700000000017", "O'NE", "0700000000024"}, items));
+    EXPECT_EQ(codes, (QHash<QString, QStringList>{{"00020010", {"0700000000017"}}}));
+    EXPECT_EQ(items, (QHash<QString, QString>{{"0700000000017", "00020010"}}));
+    EXPECT_FALSE(gfbDBSM_ActionFailed());
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, StoreTablesTest, testing_support::kEachEngine,
