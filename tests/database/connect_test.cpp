@@ -1,4 +1,3 @@
-#include "database/DbEngine.h"
 #include "platform/AppInfo.h"
 #include "platform/SettingsStore.h"
 #include "settings/clsDataPath.h"

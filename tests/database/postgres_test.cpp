@@ -1,5 +1,3 @@
-#include "database/DbEngine.h"
-#include "database/ZelDBSM_MSDE.h"
 #include "platform/SettingsStore.h"
 #include "support/DbTest.h"
 #include <QFile>

@@ -1,4 +1,3 @@
-#include "database/DbEngine.h"
 #include "support/DbTest.h"
 #include <QElapsedTimer>
 #include <QSqlQuery>
