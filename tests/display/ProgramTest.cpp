@@ -82,12 +82,10 @@ QList<int> cardinals(const QStringList &xpropArgs)
 void ProgramTest::expectMaximized(QWidget *form)
 {
     const QList<int> area = cardinals({"-root", "_NET_WORKAREA"});
-    const QList<int> frame =
-        cardinals({"-id", QString::number(form->winId()), "_NET_FRAME_EXTENTS"});
-    ASSERT_GE(area.size(), 4);
-    ASSERT_EQ(frame.size(), 4); // left, right, top, bottom
-    const QRect framed = Robot::placeOf(form).adjusted(-frame[0], -frame[2], frame[1], frame[3]);
-    EXPECT_EQ(framed, QRect(area[0], area[1], area[2], area[3]))
+    const QList<int> f = cardinals({"-id", QString::number(form->winId()), "_NET_FRAME_EXTENTS"});
+    ASSERT_EQ(f.size(), 4); // left, right, top, bottom
+    EXPECT_EQ(Robot::placeOf(form).adjusted(-f[0], -f[2], f[1], f[3]),
+              QRect(area.value(0), area.value(1), area.value(2), area.value(3)))
         << form->metaObject()->className() << " with its frame";
 }
 

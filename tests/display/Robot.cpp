@@ -3,12 +3,12 @@
 #include <QAbstractButton>
 #include <QDialog>
 #include <QDir>
-#include <QEventLoop>
 #include <QPixmap>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QScreen>
 #include <QSet>
+#include <QTest>
 #include <QWindow>
 #include <gtest/gtest.h>
 
@@ -44,14 +44,6 @@ QStringList moveTo(QPoint at)
     return {"mousemove", "--sync", QString::number(at.x()), QString::number(at.y())};
 }
 
-QString shotFolder()
-{
-    const QString folder =
-        qEnvironmentVariable("HK_DISPLAY_SHOTS", QDir::temp().filePath("hk-display-shots"));
-    QDir().mkpath(folder);
-    return folder;
-}
-
 } // namespace
 
 Robot::Robot()
@@ -60,26 +52,18 @@ Robot::Robot()
     connect(&m_timer, &QTimer::timeout, this, [this] { poll(); });
 }
 
-void Robot::add(const QString &what, std::function<bool(QWidget *)> match,
-                std::function<void(QWidget *)> act)
-{
-    m_steps.push_back({what, std::move(match), {}, std::move(act)});
-}
-
 void Robot::answer(const QString &text, QMessageBox::StandardButton button)
 {
-    add(
-        "a box saying \"" + text + '"',
-        [text](QWidget *w) {
-            auto *box = qobject_cast<QMessageBox *>(w);
-            return box && box->text().contains(text);
-        },
-        [this, button](QWidget *w) {
-            auto *box = static_cast<QMessageBox *>(w);
-            if (QAbstractButton *pressed = box->button(button))
-                return click(pressed);
-            fail("the box \"" + box->text() + "\" has no such button");
-        });
+    m_steps.push_back({"a box saying \"" + text + '"',
+                       [text](QWidget *w) {
+                           auto *box = qobject_cast<QMessageBox *>(w);
+                           return box && box->text().contains(text);
+                       },
+                       [button](QWidget *w) {
+                           QAbstractButton *pressed = static_cast<QMessageBox *>(w)->button(button);
+                           ASSERT_TRUE(pressed) << "the box has no such button";
+                           click(pressed);
+                       }});
 }
 
 void Robot::stop()
@@ -113,9 +97,9 @@ void Robot::poll()
         return;
     }
     Step &next = m_steps.front();
-    const bool awaited = !next.condition && modal && next.match(modal);
+    const bool awaited = next.window && modal && next.match(modal);
     const bool ready =
-        next.condition ? next.condition() : awaited && isShown(modal) && modal->isActiveWindow();
+        next.window ? awaited && isShown(modal) && modal->isActiveWindow() : next.match(modal);
     if (!ready) {
         m_seen = nullptr;
         // The window manager may leave a window of this long-running process
@@ -130,7 +114,7 @@ void Robot::poll()
                  "; up instead: " + describe(modal));
         return;
     }
-    if (!next.condition && m_seen != modal) {
+    if (next.window && m_seen != modal) {
         m_seen = modal;
         return;
     }
@@ -195,9 +179,7 @@ void Robot::retype(QWidget *box, const QString &text)
 void Robot::settle(int ms)
 {
     m_quiet = true;
-    QEventLoop loop;
-    QTimer::singleShot(ms, &loop, &QEventLoop::quit);
-    loop.exec();
+    QTest::qWait(ms);
     m_quiet = false;
 }
 
@@ -218,54 +200,46 @@ QImage Robot::grab(QRect area, const QString &name)
     const QImage image = QGuiApplication::primaryScreen()
                              ->grabWindow(0, area.x(), area.y(), area.width(), area.height())
                              .toImage();
-    image.save(QDir(shotFolder()).filePath(name + ".png"));
+    const QDir folder(qEnvironmentVariable("HK_DISPLAY_SHOTS", "display-shots"));
+    folder.mkpath(".");
+    image.save(folder.filePath(name + ".png"));
     return image;
 }
 
-void Robot::shot(QWidget *window, const QString &name)
-{
-    settle();
-    const QRect area = placeOf(window) & window->screen()->geometry();
-    checkBlank(grab(area, name), name);
-}
-
-// Each window of the program is checked where it lies on the screen, so the
-// desktop around them does not count.
-void Robot::screenShot(const QString &name)
+// Each window is checked where it lies on the screen, so the desktop around it
+// does not count.
+void Robot::shot(const QString &name, QWidget *window)
 {
     settle();
     const QRect screen = QGuiApplication::primaryScreen()->geometry();
-    const QImage image = grab(screen, name);
-    for (QWidget *w : QApplication::topLevelWidgets()) {
-        const QRect area = w->isVisible() ? placeOf(w) & screen : QRect();
-        if (!area.isEmpty())
-            checkBlank(
-                image.copy(area),
-                QString("%1: %2 \"%3\"").arg(name, w->metaObject()->className(), w->windowTitle()));
+    const QRect area = window ? placeOf(window) & screen : screen;
+    const QImage image = grab(area, name);
+    for (QWidget *w : window ? QWidgetList{window} : QApplication::topLevelWidgets()) {
+        const QRect inside = w->isVisible() ? placeOf(w) & area : QRect();
+        if (!inside.isEmpty())
+            checkBlank(image.copy(inside.translated(-area.topLeft())),
+                       name + ": " + w->metaObject()->className());
     }
 }
 
 // A grab that looks blank: a few colours, or a quarter of it black.
 void Robot::checkBlank(const QImage &image, const QString &what)
 {
+    const QImage rgb = image.convertToFormat(QImage::Format_RGB32);
+    const auto *pixels = reinterpret_cast<const QRgb *>(rgb.constBits());
+    const qint64 all = qint64(rgb.width()) * rgb.height();
     QSet<QRgb> colours;
     qint64 black = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            const QRgb c = image.pixel(x, y) & 0xFFFFFF;
-            if (colours.size() < 8)
-                colours.insert(c);
-            black += qMax(qMax(qRed(c), qGreen(c)), qBlue(c)) < 16;
-        }
+    for (qint64 i = 0; i < all; ++i) {
+        const QRgb c = pixels[i] & 0xFFFFFF;
+        if (colours.size() < 8)
+            colours.insert(c);
+        black += qMax(qMax(qRed(c), qGreen(c)), qBlue(c)) < 16;
     }
-    const qint64 all = qMax(qint64(image.width()) * image.height(), qint64(1));
     if (colours.size() < 8 || black * 4 > all)
-        failures << QString("%1 looks blank: %2 colours, %3% black (%4 x %5)")
-                        .arg(what)
-                        .arg(colours.size())
-                        .arg(black * 100 / all)
-                        .arg(image.width())
-                        .arg(image.height());
+        failures << what + QString::asprintf(" looks blank: %d colours, %lld%% black (%d x %d)",
+                                             int(colours.size()), black * 100 / all, rgb.width(),
+                                             rgb.height());
 }
 
 } // namespace display

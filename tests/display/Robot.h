@@ -28,10 +28,9 @@ public:
     // When a form of class Form is the active modal window.
     template <class Form, class Act> void on(Act act)
     {
-        add(
-            Form::staticMetaObject.className(),
-            [](QWidget *w) { return qobject_cast<Form *>(w) != nullptr; },
-            [act](QWidget *w) { act(*static_cast<Form *>(w)); });
+        m_steps.push_back({Form::staticMetaObject.className(),
+                           [](QWidget *w) { return qobject_cast<Form *>(w) != nullptr; },
+                           [act](QWidget *w) { act(*static_cast<Form *>(w)); }});
     }
     // Presses `button` on the box whose text holds `text`.
     void answer(const QString &text, QMessageBox::StandardButton button);
@@ -39,12 +38,8 @@ public:
     void until(
         const QString &what, std::function<bool()> condition, std::function<void()> act = [] {})
     {
-        m_steps.push_back({what, {}, std::move(condition), [act](QWidget *) { act(); }});
-    }
-    // The active modal window when it is a Form.
-    template <class Form> static Form *modal()
-    {
-        return qobject_cast<Form *>(QApplication::activeModalWidget());
+        m_steps.push_back({what, [condition](QWidget *) { return condition(); },
+                           [act](QWidget *) { act(); }, false});
     }
 
     void start()
@@ -74,20 +69,13 @@ public:
     // Clicks the box and types over what it holds.
     static void retype(QWidget *box, const QString &text);
     static QString run(const QString &program, const QStringList &args);
-    // The window's _NET_WM_STATE as the window manager set it.
-    static QString wmState(QWidget *window)
-    {
-        return run("xprop", {"-id", QString::number(window->winId()), "_NET_WM_STATE"});
-    }
 
-    // The window's inside as the screen shows it, saved as NAME.png (names are
-    // unique across the tests). A grab that looks blank (a few colours, or a
-    // quarter of it black) fails the test.
-    void shot(QWidget *window, const QString &name);
+    // The window's inside (or the whole screen) as the screen shows it, saved as
+    // NAME.png (names are unique across the tests). A window of the program in it
+    // that looks blank (a few colours, or a quarter of it black) fails the test.
+    void shot(const QString &name, QWidget *window = nullptr);
     // The window's inside where the X server places it.
     static QRect placeOf(QWidget *window);
-    // The whole screen, with every window of the program on it checked so.
-    void screenShot(const QString &name);
     // Lets the program paint and settle without running a step.
     void settle(int ms = 150);
 
@@ -95,11 +83,9 @@ private:
     struct Step {
         QString what;
         std::function<bool(QWidget *)> match;
-        std::function<bool()> condition;
         std::function<void(QWidget *)> act;
+        bool window = true; // else a condition, whatever window is up
     };
-    void add(const QString &what, std::function<bool(QWidget *)> match,
-             std::function<void(QWidget *)> act);
     void poll();
     void fail(const QString &why);
     // Grabs the area of the screen and saves it as NAME.png.

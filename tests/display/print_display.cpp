@@ -13,22 +13,14 @@ using namespace display;
 using PreviewOnDisplay = ProgramTest;
 
 // The mouse alone reaches the right edge of a zoomed page; zoomed back the page
-// is centred; the preview finds and pages; the mail screen it opens types on its
-// own keys.
-TEST_F(PreviewOnDisplay, ZoomScrollFindPageAndMailFromThePreview)
+// is centred; the preview finds; the mail screen it opens types on its own keys.
+TEST_F(PreviewOnDisplay, ZoomScrollFindAndMailFromThePreview)
 {
-    int rightEdgeSeen = -1, leftAfter = -1, centredAt = 0, found = 0;
-    QString pageOf, typed;
     robot.on<frmSMPRNT_PREVIEW>([&](frmSMPRNT_PREVIEW &preview) {
         expectWhollyOnScreen(&preview);
-        Robot::key("End");
-        robot.settle();
-        pageOf = preview.lblPageOf->text();
-        Robot::key("Home");
         Robot::retype(preview.cboZoom, "200");
         Robot::key("Return");
         robot.settle();
-        EXPECT_EQ(preview.vsvPrinter->Zoom(), 200);
         // Presses on the scroll bar's track, right of its handle.
         QScrollBar *across = preview.vsvView->horizontalScrollBar();
         for (int i = 0; i < 12 && across->value() < across->maximum(); ++i) {
@@ -36,18 +28,19 @@ TEST_F(PreviewOnDisplay, ZoomScrollFindPageAndMailFromThePreview)
             robot.settle(60);
         }
         QWidget *page = preview.vsvView->widget();
-        rightEdgeSeen = page->geometry().right() - (preview.vsvView->viewport()->width() - 1);
-        robot.shot(&preview, "preview-200-right-edge");
+        EXPECT_EQ(page->geometry().right(), preview.vsvView->viewport()->width() - 1)
+            << "the page's right edge is reached with the mouse";
+        robot.shot("preview-200-right-edge", &preview);
         Robot::retype(preview.txtFind, "middle");
         Robot::click(preview.cmdFind[0]);
         robot.settle();
-        found = int(preview.vsvPrinter->page(preview.vsvPrinter->PreviewPage()).overlays.size());
+        EXPECT_EQ(preview.vsvPrinter->page(preview.vsvPrinter->PreviewPage()).overlays.size(), 1u);
         Robot::retype(preview.cboZoom, "50");
         Robot::key("Return");
         robot.settle();
-        leftAfter = page->x();
-        centredAt = (preview.vsvView->viewport()->width() - page->width()) / 2;
-        robot.shot(&preview, "preview-50-after-200");
+        EXPECT_EQ(page->x(), (preview.vsvView->viewport()->width() - page->width()) / 2)
+            << "zoomed back the page is centred, not shifted left";
+        robot.shot("preview-50-after-200", &preview);
         Robot::key("F8");
     });
     robot.on<frmSendMail>([&](frmSendMail &mail) {
@@ -55,8 +48,8 @@ TEST_F(PreviewOnDisplay, ZoomScrollFindPageAndMailFromThePreview)
         Robot::click(mail.txtTo);
         for (int i : {10, 12}) Robot::click(mail.cmdKeyPad[i]); // two letter keys
         robot.settle();
-        typed = mail.txtTo->text();
-        robot.screenShot("mail-from-preview");
+        EXPECT_EQ(mail.txtTo->text().size(), 2);
+        robot.shot("mail-from-preview");
         Robot::click(mail.cmdCancel);
     });
     robot.on<frmSMPRNT_PREVIEW>([&](frmSMPRNT_PREVIEW &) { Robot::key("Escape"); });
@@ -69,14 +62,7 @@ TEST_F(PreviewOnDisplay, ZoomScrollFindPageAndMailFromThePreview)
     frm.vsvPrinter->StartDoc();
     frm.vsvPrinter->setFontSize(14);
     frm.vsvPrinter->AddTable("<3000|<3000|>3360;", "left side|middle|right edge");
-    frm.vsvPrinter->NewPage();
-    frm.vsvPrinter->Paragraph("the second page");
     frm.vsvPrinter->EndDoc();
     robot.stop();
     setPreviewMailOpener(nullptr);
-    EXPECT_EQ(pageOf, "Page 2 of 2");
-    EXPECT_EQ(found, 1);
-    EXPECT_EQ(rightEdgeSeen, 0) << "the page's right edge is reached with the mouse";
-    EXPECT_EQ(leftAfter, centredAt) << "zoomed back the page is centred, not shifted left";
-    EXPECT_EQ(typed.size(), 2) << typed.toStdString();
 }

@@ -45,4 +45,8 @@ printf '#!/bin/sh\necho "$1" >> "$HK_DISPLAY_URLS"\n' >"$here/bin/xdg-open"
 chmod +x "$here/bin/xdg-open"
 export PATH="$here/bin:$PATH"
 export HK_DISPLAY_SHOTS="${HK_DISPLAY_SHOTS:-$PWD/display-shots}"
-"$@"
+# A modal loop that no step can reach must not hang the run.
+status=0
+timeout 110 "$@" || status=$?
+[ "$status" != 124 ] || echo "display tests: still running after 110 s, stopped"
+exit "$status"

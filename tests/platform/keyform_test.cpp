@@ -5,18 +5,12 @@
 #include <QLockFile>
 #include <QTest>
 #include <QUuid>
-#include <QVBoxLayout>
 #include <gtest/gtest.h>
 
 namespace {
 
 class RecordingForm : public platform::KeyPreviewForm {
 public:
-    RecordingForm()
-    {
-        box = new QLineEdit(this);
-        (new QVBoxLayout(this))->addWidget(box);
-    }
     void Form_KeyDown(int &KeyCode, int Shift) override
     {
         downs << KeyCode;
@@ -27,12 +21,9 @@ public:
     void Form_KeyPress(int &KeyAscii) override
     {
         presses << KeyAscii;
-        if (KeyAscii >= 'a' && KeyAscii <= 'z')
-            KeyAscii -= 32;
-        if (KeyAscii == '#')
-            KeyAscii = 0;
+        KeyAscii = KeyAscii == '#' ? 0 : QChar::toUpper(char32_t(KeyAscii));
     }
-    QLineEdit *box;
+    QLineEdit *box = new QLineEdit(this);
     QList<int> downs, shifts, presses;
 };
 
