@@ -65,8 +65,7 @@ TEST_F(ReplaceTest, ReplaceChangesEveryKeyAfterAPreviewAndUndoPutsEveryFileBack)
     for (int n = 1; n <= kSets; ++n) {
         EXPECT_EQ(line(n, 1), keyLine(1, "COLA 330ML", "0002001.0", "No")) << n;
         EXPECT_EQ(line(n, 2), n % 2 ? keyLine(2, "Coffee Id", "", "")
-                                    : keyLine(2, "COLA 330ML", "0002001.0", "No"))
-            << n;
+                                    : keyLine(2, "COLA 330ML", "0002001.0", "No"));
         EXPECT_EQ(line(n, 3), keyLine(3, "Tea", "0009999.0", "No")) << n;
         ASSERT_EQ(versions::list(name(n)).size(), 1);
         EXPECT_EQ(versions::bytesOf(versions::list(name(n)).first()), original[name(n)]);
