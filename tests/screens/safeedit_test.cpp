@@ -53,12 +53,6 @@ protected:
     }
 };
 
-QByteArray newestVersion(const QString &fileName)
-{
-    const QList<versions::Version> kept = versions::list(fileName);
-    return kept.isEmpty() ? QByteArray() : versions::bytesOf(kept.first());
-}
-
 } // namespace
 
 TEST_F(SafeEditTest, UndoAndRedoWalkMixedStepsBackToTheFileAsRead)
@@ -76,8 +70,6 @@ TEST_F(SafeEditTest, UndoAndRedoWalkMixedStepsBackToTheFileAsRead)
     EXPECT_EQ(gHotKeyGroups[3].Color, kSilverColor) << "its first title turns it silver";
     QTest::mouseClick(editor->cmdGroup_OkCancel[1], Qt::LeftButton);
     drag(editor->cmdHkGroup[1][1], editor->cmdHkGroup[2][1]);
-    EXPECT_EQ(captions(*editor, 1), QStringList({"Espresso", "", ""}));
-    EXPECT_EQ(captions(*editor, 2), QStringList({"Cake", "Tea", ""}));
 
     QTest::mouseClick(editor->cmdUndo, Qt::LeftButton); // the drag
     EXPECT_EQ(captions(*editor, 1), QStringList({"Espresso", "Tea", ""}));
@@ -86,11 +78,9 @@ TEST_F(SafeEditTest, UndoAndRedoWalkMixedStepsBackToTheFileAsRead)
     EXPECT_EQ(editor->txtEdit->text(), "") << "the open panel shows the undone title";
     QTest::keyClick(editor->txtEdit, Qt::Key_F10);
     EXPECT_TRUE(editor->cmdRedo->isEnabled()) << "so its Accept stores nothing again";
-    EXPECT_EQ(editor->cmdEdit_Group[3]->caption(), "");
     QTest::mouseClick(editor->cmdGroup_OkCancel[1], Qt::LeftButton);
     QTest::keyClick(editor->cmdHkGroup[1][0], Qt::Key_Y, Qt::ControlModifier);
     EXPECT_EQ(editor->cmdEdit_Group[3]->caption(), "Meals");
-    EXPECT_TRUE(editor->cmdRedo->isEnabled());
     for (int i = 0; i < 2; ++i)
         QTest::keyClick(editor->cmdHkGroup[1][0], Qt::Key_Z, Qt::ControlModifier);
     EXPECT_EQ(captions(*editor, 1), QStringList({"Coffee", "Tea", ""}));
@@ -117,14 +107,13 @@ TEST_F(SafeEditTest, UndoAndRedoWalkMixedStepsBackToTheFileAsRead)
     EXPECT_EQ(readDataFile("HKSET01.SDF"), handWritten) << "BLUE and the line ends kept";
 }
 
-TEST_F(SafeEditTest, DraggingSwapsKeysPictureAndAllAndCtrlCopiesAfterAskingOverADefinedKey)
+TEST_F(SafeEditTest, DraggingSwapsKeysPictureAndAllCtrlCopiesAfterAskingAndAFingerMustHold)
 {
     auto editor = openEditor();
     drag(editor->cmdHkGroup[1][0], editor->cmdHkGroup[2][0]);
     EXPECT_EQ(captions(*editor, 1), QStringList({"Cake", "Tea", ""}));
     EXPECT_EQ(gHotKeyGroups[1].Buttons[1].Icon, "cake.jpg");
     EXPECT_EQ(gHotKeyGroups[2].Buttons[1].Item, "0001");
-    EXPECT_FALSE(editor->findChild<QLabel *>("lblDragKey")->isVisible());
 
     dialogs.answer(vbNo);
     drag(editor->cmdHkGroup[1][1], editor->cmdHkGroup[2][0], Qt::ControlModifier);
@@ -142,11 +131,8 @@ TEST_F(SafeEditTest, DraggingSwapsKeysPictureAndAllAndCtrlCopiesAfterAskingOverA
     EXPECT_EQ(captions(*editor, 1), QStringList({"Coffee", "Tea", ""}));
     EXPECT_TRUE(editor->cmdHkGroup[1][0]->picture().isNull())
         << "a key that gave its picture away shows none";
-}
 
-TEST_F(SafeEditTest, AKeyHeldByAFingerIsDraggedAndATapStillPressesIt)
-{
-    auto editor = openEditor();
+    // By touch: a key held by a finger is dragged, one moved at once is not.
     // Deleting the device takes it out of Qt's list again.
     const std::unique_ptr<QPointingDevice> device(QTest::createTouchDevice());
     QPointingDevice *screen = device.get();
@@ -186,7 +172,8 @@ TEST_F(SafeEditTest, AcceptAfterAnotherStationSavedOrRemovedTheSetAsksAndKeepsIt
                        vbYesNo + vbExclamation + vbDefaultButton2, "Changed at Another Station"));
     EXPECT_TRUE(editor->isVisible());
     EXPECT_EQ(readDataFile("HKSET01.SDF"), theirs);
-    EXPECT_EQ(newestVersion("HKSET01.SDF"), theirs);
+    ASSERT_EQ(versions::list("HKSET01.SDF").size(), 1);
+    EXPECT_EQ(versions::bytesOf(versions::list("HKSET01.SDF").first()), theirs);
 
     dialogs.answer(vbYes);
     QTest::mouseClick(editor->cmdOkCancel[0], Qt::LeftButton);
@@ -207,31 +194,4 @@ TEST_F(SafeEditTest, AcceptAfterAnotherStationSavedOrRemovedTheSetAsksAndKeepsIt
         EXPECT_EQ(QFile::exists(dataPath() + "/HKSET01.SDF"), answer == vbYes);
     }
     EXPECT_EQ(readDataFile("HKSET01.SDF"), mine);
-}
-
-TEST_F(SafeEditTest, SpecialAndCouponScreensAskBeforeOverwritingAnotherStationsKeys)
-{
-    for (const bool coupons : {false, true}) {
-        const QString file = coupons ? "COUPON.BDF" : "SPECIAL.BDF";
-        writeDataFile(file, coupons ? "[BUTTON]1[CAPTION]Old[KEY]~SCOUPN[VALUE]1\r\n"
-                                    : "[BUTTON]1[CAPTION]Old[KEY]*\r\n");
-        auto screen = openKeys(coupons);
-        modal.on<frmSpecialKey_edit>([](frmSpecialKey_edit &edit) {
-            edit.txtEdit->setText("New");
-            edit.TxtAmount->setText("2");
-            edit.cboEdit->setEditText("/"); // not the old key's character
-            QTest::keyClick(edit.txtEdit, Qt::Key_F10);
-        });
-        QTest::mouseClick(screen->cmdSpecial[1], Qt::LeftButton);
-        const QByteArray theirs = "[BUTTON]3[CAPTION]Theirs[KEY]/\r\n";
-        writeDataFile(file, theirs);
-        dialogs.answer(vbNo);
-        QTest::mouseClick(screen->cmdOkCancel[0], Qt::LeftButton);
-        EXPECT_TRUE(boxTexts().value(0).startsWith(
-            (coupons ? "The coupon key file" : "The special key file") +
-            QString(" was saved at another station")));
-        EXPECT_EQ(readDataFile(file), theirs);
-        EXPECT_TRUE(screen->isVisible());
-        EXPECT_EQ(newestVersion(file), theirs);
-    }
 }
