@@ -25,7 +25,6 @@ TEST_F(EditorTest, ASetIsBuiltThroughTheScreensAndWrittenAsTheFileFormatSays)
 {
     savePicture("coffee.jpg");
     auto main = openSetList();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(main.get()));
     modal.on<frmHotKeys>([&](frmHotKeys &editor) {
         EXPECT_EQ(editor.txtButtonSet->text(), "New Set 01");
         EXPECT_TRUE(editor.cmdOkCancel[0]->isHidden());
@@ -162,7 +161,6 @@ TEST_F(EditorTest, FinderLeavesOutTheSetBeingEditedByNumber)
     EXPECT_EQ(finder->lstItems->item(0)->text(), "12 Twelve");
 
     finder = open("12");
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(finder.get()));
     const QListWidget *list = finder->lstItems;
     doubleClick(list->viewport(), list->visualItemRect(list->item(0)).center());
     EXPECT_FALSE(finder->Canceled);

@@ -59,12 +59,25 @@ TEST_F(SetFixTest, EachFixMendsItsKeyKeepsAVersionAndTheListIsCheckedAgain)
         const qsizetype kept = versions::list("HKSET01.SDF").size();
         pick(c.row);
         EXPECT_EQ(list->cmdFix[0]->text(), c.caption);
-        EXPECT_TRUE(list->cmdFix[0]->isEnabled());
         list->cmdFix[0]->click();
         EXPECT_EQ(line("01", c.key), c.after) << c.row;
         EXPECT_EQ(versions::list("HKSET01.SDF").size(), kept + 1) << c.row;
         EXPECT_EQ(rowOf(c.row), -1) << c.row << " is still listed";
     }
+    // A missing item opens the key dialog on its key.
+    pick("01 5 sells S/L 0005555.0");
+    EXPECT_EQ(list->cmdFix[0]->text(), "&Fix: Edit the Key...");
+    modal.on<frmHotKey_Define>([](frmHotKey_Define &dialog) {
+        EXPECT_EQ(dialog.ButtonLabel, "Ghost");
+        EXPECT_EQ(dialog.ButtonNumber, "5");
+        dialog.ButtomItem = "0001234.5";
+        dialog.ButtonLabel = "Coffee";
+        dialog.Canceled = false;
+    });
+    list->cmdFix[0]->click();
+    EXPECT_EQ(line("01", 5), keyLine(5, "Coffee", "0001234.5", "No"));
+    EXPECT_EQ(rowOf("01 5 sells S/L 0005555.0"), -1);
+
     // The whole file as the editor writes it: CR LF, every column and key.
     EXPECT_TRUE(
         readDataFile("HKSET01.SDF").startsWith("[SET]Set 01\r\n[GROUP]1[CAPTION]Col[COLOR]\r\n"));
@@ -86,20 +99,4 @@ TEST_F(SetFixTest, FixAllMendsEveryLineOfTheKindAfterOneQuestionAndTheRightClick
     EXPECT_EQ(line("01", 2), keyLine(2, "Self", "", "No", "1")) << "another kind stays";
     EXPECT_EQ(rowOf("01 1 opens"), -1);
     EXPECT_GT(rowOf("01 2 opens its own set"), 0);
-}
-
-TEST_F(SetFixTest, AMissingItemOpensTheKeyDialogOnItsKeyAndSavesWhatTheUserAccepts)
-{
-    pick("01 5 sells S/L 0005555.0");
-    EXPECT_EQ(list->cmdFix[0]->text(), "&Fix: Edit the Key...");
-    modal.on<frmHotKey_Define>([](frmHotKey_Define &dialog) {
-        EXPECT_EQ(dialog.ButtonLabel, "Ghost");
-        EXPECT_EQ(dialog.ButtonNumber, "5");
-        dialog.ButtomItem = "0001234.5";
-        dialog.ButtonLabel = "Coffee";
-        dialog.Canceled = false;
-    });
-    list->cmdFix[0]->click();
-    EXPECT_EQ(line("01", 5), keyLine(5, "Coffee", "0001234.5", "No"));
-    EXPECT_EQ(rowOf("01 5 sells S/L 0005555.0"), -1);
 }

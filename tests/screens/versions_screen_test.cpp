@@ -17,7 +17,7 @@ protected:
 
 } // namespace
 
-TEST_F(VersionsScreenTest, TheSetListShowsASetsVersionsOrThatNoneIsKeptAndRestoresOneOrARemovedSet)
+TEST_F(VersionsScreenTest, TheSetListShowsASetsVersionsOrThatNoneIsKeptComparesAndRestoresThem)
 {
     auto main = openSetList();
     modal.on<frmVersions>([](frmVersions &screen) {
@@ -35,6 +35,19 @@ TEST_F(VersionsScreenTest, TheSetListShowsASetsVersionsOrThatNoneIsKeptAndRestor
     const QByteArray salad = versions::bytesOf(versions::list("HKSET01.SDF").first());
 
     main->Form_Load();
+    QStringList said;
+    QImage differ;
+    modal.on<frmVersionCompare>([&](frmVersionCompare &compare) {
+        EXPECT_EQ(compare.cboRight->count(), 2);
+        EXPECT_EQ(compare.cboRight->itemText(0), "The set as it is now");
+        EXPECT_TRUE(compare.cboRight->itemText(1).startsWith("Before ")) << "the newer, first";
+        for (int i = 0; i < compare.lstDifferences->count(); ++i)
+            said << compare.lstDifferences->item(i)->text();
+        differ = compare.picLeft->pixmap().toImage();
+        compare.cboRight->setCurrentIndex(compare.cboRight->findText("The set as it is now"));
+        said << compare.lstDifferences->item(0)->text() << compare.lblStatus->text();
+        QTest::keyClick(&compare, Qt::Key_Escape);
+    });
     modal.on<frmVersions>([&](frmVersions &screen) {
         EXPECT_EQ(screen.cboSet->currentText(), "01 Dinner");
         EXPECT_EQ(screen.cboSet->itemText(1), "02  (removed)");
@@ -42,6 +55,7 @@ TEST_F(VersionsScreenTest, TheSetListShowsASetsVersionsOrThatNoneIsKeptAndRestor
         EXPECT_EQ(screen.cmdKey[1][2]->caption(), "Salad");
         screen.lstVersions->setCurrentRow(1);
         EXPECT_EQ(screen.cmdKey[1][2]->caption(), "Soup");
+        screen.cmdCompare->click();
 
         screen.lstVersions->setCurrentRow(0);
         dialogs.answer(vbNo);
@@ -62,7 +76,7 @@ TEST_F(VersionsScreenTest, TheSetListShowsASetsVersionsOrThatNoneIsKeptAndRestor
         QTest::keyClick(&screen, Qt::Key_Escape);
     });
     QTest::keyClick(main->fgrdItems, Qt::Key_V);
-    EXPECT_EQ(modal.shown, QStringList({"frmVersions", "frmVersions"}));
+    EXPECT_EQ(modal.shown, QStringList({"frmVersions", "frmVersions", "frmVersionCompare"}));
     const QList<Box> asked = boxes();
     ASSERT_EQ(asked.size(), 3);
     EXPECT_EQ(asked[0].title, "Restore Version");
@@ -72,6 +86,16 @@ TEST_F(VersionsScreenTest, TheSetListShowsASetsVersionsOrThatNoneIsKeptAndRestor
                                        "\r\rRestore it?"));
     EXPECT_EQ(main->fgrdItems->Rows(), 3) << "the restored set is listed again";
     EXPECT_EQ(main->fgrdItems->TextMatrix(1, 1), "Lunch");
+    EXPECT_EQ(said, QStringList({"Column 2 key 3: label Soup -> Salad", "Title: Lunch -> Dinner",
+                                 "2 differences, framed in red on both panels."}));
+    // The differing key is framed in red.
+    const auto reds = [](const QImage &image) {
+        int n = 0;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x) n += image.pixel(x, y) == qRgb(220, 0, 0);
+        return n;
+    };
+    EXPECT_GT(reds(differ), 100);
 }
 
 TEST_F(VersionsScreenTest, RestoringARemovedSetPutsBackTheKeysItsRemovalClearedWhereStillEmpty)
@@ -107,40 +131,4 @@ TEST_F(VersionsScreenTest, RestoringARemovedSetPutsBackTheKeysItsRemovalClearedW
                              "it, and their places are still empty.\r\rPut those keys back as "
                              "they were before the removal?");
     EXPECT_EQ(asked[1].style, vbYesNo + vbQuestion);
-}
-
-TEST_F(VersionsScreenTest, CompareDrawsBothStatesMarksTheKeysThatDifferAndSaysHow)
-{
-    saveSet("01", "Lunch", "Soup");
-    saveSet("01", "Lunch", "Salad");
-    saveSet("01", "Dinner", "Steak"); // two versions kept: Soup, then Salad
-    QStringList said;
-    QImage differ;
-    modal.on<frmVersionCompare>([&](frmVersionCompare &compare) {
-        EXPECT_EQ(compare.cboRight->count(), 2);
-        EXPECT_EQ(compare.cboRight->itemText(0), "The set as it is now");
-        EXPECT_TRUE(compare.cboRight->itemText(1).startsWith("Before ")) << "the newer, first";
-        for (int i = 0; i < compare.lstDifferences->count(); ++i)
-            said << compare.lstDifferences->item(i)->text();
-        differ = compare.picLeft->pixmap().toImage();
-        compare.cboRight->setCurrentIndex(compare.cboRight->findText("The set as it is now"));
-        said << compare.lstDifferences->item(0)->text() << compare.lblStatus->text();
-        QTest::keyClick(&compare, Qt::Key_Escape);
-    });
-    modal.on<frmVersions>([](frmVersions &screen) {
-        screen.lstVersions->setCurrentRow(1); // Soup, the older
-        screen.cmdCompare->click();
-        screen.reject();
-    });
-    openSetList()->cmdVersions->click();
-    EXPECT_EQ(said, QStringList({"Column 2 key 3: label Soup -> Salad", "Title: Lunch -> Dinner",
-                                 "2 differences, framed in red on both panels."}));
-    // The differing key is framed in red.
-    const auto reds = [](const QImage &image) {
-        int n = 0;
-        for (int y = 0; y < image.height(); ++y)
-            for (int x = 0; x < image.width(); ++x) n += image.pixel(x, y) == qRgb(220, 0, 0);
-        return n;
-    };
-    EXPECT_GT(reds(differ), 100);
 }
