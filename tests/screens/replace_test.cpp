@@ -48,9 +48,8 @@ protected:
 
 } // namespace
 
-TEST_F(ReplaceTest, ReplaceChangesEveryKeyAfterAPreviewAndUndoPutsEveryFileBack)
+TEST_F(ReplaceTest, ReplaceChangesEveryKeyAfterAPreviewAndUndoPutsEveryFileBackUnlessChanged)
 {
-    ASSERT_EQ(list->fgrdItems->Rows() - 1, 75);
     replaceWithCola(true, [](frmReplaceItem &preview) {
         EXPECT_EQ(preview.fgrdKeys->Rows() - 1, 75);
         QStringList firstRow;
@@ -65,15 +64,13 @@ TEST_F(ReplaceTest, ReplaceChangesEveryKeyAfterAPreviewAndUndoPutsEveryFileBack)
     for (int n = 1; n <= kSets; ++n) {
         EXPECT_EQ(line(n, 1), keyLine(1, "COLA 330ML", "0002001.0", "No")) << n;
         EXPECT_EQ(line(n, 2), n % 2 ? keyLine(2, "Coffee Id", "", "")
-                                    : keyLine(2, "COLA 330ML", "0002001.0", "No"))
-            << n;
+                                    : keyLine(2, "COLA 330ML", "0002001.0", "No"));
         EXPECT_EQ(line(n, 3), keyLine(3, "Tea", "0009999.0", "No")) << n;
         ASSERT_EQ(versions::list(name(n)).size(), 1);
         EXPECT_EQ(versions::bytesOf(versions::list(name(n)).first()), original[name(n)]);
     }
     EXPECT_EQ(list->fgrdItems->Rows(), 1) << "no key sells the coffee any more";
     EXPECT_TRUE(list->lblStatus->text().startsWith("Replaced on 75 keys in 50 sets"));
-    EXPECT_TRUE(list->cmdUndoReplace->isEnabled());
 
     list->cmdUndoReplace->click();
     for (int n = 1; n <= kSets; ++n) {
@@ -82,10 +79,8 @@ TEST_F(ReplaceTest, ReplaceChangesEveryKeyAfterAPreviewAndUndoPutsEveryFileBack)
     }
     EXPECT_EQ(list->fgrdItems->Rows() - 1, 75);
     EXPECT_FALSE(list->cmdUndoReplace->isEnabled());
-}
 
-TEST_F(ReplaceTest, ASetChangedElsewhereIsLeftAloneAndUndoIsRefusedAfterAnotherStationsChange)
-{
+    // A set changed at another station is left alone, and so is every set by Undo after one.
     const QByteArray theirs = "[SET]Changed at the till\r\n";
     replaceWithCola(false, [&](frmReplaceItem &) { writeDataFile(name(3), theirs); });
     EXPECT_EQ(boxTexts(),
