@@ -60,13 +60,10 @@ TEST_F(StartupTest, AStartWithoutAStoreEndsAndOneWithAStoreReadsTheSearchSetting
     writeDataFile("ZEL.INI", "[Primary Search Fields]\r\nSearch for Inventory by:=Stock Locater\r\n"
                              "Search for Name by:=ARCode\r\n");
     writeDataFile("HKSET01.SDF", "[SET]First\r\n");
-    bool shown = false;
-    modal.drive("frmMain", [&](QDialog &form) {
-        shown = true;
-        QTest::keyClick(&form, Qt::Key_Escape); // closing the main screen ends the program
-    });
+    // Closing the main screen ends the program.
+    modal.drive("frmMain", [](QDialog &form) { QTest::keyClick(&form, Qt::Key_Escape); });
     EXPECT_EQ(testing_support::runMain(), 0);
-    EXPECT_TRUE(shown);
+    EXPECT_EQ(modal.shown, QStringList({"frmMain"}));
     EXPECT_TRUE(QDir(dataPath() + "/pictures/HotKeys").exists());
     EXPECT_EQ(QString("%1 %2").arg(giInventorySearch).arg(giNameSearch), "2 2");
     EXPECT_EQ(gsStoreNumber, "3");
