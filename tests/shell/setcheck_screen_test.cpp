@@ -34,9 +34,8 @@ protected:
         ASSERT_TRUE(QFile::remove(gsHotKeyPicturePath + "bread.jpg"));
         ASSERT_EQ(glDBSM_Execute("UPDATE invt1 SET Status = 'D' WHERE SL = '00030020'"), 1);
     }
-    static QStringList rows(QDialog &form)
+    static QStringList rows(const frmSetCheck &list)
     {
-        const auto &list = static_cast<frmSetCheck &>(form);
         QStringList out;
         for (int r = 1; r < list.fgrdItems->Rows(); ++r) {
             QStringList cells;
@@ -54,99 +53,35 @@ protected:
     std::unique_ptr<frmMain> form;
 };
 
-const QString kPicture =
-    "01 | Main Menu | 2 | 3 | shows the picture \"bread.jpg\", which is not in the pictures folder";
+const QString kNoBread = "shows the picture \"bread.jpg\", which is not in the pictures folder";
 const QString kLink = "01 | Main Menu | 4 | 4 | opens set 12, which is no longer in the data "
                       "folder: the key leads nowhere";
 const QString kDeleted =
     "04 | Sandwiches | 1 | 2 | sells S/L 0003002.0, which is marked deleted in the inventory";
-const QString kPicture2 =
-    "06 | Bakery | 1 | 1 | shows the picture \"bread.jpg\", which is not in the pictures folder";
 
 } // namespace
 
-TEST_F(SetCheckScreenTest, CheckSetsFindsThePlantedFaultsAndADoubleClickEditsAndRefreshes)
+// The list prints through the preview; Cancel stops the check and says so; a double
+// click edits the set and the list is read again when the editor closes.
+TEST_F(SetCheckScreenTest, CheckSetsFindsThePlantedFaultsPrintsCancelsAndEditsOnADoubleClick)
 {
     load();
-    modal.drive("frmSetCheck", [](QDialog &f) { EXPECT_EQ(rows(f), QStringList()); });
+    modal.on<frmSetCheck>([](frmSetCheck &list) { EXPECT_EQ(rows(list), QStringList()); });
     form->cmdCheck->click(); // the demo as it is seeded has nothing wrong
 
     plantFaults();
-    QStringList before, after;
-    modal.drive("frmSetCheck", [&](QDialog &f) {
-        auto &list = static_cast<frmSetCheck &>(f);
-        before = rows(f);
-        EXPECT_EQ(list.lblStatus->text(),
-                  "4 faults found in 3 of 11 sets. Double click a line to open its set.");
-        list.fgrdItems->setRow(3);
-        emit list.fgrdItems->cellDoubleClicked(2, 0);
-        after = rows(f);
-    });
-    modal.drive("frmHotKeys", [](QDialog &f) {
-        EXPECT_EQ(static_cast<frmHotKeys &>(f).HotKeySet, "04");
-        // Mended while the editor is open: the list shows it when the editor closes.
-        EXPECT_TRUE(
-            QFile::copy(gsHotKeyPicturePath + "coffee.jpg", gsHotKeyPicturePath + "bread.jpg"));
-    });
-    QTest::keyClick(form->fgrdItems, Qt::Key_F7);
-    EXPECT_EQ(before, QStringList({kPicture, kLink, kDeleted, kPicture2}));
-    EXPECT_EQ(after, QStringList({kLink, kDeleted}));
-    EXPECT_EQ(modal.shown, QStringList({"frmSetCheck", "frmSetCheck", "frmHotKeys"}));
-}
-
-TEST_F(SetCheckScreenTest, WhereUsedListsTheKeysOfAnItemTypedOrPickedAndOfTheSelectedSet)
-{
-    plantFaults(); // a deleted item is still found where it is used
-    load();
-    modal.drive("frmSetCheck", [](QDialog &f) {
-        auto &list = static_cast<frmSetCheck &>(f);
-        EXPECT_TRUE(list.txtItem->isVisible());
-        EXPECT_EQ(list.focusWidget(), list.txtItem);
-        list.txtItem->setText("3002"); // the short form of 0003002.0
-        QTest::keyClick(list.txtItem, Qt::Key_Return);
-        EXPECT_EQ(rows(f), QStringList({"04 | Sandwiches | 1 | 2 | \"BLT\" sells S/L 0003002.0"}));
-        EXPECT_EQ(list.lblStatus->text(),
-                  "1 key of the 11 sets sells S/L 0003002.0 or Item ID DEMO-15 (BLT).");
-        QTest::keyClick(list.txtItem, Qt::Key_F3); // the lookup picks another item
-        EXPECT_EQ(rows(f), QStringList({"02 | Hot Drinks | 1 | 1 | \"Coffee Small\" sells S/L "
-                                        "0001234.5"}));
-        list.txtItem->setText("ESPRESSO"); // an Item ID, typed
-        list.cmdSearch->click();
-        EXPECT_EQ(rows(f), QStringList({"02 | Hot Drinks | 1 | 3 | \"Espresso\" sells Item ID "
-                                        "ESPRESSO"}));
-    });
-    modal.drive("frm_Lookup", [](QDialog &) { gLookup.gsLookupCode = "00012345"; });
-    form->mnuWhereUsedType[0]->trigger();
-
-    form->fgrdItems->setRow(2); // set 02
-    modal.drive("frmSetCheck", [](QDialog &f) {
-        EXPECT_EQ(rows(f), QStringList({"01 | Main Menu | 1 | 1 | \"Hot Drinks\" opens set 02",
-                                        "03 | Cold Drinks | 4 | 2 | \"Hot Drinks\" opens set 02"}));
-    });
-    form->mnuWhereUsedType[1]->trigger();
-    EXPECT_EQ(modal.shown, QStringList({"frmSetCheck", "frm_Lookup", "frmSetCheck"}));
-}
-
-TEST_F(SetCheckScreenTest, TheListPrintsThroughThePreviewAndCancelStopsTheCheckAndSaysSo)
-{
-    plantFaults();
-    load();
     QStringList printed;
-    modal.drive("frmSetCheck", [](QDialog &f) {
-        QTest::keyClick(static_cast<frmSetCheck &>(f).fgrdItems, Qt::Key_F9);
-    });
-    modal.drive("frmSMPRNT_PREVIEW", [&](QDialog &d) {
-        const print::PageDocument &doc = *static_cast<frmSMPRNT_PREVIEW &>(d).vsvPrinter;
-        EXPECT_EQ(doc.PageCount(), 1);
-        printed = testing_support::pageTexts(doc, 1);
+    modal.on<frmSetCheck>([](frmSetCheck &list) { QTest::keyClick(list.fgrdItems, Qt::Key_F9); });
+    modal.on<frmSMPRNT_PREVIEW>([&](frmSMPRNT_PREVIEW &preview) {
+        EXPECT_EQ(preview.vsvPrinter->PageCount(), 1);
+        printed = testing_support::pageTexts(*preview.vsvPrinter, 1);
     });
     form->cmdCheck->click();
     EXPECT_TRUE(printed.contains("Check Sets")) << printed.join(" / ").toStdString();
     EXPECT_TRUE(printed.contains("Sandwiches"));
     EXPECT_TRUE(printed.contains("sells S/L 0003002.0, which is marked deleted in the inventory"));
 
-    modal.drive("frmSetCheck", [](QDialog &f) {
-        auto &list = static_cast<frmSetCheck &>(f);
+    modal.on<frmSetCheck>([](frmSetCheck &list) {
         QTimer::singleShot(0, &list, [&list] { list.Progress->cancel(); });
         EXPECT_FALSE(list.mpList_fill());
         EXPECT_TRUE(list.lblStatus->text().startsWith("Canceled after "))
@@ -154,6 +89,60 @@ TEST_F(SetCheckScreenTest, TheListPrintsThroughThePreviewAndCancelStopsTheCheckA
         EXPECT_LT(list.fgrdItems->Rows() - 1, 4);
     });
     form->cmdCheck->click();
+
+    QStringList before, after;
+    modal.on<frmSetCheck>([&](frmSetCheck &list) {
+        before = rows(list);
+        EXPECT_EQ(list.lblStatus->text(),
+                  "4 faults found in 3 of 11 sets. Double click a line to open its set.");
+        list.fgrdItems->setRow(3);
+        emit list.fgrdItems->cellDoubleClicked(2, 0);
+        after = rows(list);
+    });
+    modal.on<frmHotKeys>([](frmHotKeys &editor) {
+        EXPECT_EQ(editor.HotKeySet, "04");
+        // Mended while the editor is open: the list shows it when the editor closes.
+        EXPECT_TRUE(
+            QFile::copy(gsHotKeyPicturePath + "coffee.jpg", gsHotKeyPicturePath + "bread.jpg"));
+    });
+    QTest::keyClick(form->fgrdItems, Qt::Key_F7);
+    EXPECT_EQ(before, QStringList({"01 | Main Menu | 2 | 3 | " + kNoBread, kLink, kDeleted,
+                                   "06 | Bakery | 1 | 1 | " + kNoBread}));
+    EXPECT_EQ(after, QStringList({kLink, kDeleted}));
+    EXPECT_EQ(modal.shown.mid(4), QStringList({"frmSetCheck", "frmHotKeys"}));
+}
+
+TEST_F(SetCheckScreenTest, WhereUsedListsTheKeysOfAnItemTypedOrPickedAndOfTheSelectedSet)
+{
+    plantFaults(); // a deleted item is still found where it is used
+    load();
+    modal.on<frmSetCheck>([](frmSetCheck &list) {
+        EXPECT_EQ(list.focusWidget(), list.txtItem);
+        list.txtItem->setText("3002"); // the short form of 0003002.0
+        QTest::keyClick(list.txtItem, Qt::Key_Return);
+        EXPECT_EQ(rows(list),
+                  QStringList({"04 | Sandwiches | 1 | 2 | \"BLT\" sells S/L 0003002.0"}));
+        EXPECT_EQ(list.lblStatus->text(),
+                  "1 key of the 11 sets sells S/L 0003002.0 or Item ID DEMO-15 (BLT).");
+        QTest::keyClick(list.txtItem, Qt::Key_F3); // the lookup picks another item
+        EXPECT_EQ(rows(list), QStringList({"02 | Hot Drinks | 1 | 1 | \"Coffee Small\" sells S/L "
+                                           "0001234.5"}));
+        list.txtItem->setText("ESPRESSO"); // an Item ID, typed
+        list.cmdSearch->click();
+        EXPECT_EQ(rows(list), QStringList({"02 | Hot Drinks | 1 | 3 | \"Espresso\" sells Item ID "
+                                           "ESPRESSO"}));
+    });
+    modal.drive("frm_Lookup", [](QDialog &) { gLookup.gsLookupCode = "00012345"; });
+    form->mnuWhereUsedType[0]->trigger();
+
+    form->fgrdItems->setRow(2); // set 02
+    modal.on<frmSetCheck>([](frmSetCheck &list) {
+        EXPECT_EQ(rows(list),
+                  QStringList({"01 | Main Menu | 1 | 1 | \"Hot Drinks\" opens set 02",
+                               "03 | Cold Drinks | 4 | 2 | \"Hot Drinks\" opens set 02"}));
+    });
+    form->mnuWhereUsedType[1]->trigger();
+    EXPECT_EQ(modal.shown, QStringList({"frmSetCheck", "frm_Lookup", "frmSetCheck"}));
 }
 
 TEST_F(SetCheckScreenTest, LayoutPrintsEverySetAsItsPanelOnePerLandscapePage)
@@ -162,8 +151,8 @@ TEST_F(SetCheckScreenTest, LayoutPrintsEverySetAsItsPanelOnePerLandscapePage)
     std::vector<QImage> panels;
     QStringList headers;
     int orientation = -1;
-    modal.drive("frmSMPRNT_PREVIEW", [&](QDialog &d) {
-        const print::PageDocument &doc = *static_cast<frmSMPRNT_PREVIEW &>(d).vsvPrinter;
+    modal.on<frmSMPRNT_PREVIEW>([&](frmSMPRNT_PREVIEW &preview) {
+        const print::PageDocument &doc = *preview.vsvPrinter;
         orientation = doc.Orientation();
         for (int n = 1; n <= doc.PageCount(); ++n) {
             ASSERT_EQ(doc.page(n).pictures.size(), 1u);
