@@ -1,5 +1,4 @@
 #include "print/PageDocument.h"
-#include "print/sm_Print.h"
 #include "support/PrintSupport.h"
 #include <QFontMetricsF>
 #include <QImage>
@@ -35,14 +34,6 @@ qreal bottomOfContent(const Page &page)
 }
 
 } // namespace
-
-TEST(PrintHeadings, HeaderLeavesOutABlankDate)
-{
-    gsReportTitle = "Hot Key Sets";
-    gsReportSubtitle = "Stock Numbers & Description";
-    gsReportDate = "  ";
-    EXPECT_EQ(gfsPrint_Header(), "Hot Key Sets|Stock Numbers & Description");
-}
 
 TEST(PageDocument, RowsAreNeverCutAndEveryPageGetsItsNumber)
 {
