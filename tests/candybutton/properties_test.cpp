@@ -12,7 +12,7 @@ QList<quint32> faceColours(const CandyButton &b)
     return {b.ColorButtonUp(), b.ColorButtonHover(), b.ColorButtonDown(), b.ColorBright()};
 }
 
-TEST_F(CandyProperties, ASchemeSetsTheFacesAndAColourSetByHandMakesItCustom)
+TEST_F(CandyProperties, SchemesColoursSetByHandAndHostileValuesInAHandEditedBag)
 {
     CandyButton early;
     early.resize(40, 20);
@@ -30,6 +30,21 @@ TEST_F(CandyProperties, ASchemeSetsTheFacesAndAColourSetByHandMakesItCustom)
     EXPECT_EQ(faceColours(b), QList<quint32>({0x123456, 0xA00000, 0xF00000, 0xFF0000}));
     b.setBorderBrightness(-150);
     EXPECT_EQ(b.BorderBrightness(), -100);
+    // A bag edited by hand keeps its colours; hostile values fall back or clamp.
+    b.ReadProperties(QVariantMap{{"ColorButtonUp", 0x112233}, {"ColorBright", 0x445566}});
+    EXPECT_EQ(b.ColorScheme(), 0);
+    EXPECT_EQ(faceColours(b), QList<quint32>({0x112233, 0xFFC090, 0xE99950, 0x445566}));
+
+    b.ReadProperties(QVariantMap{{"BorderBrightness", "900"},
+                                 {"PictureAlignment", "-3"},
+                                 {"Enabled", "perhaps"},
+                                 {"ColorButtonUp", "red"},
+                                 {"Picture", QByteArray("not a picture")}});
+    EXPECT_EQ(b.BorderBrightness(), 100);
+    EXPECT_EQ(b.PictureAlignment(), 0);
+    EXPECT_TRUE(b.Enabled());
+    EXPECT_EQ(b.ColorButtonUp(), 0xE99950u);
+    EXPECT_TRUE(b.Picture().isNull());
 }
 
 TEST_F(CandyProperties, EveryPropertyGoesThroughASettingsFileAndBack)
@@ -78,25 +93,6 @@ TEST_F(CandyProperties, EveryPropertyGoesThroughASettingsFileAndBack)
     EXPECT_EQ(b.WriteProperties(), bag);
     EXPECT_FALSE(b.isEnabled());
     EXPECT_EQ(b.cursor().shape(), Qt::PointingHandCursor);
-}
-
-TEST_F(CandyProperties, HandEditedBagsKeepTheirColoursAndHostileValuesFallBackOrClamp)
-{
-    CandyButton b;
-    b.ReadProperties(QVariantMap{{"ColorButtonUp", 0x112233}, {"ColorBright", 0x445566}});
-    EXPECT_EQ(b.ColorScheme(), 0);
-    EXPECT_EQ(faceColours(b), QList<quint32>({0x112233, 0xFFC090, 0xE99950, 0x445566}));
-
-    b.ReadProperties(QVariantMap{{"BorderBrightness", "900"},
-                                 {"PictureAlignment", "-3"},
-                                 {"Enabled", "perhaps"},
-                                 {"ColorButtonUp", "red"},
-                                 {"Picture", QByteArray("not a picture")}});
-    EXPECT_EQ(b.BorderBrightness(), 100);
-    EXPECT_EQ(b.PictureAlignment(), 0);
-    EXPECT_TRUE(b.Enabled());
-    EXPECT_EQ(b.ColorButtonUp(), 0xE99950u);
-    EXPECT_TRUE(b.Picture().isNull());
 }
 
 } // namespace

@@ -115,8 +115,7 @@ TEST_F(Subclassing, ErrorsAreReportedWithTheirRoutineAndTheFirstSubclassStays)
     EXPECT_FALSE(sc.sc_Subclass(nullptr));
     Subclasser orphan("Orphan", nullptr);
     EXPECT_FALSE(orphan.sc_Subclass(&other));
-    QStringList otherLog;
-    Recorder second(otherLog);
+    Recorder second(log);
     EXPECT_FALSE(sc.sc_Subclass(&window, 0, &second));
     QStringList shown;
     for (const testing_support::Box &b : boxes()) shown << b.title + " | " + b.text;
@@ -131,8 +130,7 @@ TEST_F(Subclassing, ErrorsAreReportedWithTheirRoutineAndTheFirstSubclassStays)
                            "Error in Orphan.sc_Subclass | Callback method not found.",
                            "Error in Test.sc_Subclass | Window handle is already subclassed."}));
     send();
-    EXPECT_EQ(takeLog(), QStringList({before, "own 1000"}));
-    EXPECT_TRUE(otherLog.isEmpty());
+    EXPECT_EQ(takeLog(), QStringList({before, "own 1000"})) << "the first owner alone";
 }
 
 TEST_F(Subclassing, EndingFromACallbackOrOutsideAMessageOrWithTheWindowGoneLeavesNothing)
