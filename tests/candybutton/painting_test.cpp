@@ -150,17 +150,11 @@ TEST_F(CandyPainting, PictureAboveBelowOrAtTheLeftAndItsHighLiteAndDisabledLooks
 
 TEST_F(CandyPainting, TwoLineCaptions)
 {
-    button.setCaption("\rBelow");
-    // An empty first line and the text well below it, for want of a picture.
-    EXPECT_GT(boxOf(paint(0)).top(), 30);
-
     button.setCaption("One\rTwo");
     const QRect both = boxOf(paint(0));
+    // A second line that is a blank is not drawn; a third joins the second.
     button.setCaption("One\r ");
-    const QRect first = boxOf(paint(0));
-    // A second line that is a blank is not drawn.
-    EXPECT_LT(first.bottom(), 30);
-    EXPECT_GT(both.bottom(), first.bottom() + 15);
+    EXPECT_GT(both.bottom(), boxOf(paint(0)).bottom() + 15);
     button.setCaption("One\rTwo\rThree");
     EXPECT_GT(boxOf(paint(0)).width(), both.width());
 }
