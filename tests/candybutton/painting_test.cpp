@@ -84,8 +84,7 @@ TEST(CandyShape, RadiusFollowsTheHeightWithinAQuarterOfTheWidthAndCutsOnlyTheCor
         QPoint at;
         bool inside;
     } corner[] = {{{16, 0}, true}, {{0, 16}, true},  {{1, 15}, true},  {{8, 8}, true},
-                  {{0, 0}, false}, {{15, 0}, false}, {{0, 15}, false}, {{3, 3}, false},
-                  {{60, 0}, true}, {{0, 30}, true}};
+                  {{0, 0}, false}, {{15, 0}, false}, {{0, 15}, false}, {{3, 3}, false}};
     for (const auto &[at, inside] : corner)
         for (QPoint p : {at, QPoint(119 - at.x(), at.y()), QPoint(at.x(), 59 - at.y()),
                          QPoint(119 - at.x(), 59 - at.y())})

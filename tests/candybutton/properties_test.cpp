@@ -14,12 +14,6 @@ QList<quint32> faceColours(const CandyButton &b)
 
 TEST_F(CandyProperties, SchemesColoursSetByHandAndHostileValuesInAHandEditedBag)
 {
-    CandyButton early;
-    early.resize(40, 20);
-    early.setColorScheme(5);
-    EXPECT_EQ(early.ColorButtonUp(), 0x008000u);
-    EXPECT_TRUE(early.surface().isNull()) << "a scheme before the control is ready draws nothing";
-
     CandyButton b;
     b.InitProperties();
     b.setColorScheme(3);
