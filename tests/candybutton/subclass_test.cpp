@@ -193,8 +193,6 @@ TEST_F(Subclassing, MouseMessagesCarryButtonsAndSignedCoordinatesBothWays)
     EXPECT_EQ(legacyMessage(e, wParam, lParam), WM_MOUSEMOVE);
     EXPECT_EQ(wParam, quint32(MK_LBUTTON | MK_RBUTTON | MK_SHIFT));
     EXPECT_EQ(QPoint(qint16(lParam & 0xFFFF), lParam >> 16), QPoint(-3, 20));
-    QEvent leave(QEvent::Leave);
-    EXPECT_EQ(legacyMessage(leave, wParam, lParam), WM_MOUSELEAVE);
 }
 
 } // namespace

@@ -27,9 +27,6 @@ protected:
         for (int n = 1; n <= 14; ++n)
             writeDataFile(QString("HKSET%1.SDF").arg(n, 2, 10, QChar('0')),
                           QString("[SET]Menu number %1\r\n"
-                                  "[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n"
-                                  "[BUTTON]1[CAPTION]Coffee[ITEM]SL-%1-9[ICON][IDSELECT]No"
-                                  "[LINKSET][ROOT]\r\n"
                                   "[GROUP]3[CAPTION]Cakes[COLOR]RED\r\n"
                                   "[BUTTON]2[CAPTION]Cake[ITEM]CAKE-%1[ICON][IDSELECT]Yes"
                                   "[LINKSET][ROOT]\r\n")
