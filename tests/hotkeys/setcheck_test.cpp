@@ -31,7 +31,9 @@ protected:
         HkTest::SetUp();
         QDir(dataPath()).mkpath("pictures/HotKeys");
         gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
-        picture("coffee.jpg", {8, 8});
+        QImage image(8, 8, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        ASSERT_TRUE(image.save(gsHotKeyPicturePath + "coffee.jpg"));
     }
     // A set whose first column holds `keys`; the other columns are blank.
     void writeSet(int number, const QByteArray &title, const QByteArray &keys,
@@ -54,12 +56,6 @@ protected:
             }
             return std::optional(known);
         });
-    }
-    void picture(const QString &name, QSize size)
-    {
-        QImage image(size, QImage::Format_RGB32);
-        image.fill(Qt::white);
-        ASSERT_TRUE(image.save(gsHotKeyPicturePath + name));
     }
     // By the kind asked, as the inventory tells S/Ls and Item IDs apart.
     QHash<QString, ItemState> inventory{{"S 00012345", ItemState::Found},
@@ -105,24 +101,17 @@ TEST_F(SetCheckTest, FindsEachPlantedFaultAndNothingElse)
                      "sales screen may open it from elsewhere)",
                      "03 1/0 has the colour RED but no title and no keys: a left-over"}))
         << lines(r).join("\n").toStdString();
-    EXPECT_EQ(r.findings[7].kind, Kind::NotOpened);
     EXPECT_TRUE(r.findings[7].information());
     EXPECT_EQ(r.findings.first().title, "Main");
     // One question per item, whatever form the keys give it in.
     EXPECT_EQ(asked.size(), 4) << asked.join(", ").toStdString();
     EXPECT_EQ(testing_support::filesUnder(dataPath()), before);
-}
 
-TEST_F(SetCheckTest, AnInventoryThatCannotBeReadIsToldOnceAndNoItemIsBlamed)
-{
-    writeSet(1, "Main",
-             keyLine(1, "Coffee", "0001234.5", "No", "") + keyLine(2, "Tea", "7", "No", "") +
-                 blankKeys(3));
-    const Result r = checkSets([](const QStringList &, bool) { return std::nullopt; });
-    ASSERT_EQ(r.findings.size(), 2);
-    EXPECT_EQ(r.findings[0].kind, Kind::InventoryFault);
-    EXPECT_TRUE(r.findings[0].fileName.isEmpty());
-    EXPECT_EQ(r.findings[1].kind, Kind::NotOpened);
+    // An inventory that cannot be read is told once, and no item is blamed.
+    const Result blind = checkSets([](const QStringList &, bool) { return std::nullopt; });
+    EXPECT_EQ(lines(blind), QStringList{" 0/0 The inventory could not be read, so no item was "
+                                        "checked: check the database and run the check again."} +
+                                lines(r).filter(QRegularExpression("^(?!01 1/[67] )")));
 }
 
 TEST_F(SetCheckTest, HandEditedFilesAreReportedAsWhatTheyAre)
@@ -176,21 +165,16 @@ TEST_F(SetCheckTest, AFileThatVanishesDuringTheCheckIsToldAndCancelKeepsWhatWasF
         return true;
     });
     EXPECT_EQ(r.sets, 3);
-    const QStringList said = lines(r);
-    EXPECT_TRUE(said.contains("02 0/0 was removed while the check ran"))
-        << said.join("\n").toStdString();
-    EXPECT_FALSE(said.contains("01 0/0 no key of another set opens this set (for information: the "
-                               "sales screen may open it from elsewhere)"));
+    EXPECT_TRUE(lines(r).contains("02 0/0 was removed while the check ran"))
+        << lines(r).join("\n").toStdString();
 
     const Result canceled = checkSets(noItems, [](int done, int total) {
         EXPECT_EQ(total, 2);
         return done < 1;
     });
-    EXPECT_TRUE(canceled.canceled);
-    EXPECT_EQ(canceled.sets, 1);
+    EXPECT_TRUE(canceled.canceled && canceled.sets == 1);
     // Set 01's missing link, and no word yet on the sets no key opens.
-    EXPECT_EQ(lines(canceled), QStringList{lines(r).first()})
-        << lines(canceled).join("\n").toStdString();
+    EXPECT_EQ(lines(canceled), QStringList{lines(r).first()});
 }
 
 TEST_F(SetCheckTest, WhereUsedFindsAnItemInEveryFormAndASetByEveryFormOfItsNumber)
@@ -204,18 +188,16 @@ TEST_F(SetCheckTest, WhereUsedFindsAnItemInEveryFormAndASetByEveryFormOfItsNumbe
              keyLine(1, "Back", "", "No", "1") + keyLine(2, "Back 2", "", "No", "01") +
                  keyLine(3, "Far", "", "No", "10") + blankKeys(4));
 
-    QStringList said = lines(whereItemUsed({"0001234.5", "CAFE-9"}));
-    EXPECT_EQ(said, QStringList({"01 1/1 \"Coffee\" sells S/L 0001234.5",
-                                 "01 1/3 \"By Id\" sells Item ID cafe-9"}))
-        << said.join("\n").toStdString();
+    EXPECT_EQ(lines(whereItemUsed({"0001234.5", "CAFE-9"})),
+              QStringList({"01 1/1 \"Coffee\" sells S/L 0001234.5",
+                           "01 1/3 \"By Id\" sells Item ID cafe-9"}));
     // A short S/L is looked for in its full form too; the full form finds only itself above.
-    said = lines(whereItemUsed({"1234.5", ""}));
-    EXPECT_EQ(said, QStringList({"01 1/1 \"Coffee\" sells S/L 0001234.5",
-                                 "01 1/2 \"Coffee 2\" sells S/L 1234.5"}));
+    EXPECT_EQ(lines(whereItemUsed({"1234.5", ""})),
+              QStringList({"01 1/1 \"Coffee\" sells S/L 0001234.5",
+                           "01 1/2 \"Coffee 2\" sells S/L 1234.5"}));
     EXPECT_TRUE(whereItemUsed({"", "0001234.5"}).findings.isEmpty()); // an Item ID is no S/L
 
-    said = lines(whereSetUsed("01"));
-    EXPECT_EQ(said,
+    EXPECT_EQ(lines(whereSetUsed("01")),
               QStringList({"02 1/1 \"Back\" opens set 01", "02 1/2 \"Back 2\" opens set 01"}));
     EXPECT_EQ(whereSetUsed("2").findings.size(), 1);
 }
