@@ -33,16 +33,7 @@ struct Outcome {
 class SaveTest : public HkTest {
 protected:
     // The bytes of a set version as a save writes them.
-    QByteArray versionBytes(int version)
-    {
-        const QString scratch = temp.filePath("scratch");
-        QDir().mkpath(scratch);
-        gDataPath.setDataPath(scratch);
-        gpHotKeySet_write("07", fillSetVersion(version));
-        gDataPath.setDataPath(dataPath());
-        QFile f(scratch + "/HKSET07.SDF");
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
+    static QByteArray versionBytes(int version) { return hotKeySetBytes(fillSetVersion(version)); }
     Outcome saveHere(const QString &what)
     {
         QStringList said;
@@ -272,7 +263,6 @@ TEST_F(SaveTest, AFullDiskACutOffWriteOrAReadOnlyFolderKeepsEveryOldFileAndSaysW
         EXPECT_EQ(filesUnder(folder), now) << what;
     }
 
-    gDataPath.setDataPath(folder); // versionBytes went back to the test's own folder
     const bool readOnly = disk.mounted && ::mount("tmpfs", disk.path, "tmpfs",
                                                   MS_REMOUNT | MS_RDONLY, "size=64k") == 0;
     if (!readOnly)
