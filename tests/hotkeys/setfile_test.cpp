@@ -47,7 +47,7 @@ TEST_F(HkTest, WorkedExampleIsWrittenByteForByteAndReadBack)
     EXPECT_EQ(readDataFile("HKSET3.SDF"), lunchMenu().replace("[COLOR]*Default", "[COLOR]"));
 }
 
-TEST_F(HkTest, ReaderSkipsWhatItDoesNotKnowAndBadInputCorruptsNothing)
+TEST_F(HkTest, ReaderSkipsWhatItDoesNotKnowAndBadInputOrAMissingFileCorruptsNothing)
 {
     writeDataFile("HKSET08.SDF", "[SET]Title\r\n"
                                  "[BUTTON]2[CAPTION]Orphan\r\n"
@@ -99,11 +99,8 @@ TEST_F(HkTest, ReaderSkipsWhatItDoesNotKnowAndBadInputCorruptsNothing)
     // What was read writes back in the same code page.
     ASSERT_TRUE(gpHotKeySet_write("11", "Junk\u00ff\u20ac"));
     EXPECT_TRUE(readDataFile("HKSET11.SDF").startsWith("[SET]Junk\xff\x80\r\n"));
-}
 
-TEST_F(HkTest, MissingFileIsReportedOncePerReadAndLeavesTheRecord)
-{
-    gpHotKeySet_clear();
+    // A missing file is told once per read and leaves the record as it was.
     gHotKeyGroups[1].Caption = "Kept";
     EXPECT_EQ(gfsHotKeySet_read("42"), "");
     EXPECT_EQ(gfsHotKeySet_read("42"), "");
