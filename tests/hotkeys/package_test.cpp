@@ -62,16 +62,6 @@ protected:
         QString sql;
         ASSERT_TRUE(gfbDBSM_Record(2, opInsert, 0, false, false, sql));
     }
-    // Another store in the same place: its own inventory, sets and pictures.
-    void becomeAnotherStore()
-    {
-        glDBSM_Execute("DELETE FROM " + gTables[1].sTableName);
-        glDBSM_Execute("DELETE FROM " + gTables[2].sTableName);
-        for (const QString &name : QDir(dataPath()).entryList({"HKSET*"}))
-            QFile::remove(dataPath() + '/' + name);
-        QDir(gsHotKeyPicturePath).removeRecursively();
-        QDir().mkpath(gsHotKeyPicturePath);
-    }
     Plan readOk()
     {
         QString error;
@@ -116,7 +106,11 @@ TEST_F(PackageTest, ARoundTripMatchesEachItemByItsCodeRenumbersLinksAndKeepsEver
     ASSERT_TRUE(out.ok) << out.error.toStdString();
     EXPECT_EQ(std::tuple(out.sets, out.pictures, out.itemKeys), std::tuple(2, 2, 4));
 
-    becomeAnotherStore();
+    // Another store in the same place: its own inventory, sets and pictures.
+    glDBSM_Execute("DELETE FROM " + gTables[1].sTableName);
+    glDBSM_Execute("DELETE FROM " + gTables[2].sTableName);
+    for (const QString &name : QDir(dataPath()).entryList({"HKSET*"}))
+        QFile::remove(dataPath() + '/' + name);
     addItem("00012345", "COF-B", "COFFEE B");
     addItem("00099999", "TEA-1%", "TEA B");
     addItem("00088888", "CAKE-B", "CAKE B");

@@ -70,14 +70,13 @@ TEST_F(SetCheckTest, FindsEachPlantedFaultAndNothingElse)
 {
     writeSet(1, "Main",
              keyLine(1, "Coffee", "0001234.5", "No", "", "coffee.jpg") +
-                 keyLine(2, "Cake", "cake-1", "Yes", "") + keyLine(3, "Lunch", "", "No", "2") +
+                 keyLine(2, "Cake", "cake-1", "Yes") + keyLine(3, "Lunch", "", "No", "2") +
                  keyLine(4, "Gone", "", "No", "7") + keyLine(5, "Again", "", "No", "01") +
-                 keyLine(6, "Old Tea", "0009999.0", "No", "") +
-                 keyLine(7, "Ghost", "0005555.0", "No", "") +
+                 keyLine(6, "Old Tea", "0009999.0", "No") + keyLine(7, "Ghost", "0005555.0", "No") +
                  keyLine(8, "", "", "", "", "tea.jpg"));
     writeSet(2, "Lunch",
-             keyLine(1, "Back", "", "No", "1") + keyLine(2, "Cake", "CAKE-1", "Yes", "") +
-                 keyLine(3, "Mystery", "X-1", "", "") + blankKeys(4));
+             keyLine(1, "Back", "", "No", "1") + keyLine(2, "Cake", "CAKE-1", "Yes") +
+                 keyLine(3, "Mystery", "X-1", "") + blankKeys(4));
     writeSet(3, "Hidden", blankKeys(), "[GROUP]1[CAPTION][COLOR]RED\r\n");
     const auto before = testing_support::filesUnder(dataPath());
 
@@ -127,7 +126,6 @@ TEST_F(SetCheckTest, HandEditedFilesAreReportedAsWhatTheyAre)
     writeDataFile("HKSET05.SDF",
                   "[BUTTON]1[CAPTION]Early[ITEM][ICON][IDSELECT][LINKSET]1[ROOT]\r\n");
     writeDataFile("HKSET01-old.SDF", "[SET]Copy\r\n");
-    const auto before = testing_support::filesUnder(dataPath());
 
     const Result r = check();
 
@@ -150,7 +148,6 @@ TEST_F(SetCheckTest, HandEditedFilesAreReportedAsWhatTheyAre)
                    "HKSET01-old.SDF: is not named as a set (HKSET, a number of two digits or "
                    "more, .SDF), so no key can open it: rename or remove HKSET01-old.SDF"}))
         << said.join("\n").toStdString();
-    EXPECT_EQ(testing_support::filesUnder(dataPath()), before);
 }
 
 TEST_F(SetCheckTest, AFileThatVanishesDuringTheCheckIsToldAndCancelKeepsWhatWasFound)
@@ -179,11 +176,10 @@ TEST_F(SetCheckTest, AFileThatVanishesDuringTheCheckIsToldAndCancelKeepsWhatWasF
 
 TEST_F(SetCheckTest, WhereUsedFindsAnItemInEveryFormAndASetByEveryFormOfItsNumber)
 {
-    writeSet(
-        1, "Main",
-        keyLine(1, "Coffee", "0001234.5", "No", "") + keyLine(2, "Coffee 2", "1234.5", "No", "") +
-            keyLine(3, "By Id", "cafe-9", "Yes", "") + keyLine(4, "Link", "0001234.5", "No", "2") +
-            keyLine(5, "Other", "0001234.6", "No", "") + blankKeys(6));
+    writeSet(1, "Main",
+             keyLine(1, "Coffee", "0001234.5", "No") + keyLine(2, "Coffee 2", "1234.5", "No") +
+                 keyLine(3, "By Id", "cafe-9", "Yes") + keyLine(4, "Link", "0001234.5", "No", "2") +
+                 keyLine(5, "Other", "0001234.6", "No") + blankKeys(6));
     writeSet(2, "Lunch",
              keyLine(1, "Back", "", "No", "1") + keyLine(2, "Back 2", "", "No", "01") +
                  keyLine(3, "Far", "", "No", "10") + blankKeys(4));
@@ -204,12 +200,11 @@ TEST_F(SetCheckTest, WhereUsedFindsAnItemInEveryFormAndASetByEveryFormOfItsNumbe
 
 TEST_F(SetCheckTest, EachKeyIsCheckedByItsOwnKindAndSpecialCodesNeedNoRow)
 {
-    writeSet(
-        1, "Main",
-        keyLine(1, "No Stock", "~NONSTK", "No", "") + keyLine(2, "Paid Out", "~POUT", "No", "") +
-            keyLine(3, "Coupon", "~SCOUPN", "No", "") + keyLine(4, "Cake", "CAKE-1", "No", "") +
-            keyLine(5, "Coffee", "00012345", "Yes", "") + keyLine(6, "Cake", "CAKE-1", "Yes", "") +
-            blankKeys(7));
+    writeSet(1, "Main",
+             keyLine(1, "No Stock", "~NONSTK", "No") + keyLine(2, "Paid Out", "~POUT", "No") +
+                 keyLine(3, "Coupon", "~SCOUPN", "No") + keyLine(4, "Cake", "CAKE-1", "No") +
+                 keyLine(5, "Coffee", "00012345", "Yes") + keyLine(6, "Cake", "CAKE-1", "Yes") +
+                 blankKeys(7));
     writeDataFile("SPECIAL.BDF", "[BUTTON]1[CAPTION]Void[KEY]*\r\n"
                                  "[BUTTON]2[CAPTION]Void Too[KEY]*\r\n"
                                  "[BUTTON]3[CAPTION]Odd[KEY]~SCOUPN[VALUE]1.5.0\r\n");
@@ -232,20 +227,18 @@ TEST_F(SetCheckTest, EachKeyIsCheckedByItsOwnKindAndSpecialCodesNeedNoRow)
 
 TEST_F(SetCheckTest, TwiceSoldItemsLinksWithoutLabelAndLabelsTheScreenCannotShow)
 {
-    writeSet(
-        1, "Main",
-        keyLine(1, "Coffee", "0001234.5", "No", "") + keyLine(2, "Coffee 2", "1234.5", "No", "") +
-            keyLine(3, "Again", "0001234.5", "No", "") + keyLine(4, "", "", "No", "2") +
-            keyLine(5, "Cake", "CAKE-1", "Yes", "") + keyLine(6, "Cake too", "cake-1", "Yes", "") +
-            keyLine(7, "No Stock", "~NONSTK", "No", "") +
-            keyLine(8, "Far too long", "~NONSTK", "No", ""),
-        "[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n");
+    writeSet(1, "Main",
+             keyLine(1, "Coffee", "0001234.5", "No") + keyLine(2, "Coffee 2", "1234.5", "No") +
+                 keyLine(3, "Again", "0001234.5", "No") + keyLine(4, "", "", "No", "2") +
+                 keyLine(5, "Cake", "CAKE-1", "Yes") + keyLine(6, "Cake too", "cake-1", "Yes") +
+                 keyLine(7, "No Stock", "~NONSTK", "No") +
+                 keyLine(8, "Far too long", "~NONSTK", "No"));
     // Column 2 reads well, column 3 has no labels to read, column 4 is the button face.
-    writeDataFile(
-        "HKSET02.SDF",
-        "[SET]Lunch\r\n[GROUP]1[CAPTION]A[COLOR]RED\r\n" + keyLine(1, "Back", "", "No", "1") +
-            "[GROUP]2[CAPTION]B[COLOR]BLUE\r\n" + keyLine(1, "", "0001234.5", "No", "") +
-            "[GROUP]3[CAPTION]C[COLOR]*Default\r\n" + keyLine(1, "Fine", "0001234.5", "No", ""));
+    writeDataFile("HKSET02.SDF",
+                  "[SET]Lunch\r\n[GROUP]1[CAPTION]A[COLOR]RED\r\n" +
+                      keyLine(1, "Back", "", "No", "1") + "[GROUP]2[CAPTION]B[COLOR]BLUE\r\n" +
+                      keyLine(1, "", "0001234.5", "No") + "[GROUP]3[CAPTION]C[COLOR]*Default\r\n" +
+                      keyLine(1, "Fine", "0001234.5", "No"));
     Drawing drawing;
     drawing.labelProblem = [](const HotKeyButton &b, int, int) {
         return b.Caption.size() > 10 ? QString("it takes 3 lines where 2 fit") : QString();
