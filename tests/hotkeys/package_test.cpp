@@ -7,8 +7,6 @@
 #include "settings/clsDataPath.h"
 #include "support/ItemTables.h"
 #include <QDir>
-#include <QJsonDocument>
-#include <QJsonObject>
 #ifdef __linux__
 #include "support/SetLines.h"
 #include <sys/mount.h>
@@ -38,11 +36,6 @@ void writeZip(const QString &path, const QList<std::pair<QString, QByteArray>> &
     for (const auto &[name, bytes] : entries)
         ASSERT_TRUE(zip.addBytes(name, bytes, bytes.size() > 4096, &error));
     ASSERT_TRUE(zip.commit(&error)) << error.toStdString();
-}
-
-QByteArray manifest(int format = kFormat)
-{
-    return QJsonDocument(QJsonObject{{"format", format}}).toJson();
 }
 
 class PackageTest : public ItemTablesTest {
@@ -163,7 +156,7 @@ TEST_F(PackageTest, ABadPackageNamesWhatIsWrongAndWritesNothing)
 {
     const QByteArray set = setFile("Drinks", keyLine(1, "Coffee", "0001234.5", "No"));
     // A good manifest and a good set entry.
-    const std::pair<QString, QByteArray> ok{"manifest.json", manifest()},
+    const std::pair<QString, QByteArray> ok{"manifest.json", "{\"format\": 1}"},
         set01{"sets/HKSET01.SDF", set};
     QList<std::pair<QString, QByteArray>> many{ok};
     for (int i = 0; i < 10000; ++i) many.append({QString("pictures/p%1.jpg").arg(i), "x"});
@@ -172,7 +165,7 @@ TEST_F(PackageTest, ABadPackageNamesWhatIsWrongAndWritesNothing)
         QString said;
     } cases[] = {
         {{set01}, "The package has no manifest"},
-        {{{"manifest.json", manifest(kFormat + 1)}, set01},
+        {{{"manifest.json", "{\"format\": 2}"}, set01},
          "made by a newer version of this program (package format 2"},
         {{{"manifest.json", "{format"}, set01}, "\"manifest.json\" of the package cannot be read"},
         {{ok, {"sets/HKSET01.SDF", set + "[GROUP]9[CAPTION]X\r\n"}},
@@ -238,8 +231,9 @@ TEST_F(PackageTest, ADiskThatFillsDuringTheImportLeavesTheDataFolderAsItWas)
     plan.sets[0].target = "01"; // replaces this store's set 01
     QString error;
     EXPECT_FALSE(writePlan(plan, &error));
-    EXPECT_TRUE(error.contains("Disk full")) << error.toStdString();
-    EXPECT_TRUE(error.endsWith("Nothing was imported; the data folder is as it was."));
+    EXPECT_TRUE(error.contains("Disk full") &&
+                error.endsWith("Nothing was imported; the data folder is as it was."))
+        << error.toStdString();
     EXPECT_EQ(testing_support::filesUnder(disk), before);
     ::umount2(QFile::encodeName(disk).constData(), MNT_DETACH);
 }

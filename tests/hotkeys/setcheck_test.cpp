@@ -265,8 +265,4 @@ TEST_F(SetCheckTest, TwiceSoldItemsLinksWithoutLabelAndLabelsTheScreenCannotShow
                            "02 3/1 sells S/L 0001234.5, as column 2 key 1 does (for information: "
                            "often a slip, sometimes meant)"}))
         << said.join("\n").toStdString();
-    const auto sameItem = std::find_if(r.findings.begin(), r.findings.end(),
-                                       [](const Finding &f) { return f.kind == Kind::SameItem; });
-    ASSERT_NE(sameItem, r.findings.end());
-    EXPECT_TRUE(sameItem->information());
 }
