@@ -101,7 +101,6 @@ TEST_F(SetCheckTest, FindsEachPlantedFaultAndNothingElse)
                      "03 1/0 has the colour RED but no title and no keys: a left-over"}))
         << lines(r).join("\n").toStdString();
     EXPECT_TRUE(r.findings[7].information());
-    EXPECT_EQ(r.findings.first().title, "Main");
     // One question per item, whatever form the keys give it in.
     EXPECT_EQ(asked.size(), 4) << asked.join(", ").toStdString();
     EXPECT_EQ(testing_support::filesUnder(dataPath()), before);
@@ -211,9 +210,8 @@ TEST_F(SetCheckTest, EachKeyIsCheckedByItsOwnKindAndSpecialCodesNeedNoRow)
     writeDataFile("COUPON.BDF", "[BUTTON]1[CAPTION]Dollar Off[KEY]~SCOUPN[VALUE]abc-2.5x\r\n"
                                 "[BUTTON]2[CAPTION]Fine[KEY]~SCOUPN[VALUE].50\r\n");
 
-    QStringList found = lines(check());
-    found.removeFirst(); // set 01 is opened by no other set
-    EXPECT_EQ(found,
+    // After set 01, which no other set opens:
+    EXPECT_EQ(lines(check()).mid(1),
               QStringList({"01 1/4 sells S/L CAKE-1, which is not in the inventory",
                            "01 1/5 sells Item ID 00012345, which is not in the inventory",
                            " 0/2 \"Void Too\" uses the keyboard character \"*\", as key 1 does: "

@@ -5,11 +5,13 @@
 #include "hotkeys/hkeyVersions.h"
 #include "settings/clsDataPath.h"
 #include "support/HkTest.h"
+#include "support/SetLines.h"
 #include <QDir>
 #include <QFile>
 
 using namespace platform;
 using testing_support::HkTest;
+using testing_support::keyLine;
 
 namespace {
 
@@ -109,9 +111,7 @@ TEST_F(VersionsTest, ClearedKeysGoBackOnlyWherePlacesAreStillEmpty)
                   "[BUTTON]3[CAPTION]Tea[ITEM]0002[ICON][IDSELECT]No[LINKSET][ROOT]\r\n"
                   "[GROUP]2[CAPTION]B[COLOR]\r\n");
     const auto bar = [](int group, int key) {
-        return ClearedKey{
-            "HKSET01.SDF", group, key,
-            QString("[BUTTON]%1[CAPTION]Bar[ITEM][ICON][IDSELECT]No[LINKSET]5[ROOT]").arg(key)};
+        return ClearedKey{"HKSET01.SDF", group, key, keyLine(key, "Bar", "", "No", "5").trimmed()};
     };
     QStringList problems;
     // A blank key line is a free place, a key of another item is not, nor a column the set lacks.
