@@ -94,8 +94,7 @@ TEST(FileErrorText, SaysWhatFailedInTheUsersWords)
     EXPECT_TRUE(platform::fileErrorText(EDQUOT).startsWith("Disk full:"));
     EXPECT_TRUE(platform::fileErrorText(EROFS).startsWith("Read-only:"));
     EXPECT_TRUE(platform::fileErrorText(EACCES).startsWith("Permission denied:"));
-    EXPECT_EQ(platform::fileErrorText(EMLINK),
-              "Too many links (error " + QString::number(EMLINK) + ").");
+    EXPECT_EQ(platform::fileErrorText(EMLINK), QString("Too many links (error %1).").arg(EMLINK));
     EXPECT_EQ(platform::fileErrorText(987654), "Error 987654 of the operating system.");
 }
 
@@ -177,6 +176,7 @@ TEST_F(SaveTest, ASaveTakesOnlyTheTemporaryFilesOfItsFileThatNoSaveInProgressCan
         {earlier + "-0000abce.tmp", true, true},
         {leftBy(data, "HKSET08", here, endedPid), true, false}, // another file's
         {leftBy(kept, "20261124T101500000Z", here, endedPid), false, true},
+        {leftBy(kept, "20261124T101500000Z", here, runningPid), false, false}, // no version
     };
     for (const auto &t : temporaries) {
         QFile f(t.path);
