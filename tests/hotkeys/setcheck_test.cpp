@@ -31,7 +31,9 @@ protected:
         HkTest::SetUp();
         QDir(dataPath()).mkpath("pictures/HotKeys");
         gsHotKeyPicturePath = dataPath() + "/pictures/HotKeys/";
-        picture("coffee.jpg", {8, 8});
+        QImage image(8, 8, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        ASSERT_TRUE(image.save(gsHotKeyPicturePath + "coffee.jpg"));
     }
     // A set whose first column holds `keys`; the other columns are blank.
     void writeSet(int number, const QByteArray &title, const QByteArray &keys,
@@ -55,12 +57,6 @@ protected:
             return std::optional(known);
         });
     }
-    void picture(const QString &name, QSize size)
-    {
-        QImage image(size, QImage::Format_RGB32);
-        image.fill(Qt::white);
-        ASSERT_TRUE(image.save(gsHotKeyPicturePath + name));
-    }
     // By the kind asked, as the inventory tells S/Ls and Item IDs apart.
     QHash<QString, ItemState> inventory{{"S 00012345", ItemState::Found},
                                         {"I CAKE-1", ItemState::Found},
@@ -74,14 +70,13 @@ TEST_F(SetCheckTest, FindsEachPlantedFaultAndNothingElse)
 {
     writeSet(1, "Main",
              keyLine(1, "Coffee", "0001234.5", "No", "", "coffee.jpg") +
-                 keyLine(2, "Cake", "cake-1", "Yes", "") + keyLine(3, "Lunch", "", "No", "2") +
+                 keyLine(2, "Cake", "cake-1", "Yes") + keyLine(3, "Lunch", "", "No", "2") +
                  keyLine(4, "Gone", "", "No", "7") + keyLine(5, "Again", "", "No", "01") +
-                 keyLine(6, "Old Tea", "0009999.0", "No", "") +
-                 keyLine(7, "Ghost", "0005555.0", "No", "") +
+                 keyLine(6, "Old Tea", "0009999.0", "No") + keyLine(7, "Ghost", "0005555.0", "No") +
                  keyLine(8, "", "", "", "", "tea.jpg"));
     writeSet(2, "Lunch",
-             keyLine(1, "Back", "", "No", "1") + keyLine(2, "Cake", "CAKE-1", "Yes", "") +
-                 keyLine(3, "Mystery", "X-1", "", "") + blankKeys(4));
+             keyLine(1, "Back", "", "No", "1") + keyLine(2, "Cake", "CAKE-1", "Yes") +
+                 keyLine(3, "Mystery", "X-1", "") + blankKeys(4));
     writeSet(3, "Hidden", blankKeys(), "[GROUP]1[CAPTION][COLOR]RED\r\n");
     const auto before = testing_support::filesUnder(dataPath());
 
@@ -105,24 +100,16 @@ TEST_F(SetCheckTest, FindsEachPlantedFaultAndNothingElse)
                      "sales screen may open it from elsewhere)",
                      "03 1/0 has the colour RED but no title and no keys: a left-over"}))
         << lines(r).join("\n").toStdString();
-    EXPECT_EQ(r.findings[7].kind, Kind::NotOpened);
     EXPECT_TRUE(r.findings[7].information());
-    EXPECT_EQ(r.findings.first().title, "Main");
     // One question per item, whatever form the keys give it in.
     EXPECT_EQ(asked.size(), 4) << asked.join(", ").toStdString();
     EXPECT_EQ(testing_support::filesUnder(dataPath()), before);
-}
 
-TEST_F(SetCheckTest, AnInventoryThatCannotBeReadIsToldOnceAndNoItemIsBlamed)
-{
-    writeSet(1, "Main",
-             keyLine(1, "Coffee", "0001234.5", "No", "") + keyLine(2, "Tea", "7", "No", "") +
-                 blankKeys(3));
-    const Result r = checkSets([](const QStringList &, bool) { return std::nullopt; });
-    ASSERT_EQ(r.findings.size(), 2);
-    EXPECT_EQ(r.findings[0].kind, Kind::InventoryFault);
-    EXPECT_TRUE(r.findings[0].fileName.isEmpty());
-    EXPECT_EQ(r.findings[1].kind, Kind::NotOpened);
+    // An inventory that cannot be read is told once, and no item is blamed.
+    const Result blind = checkSets([](const QStringList &, bool) { return std::nullopt; });
+    EXPECT_EQ(lines(blind), QStringList{" 0/0 The inventory could not be read, so no item was "
+                                        "checked: check the database and run the check again."} +
+                                lines(r).filter(QRegularExpression("^(?!01 1/[67] )")));
 }
 
 TEST_F(SetCheckTest, HandEditedFilesAreReportedAsWhatTheyAre)
@@ -138,7 +125,6 @@ TEST_F(SetCheckTest, HandEditedFilesAreReportedAsWhatTheyAre)
     writeDataFile("HKSET05.SDF",
                   "[BUTTON]1[CAPTION]Early[ITEM][ICON][IDSELECT][LINKSET]1[ROOT]\r\n");
     writeDataFile("HKSET01-old.SDF", "[SET]Copy\r\n");
-    const auto before = testing_support::filesUnder(dataPath());
 
     const Result r = check();
 
@@ -161,7 +147,6 @@ TEST_F(SetCheckTest, HandEditedFilesAreReportedAsWhatTheyAre)
                    "HKSET01-old.SDF: is not named as a set (HKSET, a number of two digits or "
                    "more, .SDF), so no key can open it: rename or remove HKSET01-old.SDF"}))
         << said.join("\n").toStdString();
-    EXPECT_EQ(testing_support::filesUnder(dataPath()), before);
 }
 
 TEST_F(SetCheckTest, AFileThatVanishesDuringTheCheckIsToldAndCancelKeepsWhatWasFound)
@@ -176,67 +161,57 @@ TEST_F(SetCheckTest, AFileThatVanishesDuringTheCheckIsToldAndCancelKeepsWhatWasF
         return true;
     });
     EXPECT_EQ(r.sets, 3);
-    const QStringList said = lines(r);
-    EXPECT_TRUE(said.contains("02 0/0 was removed while the check ran"))
-        << said.join("\n").toStdString();
-    EXPECT_FALSE(said.contains("01 0/0 no key of another set opens this set (for information: the "
-                               "sales screen may open it from elsewhere)"));
+    EXPECT_TRUE(lines(r).contains("02 0/0 was removed while the check ran"))
+        << lines(r).join("\n").toStdString();
 
     const Result canceled = checkSets(noItems, [](int done, int total) {
         EXPECT_EQ(total, 2);
         return done < 1;
     });
-    EXPECT_TRUE(canceled.canceled);
-    EXPECT_EQ(canceled.sets, 1);
+    EXPECT_TRUE(canceled.canceled && canceled.sets == 1);
     // Set 01's missing link, and no word yet on the sets no key opens.
-    EXPECT_EQ(lines(canceled), QStringList{lines(r).first()})
-        << lines(canceled).join("\n").toStdString();
+    EXPECT_EQ(lines(canceled), QStringList{lines(r).first()});
 }
 
 TEST_F(SetCheckTest, WhereUsedFindsAnItemInEveryFormAndASetByEveryFormOfItsNumber)
 {
-    writeSet(
-        1, "Main",
-        keyLine(1, "Coffee", "0001234.5", "No", "") + keyLine(2, "Coffee 2", "1234.5", "No", "") +
-            keyLine(3, "By Id", "cafe-9", "Yes", "") + keyLine(4, "Link", "0001234.5", "No", "2") +
-            keyLine(5, "Other", "0001234.6", "No", "") + blankKeys(6));
+    writeSet(1, "Main",
+             keyLine(1, "Coffee", "0001234.5", "No") + keyLine(2, "Coffee 2", "1234.5", "No") +
+                 keyLine(3, "By Id", "cafe-9", "Yes") + keyLine(4, "Link", "0001234.5", "No", "2") +
+                 keyLine(5, "Other", "0001234.6", "No") + blankKeys(6));
     writeSet(2, "Lunch",
              keyLine(1, "Back", "", "No", "1") + keyLine(2, "Back 2", "", "No", "01") +
                  keyLine(3, "Far", "", "No", "10") + blankKeys(4));
 
-    QStringList said = lines(whereItemUsed({"0001234.5", "CAFE-9"}));
-    EXPECT_EQ(said, QStringList({"01 1/1 \"Coffee\" sells S/L 0001234.5",
-                                 "01 1/3 \"By Id\" sells Item ID cafe-9"}))
-        << said.join("\n").toStdString();
+    EXPECT_EQ(lines(whereItemUsed({"0001234.5", "CAFE-9"})),
+              QStringList({"01 1/1 \"Coffee\" sells S/L 0001234.5",
+                           "01 1/3 \"By Id\" sells Item ID cafe-9"}));
     // A short S/L is looked for in its full form too; the full form finds only itself above.
-    said = lines(whereItemUsed({"1234.5", ""}));
-    EXPECT_EQ(said, QStringList({"01 1/1 \"Coffee\" sells S/L 0001234.5",
-                                 "01 1/2 \"Coffee 2\" sells S/L 1234.5"}));
+    EXPECT_EQ(lines(whereItemUsed({"1234.5", ""})),
+              QStringList({"01 1/1 \"Coffee\" sells S/L 0001234.5",
+                           "01 1/2 \"Coffee 2\" sells S/L 1234.5"}));
     EXPECT_TRUE(whereItemUsed({"", "0001234.5"}).findings.isEmpty()); // an Item ID is no S/L
 
-    said = lines(whereSetUsed("01"));
-    EXPECT_EQ(said,
+    EXPECT_EQ(lines(whereSetUsed("01")),
               QStringList({"02 1/1 \"Back\" opens set 01", "02 1/2 \"Back 2\" opens set 01"}));
     EXPECT_EQ(whereSetUsed("2").findings.size(), 1);
 }
 
 TEST_F(SetCheckTest, EachKeyIsCheckedByItsOwnKindAndSpecialCodesNeedNoRow)
 {
-    writeSet(
-        1, "Main",
-        keyLine(1, "No Stock", "~NONSTK", "No", "") + keyLine(2, "Paid Out", "~POUT", "No", "") +
-            keyLine(3, "Coupon", "~SCOUPN", "No", "") + keyLine(4, "Cake", "CAKE-1", "No", "") +
-            keyLine(5, "Coffee", "00012345", "Yes", "") + keyLine(6, "Cake", "CAKE-1", "Yes", "") +
-            blankKeys(7));
+    writeSet(1, "Main",
+             keyLine(1, "No Stock", "~NONSTK", "No") + keyLine(2, "Paid Out", "~POUT", "No") +
+                 keyLine(3, "Coupon", "~SCOUPN", "No") + keyLine(4, "Cake", "CAKE-1", "No") +
+                 keyLine(5, "Coffee", "00012345", "Yes") + keyLine(6, "Cake", "CAKE-1", "Yes") +
+                 blankKeys(7));
     writeDataFile("SPECIAL.BDF", "[BUTTON]1[CAPTION]Void[KEY]*\r\n"
                                  "[BUTTON]2[CAPTION]Void Too[KEY]*\r\n"
                                  "[BUTTON]3[CAPTION]Odd[KEY]~SCOUPN[VALUE]1.5.0\r\n");
     writeDataFile("COUPON.BDF", "[BUTTON]1[CAPTION]Dollar Off[KEY]~SCOUPN[VALUE]abc-2.5x\r\n"
                                 "[BUTTON]2[CAPTION]Fine[KEY]~SCOUPN[VALUE].50\r\n");
 
-    QStringList found = lines(check());
-    found.removeFirst(); // set 01 is opened by no other set
-    EXPECT_EQ(found,
+    // After set 01, which no other set opens:
+    EXPECT_EQ(lines(check()).mid(1),
               QStringList({"01 1/4 sells S/L CAKE-1, which is not in the inventory",
                            "01 1/5 sells Item ID 00012345, which is not in the inventory",
                            " 0/2 \"Void Too\" uses the keyboard character \"*\", as key 1 does: "
@@ -250,20 +225,18 @@ TEST_F(SetCheckTest, EachKeyIsCheckedByItsOwnKindAndSpecialCodesNeedNoRow)
 
 TEST_F(SetCheckTest, TwiceSoldItemsLinksWithoutLabelAndLabelsTheScreenCannotShow)
 {
-    writeSet(
-        1, "Main",
-        keyLine(1, "Coffee", "0001234.5", "No", "") + keyLine(2, "Coffee 2", "1234.5", "No", "") +
-            keyLine(3, "Again", "0001234.5", "No", "") + keyLine(4, "", "", "No", "2") +
-            keyLine(5, "Cake", "CAKE-1", "Yes", "") + keyLine(6, "Cake too", "cake-1", "Yes", "") +
-            keyLine(7, "No Stock", "~NONSTK", "No", "") +
-            keyLine(8, "Far too long", "~NONSTK", "No", ""),
-        "[GROUP]1[CAPTION]Drinks[COLOR]BLUE\r\n");
+    writeSet(1, "Main",
+             keyLine(1, "Coffee", "0001234.5", "No") + keyLine(2, "Coffee 2", "1234.5", "No") +
+                 keyLine(3, "Again", "0001234.5", "No") + keyLine(4, "", "", "No", "2") +
+                 keyLine(5, "Cake", "CAKE-1", "Yes") + keyLine(6, "Cake too", "cake-1", "Yes") +
+                 keyLine(7, "No Stock", "~NONSTK", "No") +
+                 keyLine(8, "Far too long", "~NONSTK", "No"));
     // Column 2 reads well, column 3 has no labels to read, column 4 is the button face.
-    writeDataFile(
-        "HKSET02.SDF",
-        "[SET]Lunch\r\n[GROUP]1[CAPTION]A[COLOR]RED\r\n" + keyLine(1, "Back", "", "No", "1") +
-            "[GROUP]2[CAPTION]B[COLOR]BLUE\r\n" + keyLine(1, "", "0001234.5", "No", "") +
-            "[GROUP]3[CAPTION]C[COLOR]*Default\r\n" + keyLine(1, "Fine", "0001234.5", "No", ""));
+    writeDataFile("HKSET02.SDF",
+                  "[SET]Lunch\r\n[GROUP]1[CAPTION]A[COLOR]RED\r\n" +
+                      keyLine(1, "Back", "", "No", "1") + "[GROUP]2[CAPTION]B[COLOR]BLUE\r\n" +
+                      keyLine(1, "", "0001234.5", "No") + "[GROUP]3[CAPTION]C[COLOR]*Default\r\n" +
+                      keyLine(1, "Fine", "0001234.5", "No"));
     Drawing drawing;
     drawing.labelProblem = [](const HotKeyButton &b, int, int) {
         return b.Caption.size() > 10 ? QString("it takes 3 lines where 2 fit") : QString();
@@ -290,8 +263,4 @@ TEST_F(SetCheckTest, TwiceSoldItemsLinksWithoutLabelAndLabelsTheScreenCannotShow
                            "02 3/1 sells S/L 0001234.5, as column 2 key 1 does (for information: "
                            "often a slip, sometimes meant)"}))
         << said.join("\n").toStdString();
-    const auto sameItem = std::find_if(r.findings.begin(), r.findings.end(),
-                                       [](const Finding &f) { return f.kind == Kind::SameItem; });
-    ASSERT_NE(sameItem, r.findings.end());
-    EXPECT_TRUE(sameItem->information());
 }

@@ -40,19 +40,14 @@ TEST_F(HkTest, WorkedExampleIsWrittenByteForByteAndReadBack)
 
     gpHotKeySet_clear();
     EXPECT_EQ(gfsHotKeySet_read("3"), "Lunch Menu");
-    EXPECT_EQ(gHotKeyGroups[1].Color, 0xFF0000);
-    EXPECT_EQ(gHotKeyGroups[2].Color, 0x0000C0);
-    EXPECT_EQ(gHotKeyGroups[3].Color, kSilverColor) << "*Default reads as silver";
-    EXPECT_EQ(gHotKeyGroups[1].Buttons[1].Icon, "coffee.jpg");
-    EXPECT_EQ(gHotKeyGroups[1].Buttons[2].LinkSet, "7");
-    EXPECT_EQ(gHotKeyGroups[2].Buttons[1].IdSelect, "Yes");
+    EXPECT_EQ(gHotKeyGroups[3].Color, kSilverColor);
 
-    // Written under the number as given; *Default read back is written blank from then on.
+    // Read back whole: written under the number as given, *Default blank from then on.
     ASSERT_TRUE(gpHotKeySet_write("3", "Lunch Menu"));
     EXPECT_EQ(readDataFile("HKSET3.SDF"), lunchMenu().replace("[COLOR]*Default", "[COLOR]"));
 }
 
-TEST_F(HkTest, ReaderSkipsWhatItDoesNotKnowAndBadInputCorruptsNothing)
+TEST_F(HkTest, ReaderSkipsWhatItDoesNotKnowAndBadInputOrAMissingFileCorruptsNothing)
 {
     writeDataFile("HKSET08.SDF", "[SET]Title\r\n"
                                  "[BUTTON]2[CAPTION]Orphan\r\n"
@@ -63,17 +58,14 @@ TEST_F(HkTest, ReaderSkipsWhatItDoesNotKnowAndBadInputCorruptsNothing)
                                  "[BUTTON]4[CAPTION]  Soup  [ROOT] r [ITEM] 12 \r\n");
     gpHotKeySet_clear();
     EXPECT_EQ(gfsHotKeySet_read("08"), "Title");
-    EXPECT_EQ(gHotKeyGroups[0].Buttons[2].Caption, "Orphan") << "before any group: group 0";
+    EXPECT_EQ(gHotKeyGroups[0].Buttons[2].Caption, "Orphan"); // before any column: column 0
     EXPECT_EQ(gHotKeyGroups[2].Caption, "  Soup");
     EXPECT_EQ(gHotKeyGroups[2].Color, 0x00FF00);
-    const HotKeyButton &a = gHotKeyGroups[2].Buttons[3];
-    EXPECT_EQ(a.Caption, "A");
-    EXPECT_TRUE(a.Item.isEmpty() && a.Icon.isEmpty() && a.LinkSet.isEmpty());
-    const HotKeyButton &soup = gHotKeyGroups[2].Buttons[4];
-    EXPECT_EQ(soup.Caption, "Soup");
-    EXPECT_EQ(soup.Root, "r");
-    EXPECT_EQ(soup.Item, "12");
-    EXPECT_EQ(gHotKeyGroups[1].Color, kButtonFaceColor) << "missing lines keep the cleared state";
+    const auto &b = gHotKeyGroups[2].Buttons;
+    EXPECT_EQ(QStringList({b[3].Caption, b[3].Item, b[3].Icon, b[3].LinkSet, b[4].Caption,
+                           b[4].Root, b[4].Item}),
+              QStringList({"A", "", "", "", "Soup", "r", "12"}));
+    EXPECT_EQ(gHotKeyGroups[1].Color, kButtonFaceColor); // missing lines keep the cleared state
 
     // Line 1 is the title line whatever it holds; the last line needs no line end.
     writeDataFile("HKSET09.SDF", "[GROUP]1[CAPTION]Lost[COLOR]RED\r\n[GROUP]2[CAPTION]Kept");
@@ -97,32 +89,24 @@ TEST_F(HkTest, ReaderSkipsWhatItDoesNotKnowAndBadInputCorruptsNothing)
     gpHotKeySet_clear();
     EXPECT_EQ(gfsHotKeySet_read("11"), QString::fromUtf8("Junk\u00ff\u20ac") + QChar(0) + "title");
     EXPECT_EQ(gHotKeyGroups[3].Caption, "Three");
-    EXPECT_EQ(gHotKeyGroups[3].Buttons[2].Caption, "Even") << "2.5 rounds half to even";
-    EXPECT_EQ(gHotKeyGroups[3].Buttons[5].Caption.size(), 70000);
     EXPECT_EQ(gHotKeyGroups[1].Caption, "\x01\x02");
     EXPECT_EQ(gHotKeyGroups[1].Color, kSilverColor);
-    QStringList captions;
+    QStringList keys; // the bad numbers skipped, 2.5 rounded half to even
     for (const HotKeyGroup &g : gHotKeyGroups)
-        for (const HotKeyButton &b : g.Buttons) captions << b.Caption;
-    for (const char *skipped : {"Nine", "After bad group", "Too far", "Negative", "Overflow"})
-        EXPECT_FALSE(captions.contains(skipped)) << skipped;
+        for (const HotKeyButton &key : g.Buttons) keys << key.Caption;
+    keys.removeAll("");
+    EXPECT_EQ(keys, QStringList({"Even", QString(70000, 'x')}));
     // What was read writes back in the same code page.
     ASSERT_TRUE(gpHotKeySet_write("11", "Junk\u00ff\u20ac"));
     EXPECT_TRUE(readDataFile("HKSET11.SDF").startsWith("[SET]Junk\xff\x80\r\n"));
-}
 
-TEST_F(HkTest, MissingFileIsReportedOncePerReadAndLeavesTheRecord)
-{
-    gpHotKeySet_clear();
+    // A missing file is told once per read and leaves the record as it was.
     gHotKeyGroups[1].Caption = "Kept";
     EXPECT_EQ(gfsHotKeySet_read("42"), "");
     EXPECT_EQ(gfsHotKeySet_read("42"), "");
-    const auto shown = boxes();
-    ASSERT_EQ(shown.size(), 2);
-    EXPECT_EQ(shown[0].style, 16);
-    EXPECT_EQ(shown[0].title, "ZEL Hot Keys");
-    EXPECT_EQ(shown[0].text, QDir::toNativeSeparators(dataPath() + "/HKSET42.SDF") +
+    EXPECT_EQ(boxTexts(),
+              QStringList(2, QDir::toNativeSeparators(dataPath() + "/HKSET42.SDF") +
                                  "\r\rHot Keys File Is Missing\rMake sure the Hot Keys file is "
-                                 "in the data path.");
+                                 "in the data path."));
     EXPECT_EQ(gHotKeyGroups[1].Caption, "Kept");
 }
