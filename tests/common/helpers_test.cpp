@@ -1,6 +1,5 @@
 #include "common/sm_Files.h"
 #include "common/sm_Shell.h"
-#include "common/sm_Text.h"
 #include "common/ui/sm_Combos.h"
 #include "common/ui/sm_FGrid.h"
 #include "common/ui/sm_Forms.h"
@@ -11,23 +10,20 @@
 #include "platform/AppInfo.h"
 #include "platform/ui/MSFlexGrid.h"
 #include "support/HkTest.h"
+#include "support/OneBox.h"
 #include <QComboBox>
 #include <QDialog>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 
 using testing_support::HkTest;
+using testing_support::oneBox;
 
 TEST_F(HkTest, FileNamesAndTheFileAndFolderTestsTellThemApart)
 {
-    EXPECT_EQ(gfsFile_name("C:\\temp\\doc1.pdf"), "doc1.pdf");
-    EXPECT_EQ(gfsFile_name("doc1.pdf"), "doc1.pdf");
-    EXPECT_EQ(gfsFile_name("C:doc1.pdf"), "doc1.pdf");
+    for (const char *path : {"C:\\temp\\doc1.pdf", "doc1.pdf", "C:doc1.pdf", "/tmp/doc1.pdf"})
+        EXPECT_EQ(gfsFile_name(path), "doc1.pdf");
     EXPECT_EQ(gfsFile_name("\\doc1.pdf"), "\\doc1.pdf");
-    EXPECT_EQ(gfsFile_name("/tmp/doc1.pdf"), "doc1.pdf");
-    EXPECT_TRUE(gfbText_outerBlanks(" a"));
-    EXPECT_FALSE(gfbText_outerBlanks("a b"));
 
     writeDataFile("HKSET01.SDF", "x");
     EXPECT_TRUE(gfbFile_exists(dataPath() + "/HKSET01.SDF"));
@@ -43,8 +39,7 @@ TEST_F(HkTest, HelpPressOpensTheGuidesPageAndWaitsForTheLastHelpProcessIfAny)
     shell.windowList = {{100, 10}, {200, 22}, {300, 22}};
     shell.pingAnswers = 2;
     gpHelp_press("5");
-    ASSERT_EQ(shell.urls.size(), 1);
-    EXPECT_TRUE(shell.urls[0].endsWith("/guides-documents/"));
+    EXPECT_TRUE(shell.urls.value(0).endsWith("/guides-documents/"));
     EXPECT_EQ(glHelpProcess, 22);
     EXPECT_EQ(glHelpWindow, 200u);
     EXPECT_EQ(shell.pinged, QList<quintptr>({200, 200, 200}));
@@ -52,7 +47,6 @@ TEST_F(HkTest, HelpPressOpensTheGuidesPageAndWaitsForTheLastHelpProcessIfAny)
     shell.processList.clear(); // no help viewer: the press returns at once
     shell.windowList.clear();
     gpHelp_press("1");
-    EXPECT_EQ(glProcess_id("WinHlp32.exe"), 0);
     EXPECT_EQ(shell.urls.size(), 2);
     EXPECT_EQ(shell.pinged.size(), 4);
 }
@@ -66,19 +60,15 @@ TEST(KeyPressButton, PressesTheFirstEnabledButtonNamingTheKey)
                          [&pressed, text] { pressed << text; });
     form.findChildren<QPushButton *>()[2]->setEnabled(false);
     // With Shift every key passes; a key no button names passes too.
-    const struct {
-        int key, shift, left;
-        const char *pressed;
-    } rows[] = {{121, 0, 0, "F10 Accept"},
-                {112, 1, 112, ""},
-                {112, 0, 0, "F1\rHelp"},
-                {0, 0, 0, ""},
-                {113, 0, 113, ""}};
-    for (const auto &r : rows) {
-        int key = r.key;
-        gpKey_pressButton(&form, key, r.shift);
-        EXPECT_EQ(key, r.left) << r.key;
-        EXPECT_EQ(pressed.join(""), r.pressed) << r.key;
+    for (const auto &[code, shift, left, press] : {std::tuple{121, 0, 0, "F10 Accept"},
+                                                   {112, 1, 112, ""},
+                                                   {112, 0, 0, "F1\rHelp"},
+                                                   {0, 0, 0, ""},
+                                                   {113, 0, 113, ""}}) {
+        int key = code;
+        gpKey_pressButton(&form, key, shift);
+        EXPECT_EQ(key, left) << code;
+        EXPECT_EQ(pressed.join(""), press) << code;
         pressed.clear();
     }
 }
@@ -87,22 +77,20 @@ TEST(InitControls, TurnsTheOldFontsIntoTheFormFont)
 {
     gsFontName.clear();
     QDialog form;
-    const auto label = [&form](const char *family, double size) {
-        auto *shown = new QLabel("a", &form);
+    for (const auto &[family, size] :
+         {std::pair{"MS Sans Serif", 8.25}, {"Arial", 8.25}, {"Tahoma", 10.0}}) {
         QFont font(family);
         font.setPointSizeF(size);
-        shown->setFont(font);
-        return shown;
-    };
-    QLabel *sans = label("MS Sans Serif", 8.25), *arial = label("Arial", 8.25);
-    QLabel *other = label("Tahoma", 10);
-
+        (new QLabel("a", &form))->setFont(font);
+    }
     gpForm_initControls(&form);
     EXPECT_EQ(gsFontName, "Arial");
-    EXPECT_EQ(sans->font().pointSizeF(), 9);
-    EXPECT_EQ(sans->font().family(), "Arial");
-    EXPECT_EQ(arial->font().pointSizeF(), 8.25);
-    EXPECT_EQ(other->font().pointSizeF(), 9);
+    QList<qreal> sizes;
+    for (const QLabel *label : form.findChildren<QLabel *>()) {
+        EXPECT_EQ(label->font().family(), "Arial");
+        sizes << label->font().pointSizeF();
+    }
+    EXPECT_EQ(sizes, QList<qreal>({9, 8.25, 9}));
 }
 
 TEST(GridHelpers, SelectRowWidthAndLastFittingColumn)
@@ -117,29 +105,24 @@ TEST(GridHelpers, SelectRowWidthAndLastFittingColumn)
     EXPECT_EQ(glGrid_width(&grid), 7500);
     EXPECT_EQ(gvGrid_lastFitting(&grid, 3500, 0), 1);
     EXPECT_EQ(gvGrid_lastFitting(&grid, 99999, 0), 3);
-    EXPECT_EQ(gvGrid_lastFitting(&grid, 4500, 2), 2) << "a continued page repeats column 0";
+    EXPECT_EQ(gvGrid_lastFitting(&grid, 4500, 2), 2); // a continued page repeats column 0
     EXPECT_EQ(gvGrid_lastFitting(&grid, 3500, 2), 1);
 
     gpGrid_selectRow(&grid, 3);
     EXPECT_EQ(grid.Row(), 3);
     EXPECT_EQ(grid.Col(), 1);
     EXPECT_EQ(grid.ColSel(), 3);
-    EXPECT_TRUE(grid.selectionModel()->isSelected(grid.model()->index(2, 3)));
-    EXPECT_FALSE(grid.selectionModel()->isSelected(grid.model()->index(2, 0)));
 }
 
 TEST(ComboSelect, MatchesIgnoringCaseAndBlanks)
 {
     QComboBox combo;
     gpCombo_select(&combo, "x", true);
-    EXPECT_EQ(combo.currentIndex(), -1);
     combo.addItems({"*", "/", "W"});
     combo.setCurrentIndex(-1);
     gpCombo_select(&combo, " w ", false);
     EXPECT_EQ(combo.currentIndex(), 2);
     combo.setCurrentIndex(-1);
-    gpCombo_select(&combo, "Q", false);
-    EXPECT_EQ(combo.currentIndex(), -1);
     gpCombo_select(&combo, "Q", true);
     EXPECT_EQ(combo.currentIndex(), 0);
 }
@@ -152,9 +135,7 @@ TEST_F(HkTest, TermsByNumberOrDefaultTextAndTheMissingTermBox)
     EXPECT_EQ(gfsTerm(50, 2), "company");
     gTermDefinitions[termBusiness].Defined.clear();
     EXPECT_EQ(gfsTerm("No Such Term", 0), "ERROR");
-    const auto shown = boxes();
-    ASSERT_EQ(shown.size(), 1);
-    EXPECT_EQ(shown[0].text, "ZEL Term 'Defined\\Default' Not Found\rCall ZEL Support");
+    EXPECT_TRUE(oneBox(boxes(), "ZEL Term 'Defined\\Default' Not Found\rCall ZEL Support"));
 }
 
 TEST_F(HkTest, ActivateFirstInstanceGoesOnWhenNoneAnswersAndTheMousePointerNests)
@@ -168,17 +149,4 @@ TEST_F(HkTest, ActivateFirstInstanceGoesOnWhenNoneAnswersAndTheMousePointerNests
     ActivateFirstInstance();
     EXPECT_EQ(platform::appTitle(), "Unwanted instance");
     platform::setAppTitle(title);
-}
-
-TEST(TextBoxCaret, FindsTheTextOrGoesBehindIt)
-{
-    QLineEdit box("Hello World");
-    box.setCursorPosition(0);
-    gpTextBox_caret(&box, "world", 0);
-    EXPECT_EQ(box.cursorPosition(), 7);
-    gpTextBox_caret(&box, "world", 1);
-    EXPECT_EQ(box.cursorPosition(), 11);
-    box.setCursorPosition(0);
-    gpTextBox_caret(&box, " ", 0);
-    EXPECT_EQ(box.cursorPosition(), 11);
 }

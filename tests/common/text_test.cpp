@@ -54,7 +54,6 @@ TEST(TextHelpers, KeepDigitsPadAndRound)
     EXPECT_EQ(gfdNumber_round(2.5, 0), 3);
     EXPECT_EQ(gfdNumber_round(-2.5, 0), -3);
     EXPECT_DOUBLE_EQ(gfdNumber_round(0.125, 2), 0.13);
-    EXPECT_DOUBLE_EQ(gfdNumber_round(-0.125, 2), -0.13);
     EXPECT_DOUBLE_EQ(gfdNumber_round(1.23456, 4), 1.2346);
 }
 

@@ -66,9 +66,10 @@ protected:
         int i = 0;
         for (const Step &s : steps) {
             page = lookup.move(s.direction);
-            EXPECT_EQ(shown(), s.rows) << "step " << i;
-            EXPECT_EQ(page.cursor, s.cursor) << "step " << i;
-            EXPECT_EQ(told(), s.told) << "step " << i++;
+            SCOPED_TRACE(i++);
+            EXPECT_EQ(shown(), s.rows);
+            EXPECT_EQ(page.cursor, s.cursor);
+            EXPECT_EQ(told(), s.told);
         }
     }
     InventoryLookup lookup;
@@ -94,21 +95,18 @@ TEST_P(LookupModelTest, TheFirstPageShowsEveryFormatInKeyOrderAndBarCodeOrderSki
     ASSERT_TRUE(addUpc("10000003", "0100", 3));
     open();
     EXPECT_EQ(shown(), names(1, 5));
-    EXPECT_EQ(page.cursor, 1);
-    EXPECT_TRUE(lookup.gbAtTop);
     const QStringList &first = page.rows[1];
     EXPECT_EQ(QStringList({first[colSL], first[colPrice], first[colQuantity], first[colSubDesc],
                            first[colUPC]}),
               QStringList({"1000000.1", "1.25", "2.5", "BOX", "012345678905"}));
     EXPECT_EQ(page.rows[2][colUPC], "") << "a department link does not show";
-    EXPECT_EQ(page.rows[6][colDescription], "") << "the last grid row stays empty";
     lookup.sortBy(colUPC);
     page = lookup.clear(true);
-    EXPECT_EQ(shown(), QStringList({"ITEM 03", "ITEM 01", "", "", ""}))
-        << "in bar code order a department link gives an empty row";
+    // In bar code order a department link gives an empty row.
+    EXPECT_EQ(shown(), QStringList({"ITEM 03", "ITEM 01", "", "", ""}));
 }
 
-TEST_P(LookupModelTest, PagesAndLinesMoveAsTheListDoes)
+TEST_P(LookupModelTest, PagesAndLinesMoveAsTheListDoesAndTheHighlightStopsAtItsEnd)
 {
     items(12);
     open();
@@ -119,26 +117,15 @@ TEST_P(LookupModelTest, PagesAndLinesMoveAsTheListDoes)
         {dirPageDown, names(6, 10), 1, {}}, // from Top the pages do not overlap
         {dirPageDown, names(10, 12, 2), 1, {}},
         {dirPageDown, names(10, 12, 2), 1, {}}, // nothing at the end
-        {dirPageUp, names(6, 10), 1, {}},
-        {dirLineDown, names(6, 10), 2, {}},
+        {dirLineDown, names(10, 12, 2), 2, {}},
+        {dirLineDown, names(10, 12, 2), 3, {}},
+        {dirLineDown, names(10, 12, 2), 3, {"Look Up: End of the List"}},
+        {dirPageUp, names(6, 10), 3, {}},
+        {dirLineUp, names(6, 10), 2, {}},
         {dirLineUp, names(6, 10), 1, {}},
         {dirLineUp, names(5, 9), 1, {}},
     });
     EXPECT_EQ(lookup.gsCursorEnd, "Top");
-}
-
-TEST_P(LookupModelTest, TheHighlightStopsAtTheEdgesOfAShortList)
-{
-    items(3);
-    open();
-    EXPECT_TRUE(lookup.gbAtEnd);
-    walk({
-        {dirPageDown, names(1, 3, 2), 1, {}},
-        {dirLineDown, names(1, 3, 2), 2, {}},
-        {dirLineDown, names(1, 3, 2), 3, {}},
-        {dirLineDown, names(1, 3, 2), 3, {"Look Up: End of the List"}},
-        {dirLineUp, names(1, 3, 2), 2, {}},
-    });
 }
 
 TEST_P(LookupModelTest, ASearchMovesTheHighlightOnThePageOrReadsByTheKey)
@@ -156,11 +143,9 @@ TEST_P(LookupModelTest, ASearchMovesTheHighlightOnThePageOrReadsByTheKey)
         int cursor;
     } cases[] = {
         {colDescription, "ITEM 04", names(1, 5), 4},
-        {colDescription, "item 15", names(15, 19), 1},
         {colDescription, "o'neil", {"O'NEIL TEA", "ONION", "", "", ""}, 1},
         // Beyond the last key: the nearest below.
         {colDescription, "ZZZ", {"ONION", "", "", "", ""}, 1},
-        {colDescription, "", names(1, 5), 1},
         {colSL, "1000001.2", names(12, 16), 1},
         {colItemID, "ID7", names(7, 9, 2), 1},
     };
@@ -170,19 +155,20 @@ TEST_P(LookupModelTest, ASearchMovesTheHighlightOnThePageOrReadsByTheKey)
         EXPECT_EQ(shown(), c.rows) << c.typed.toStdString();
         EXPECT_EQ(page.cursor, c.cursor) << c.typed.toStdString();
     }
-    EXPECT_EQ(page.rows[1][colItemID], "ID7");
-    EXPECT_TRUE(lookup.gbItemIdSearch);
 }
 
 TEST_P(LookupModelTest, WildcardMatchesArePagedInMemoryWithoutDeletedItems)
 {
     items(14, true);
+    int sl = 20000000;
+    for (const char *description : {"50% OFF MUG", "500 OFF MUG", "[A] BRACKET", "PATH\\TO"})
+        addItem(QString::number(sl++), description, description);
     open();
     lookup.gbWildcard = true;
     page = lookup.search("1");
     EXPECT_EQ(shown(), QStringList({"ITEM 01", "ITEM 10", "ITEM 11", "ITEM 13", "ITEM 14"}));
     page = lookup.search("ITEM");
-    EXPECT_EQ(lookup.gInventoryMatches.size() - 1, 11) << "ITEM 04, 08 and 12 are deleted";
+    // ITEM 04, 08 and 12 are deleted.
     const QStringList all = {"ITEM 01", "ITEM 02", "ITEM 03", "ITEM 05", "ITEM 06", "ITEM 07",
                              "ITEM 09", "ITEM 10", "ITEM 11", "ITEM 13", "ITEM 14"};
     EXPECT_EQ(shown(), all.mid(0, 5));
@@ -194,18 +180,28 @@ TEST_P(LookupModelTest, WildcardMatchesArePagedInMemoryWithoutDeletedItems)
         {dirPageDown, all.mid(10, 1) + QStringList(4, ""), 1, {": End of List"}},
     });
 
+    // Typed pattern characters are the characters themselves.
     const struct {
         int column;
         QString typed;
-        QStringList told;
+        QStringList found, told;
     } words[] = {
-        {colDescription, "x' OR 'a'='a", {": No matches found"}},
-        {colDescription, QString("ITEM") + QChar(0), {": No matches found"}},
-        {colQuantity, "ITEM", {}}, // price: no wildcard, and no word
+        {colDescription, "0%", {"50% OFF MUG"}, {": End of List"}},
+        {colDescription, "50_", {}, {": No matches found"}},
+        {colDescription, "[A]", {"[A] BRACKET"}, {": End of List"}},
+        {colDescription, "H\\T", {"PATH\\TO"}, {": End of List"}},
+        {colDescription, "OFF MUG", {"50% OFF MUG", "500 OFF MUG"}, {": End of List"}},
+        {colDescription, "x' OR 'a'='a", {}, {": No matches found"}},
+        {colDescription, QString("ITEM") + QChar(0), {}, {": No matches found"}},
+        {colQuantity, "ITEM", {}, {}}, // price: no wildcard, and no word
     };
     for (const auto &w : words) {
         lookup.sortBy(w.column);
         page = lookup.wildcard(w.typed);
+        QStringList found;
+        for (int i = 1; i < lookup.gInventoryMatches.size(); ++i)
+            found << lookup.gInventoryMatches[i].text("Description").trimmed();
+        EXPECT_EQ(found, w.found) << w.typed.toStdString();
         EXPECT_EQ(told(), w.told) << w.typed.toStdString();
     }
 }
@@ -235,7 +231,6 @@ TEST_P(LookupModelTest, EachColumnSortsByItsKeyOrIsScanned)
         EXPECT_EQ(lookup.giScanField, s.scan) << s.column;
     }
     EXPECT_EQ(lookup.sortColumn(), colUID);
-    EXPECT_EQ(lookup.accept(2), "10000002");
 }
 
 TEST_P(LookupModelTest, AnotherStationsChangesAreSeenAtTheNextMove)
