@@ -26,13 +26,12 @@ namespace {
 
 int saveLoop(ScriptedDialogs &dialogs, int count)
 {
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < count; ++i)
         if (!gpHotKeySet_write("07", fillSetVersion(i % 2))) {
             for (const Box &box : dialogs.take())
                 std::fprintf(stderr, "%s\n", qPrintable(box.text));
             return 1;
         }
-    }
     return 0;
 }
 
@@ -50,9 +49,7 @@ int killedSaves(ScriptedDialogs &dialogs, int count)
     int left = 0;
     for (int i = 0; i < count; ++i) {
         int ready[2];
-        if (::pipe(ready) != 0)
-            return 2;
-        const pid_t station = ::fork();
+        const pid_t station = ::pipe(ready) == 0 ? ::fork() : -1;
         if (station < 0)
             return 2;
         if (station == 0)

@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTcpServer>
 #include <QTest>
 #include <QTimer>
@@ -19,9 +20,14 @@ using namespace testing_support;
 
 namespace {
 
-// Keys of the mail screen's keyboard, by the characters they type.
-void keys(frmSendMail &f, const QString &text)
+// A touch on the box (none: on none), which makes it the keyboard's target, then
+// the text typed on the on-screen keyboard.
+void type(frmSendMail &f, QWidget *box, const QString &text)
 {
+    if (auto *body = qobject_cast<QPlainTextEdit *>(box))
+        box = body->viewport();
+    if (box)
+        QTest::mouseClick(box, Qt::LeftButton);
     for (QChar c : text) {
         QPushButton *key = nullptr;
         for (QPushButton *k : f.cmdKeyPad)
@@ -30,15 +36,6 @@ void keys(frmSendMail &f, const QString &text)
         ASSERT_TRUE(key) << "no key for " << QString(c).toStdString();
         QTest::mouseClick(key, Qt::LeftButton);
     }
-}
-
-// A touch on the box, which makes it the keyboard's target, then its text typed
-// on the on-screen keyboard.
-void type(frmSendMail &f, QWidget *box, const QString &text)
-{
-    auto *body = qobject_cast<QPlainTextEdit *>(box);
-    QTest::mouseClick(body ? body->viewport() : box, Qt::LeftButton);
-    keys(f, text);
 }
 
 class MailScreenTest : public MailTest {
@@ -53,25 +50,14 @@ protected:
     std::unique_ptr<frmSendMail> f = std::make_unique<frmSendMail>();
 };
 
-class PreviewMailTest : public MailTest {
-protected:
-    void TearDown() override
-    {
-        setPreviewMailOpener(nullptr);
-        MailTest::TearDown();
-    }
-};
-
 } // namespace
 
-TEST_F(MailScreenTest, KeysSitInTypewriterRowsLargeEnoughForAFinger)
+TEST_F(MailScreenTest, KeysSitInTypewriterRowsLargeEnoughForAFingerAndHide)
 {
     EXPECT_EQ(f->windowTitle(), "Send");
     QStringList labels;
     for (QLabel *l : f->findChildren<QLabel *>()) labels << l->text();
     EXPECT_EQ(labels, (QStringList{"To", "Bcc", "From", "Subject", "Message", "Attachment"}));
-    EXPECT_EQ(f->cmdSend->text(), "Send");
-    EXPECT_EQ(f->cmdCancel->text(), "Esc Cancel");
     // Read the rows off the screen, top to bottom and left to right.
     QMap<int, QMap<int, QString>> rows;
     for (QPushButton *key : f->FraKeyBoard->findChildren<QPushButton *>()) {
@@ -83,21 +69,31 @@ TEST_F(MailScreenTest, KeysSitInTypewriterRowsLargeEnoughForAFinger)
     EXPECT_EQ(seen,
               (QStringList{"1 2 3 4 5 6 7 8 9 0", "Q W E R T Y U I O P", "A S D F G H J K L _",
                            "Z X C V B N M - . @", "Upper Case Space Back Space Clear"}));
+
+    // Hidden and shown again, the keyboard gives back the height it took.
+    const int full = f->height();
+    click(f->CmdShowKB);
+    EXPECT_TRUE(f->FraKeyBoard->isHidden());
+    EXPECT_EQ(f->CmdShowKB->text(), "Show Keyboard");
+    EXPECT_NEAR(f->height(), full * 2.0 / 3.0, 1);
+    click(f->CmdShowKB);
+    EXPECT_EQ(f->CmdShowKB->text(), "Hide Keyboard");
+    EXPECT_NEAR(f->height(), full, 2);
 }
 
 TEST_F(MailScreenTest, KeyboardTypesIntoTheBoxLastTouched)
 {
-    keys(*f, "HI");
+    type(*f, nullptr, "HI");
     EXPECT_TRUE(f->txtTo->text().isEmpty()) << "no box touched yet: nothing happens";
     type(*f, f->TxtBody, "HI");
     EXPECT_EQ(f->FraKeyBoard->title(), "Message");
     click(f->cmdEdit[2]);
     EXPECT_EQ(f->cmdEdit[2]->text(), "Lower Case");
-    keys(*f, "HI");
+    type(*f, nullptr, "HI");
     EXPECT_EQ(f->TxtBody->toPlainText(), "hiHI");
     click(f->cmdEdit[2]);
     click(f->cmdEdit[0]);
-    keys(*f, "A");
+    type(*f, nullptr, "A");
     EXPECT_EQ(f->TxtBody->toPlainText(), " a") << "Clear leaves one blank";
     for (int i = 0; i < 3; ++i) click(f->cmdEdit[1]);
     EXPECT_EQ(f->TxtBody->toPlainText(), "") << "an empty box stays empty";
@@ -116,18 +112,6 @@ TEST_F(MailScreenTest, KeyboardTypesIntoTheBoxLastTouched)
     EXPECT_EQ(f->FraKeyBoard->title(), "Attach") << "Bcc is no target of the keyboard";
     EXPECT_TRUE(f->TxtCC->text().isEmpty());
     EXPECT_EQ(f->txtAttach->text(), "7 qx");
-}
-
-TEST_F(MailScreenTest, HidingAndShowingTheKeyboardReturnsTheHeight)
-{
-    const int full = f->height();
-    click(f->CmdShowKB);
-    EXPECT_TRUE(f->FraKeyBoard->isHidden());
-    EXPECT_EQ(f->CmdShowKB->text(), "Show Keyboard");
-    EXPECT_NEAR(f->height(), full * 2.0 / 3.0, 1);
-    click(f->CmdShowKB);
-    EXPECT_EQ(f->CmdShowKB->text(), "Hide Keyboard");
-    EXPECT_NEAR(f->height(), full, 2);
 }
 
 TEST_F(MailScreenTest, AttachmentsChosenTwiceAreJoinedByAComma)
@@ -167,22 +151,20 @@ TEST_F(MailScreenTest, WhileSendingTheScreenPaintsButCannotBeLeft)
     EXPECT_TRUE(triedToLeave && f->isVisible() && f->isEnabled());
     const QList<Box> shown = boxes();
     ASSERT_EQ(shown.size(), 1) << "one send, one box";
-    EXPECT_TRUE(shown[0].text.startsWith(
-        "28 The mail server did not answer in time. Please try again later."))
-        << shown[0].text.toStdString();
     EXPECT_EQ(shown[0].title, "Error sending Email");
+    EXPECT_TRUE(shown[0].text.startsWith(
+        "28 The mail server did not answer in time. Please try again later."));
     EXPECT_TRUE(shown[0].text.endsWith(
-        "\r\nServer: 127.0.0.1\r\nPort:" + QString::number(silent.serverPort()) +
-        "\r\nUser:" + SmtpPeer::kUser));
-    EXPECT_FALSE(shown[0].text.contains(SmtpPeer::kPassword));
+        "\r\nServer: 127.0.0.1\r\nPort:" + QString::number(silent.serverPort()) + "\r\nUser:clerk"))
+        << shown[0].text.toStdString();
     EXPECT_EQ(f->TxtBody->toPlainText(), "kept") << "nothing typed is lost";
     QTest::keyClick(f->txtTo, Qt::Key_Escape);
     EXPECT_FALSE(f->isVisible());
-    EXPECT_EQ(f->result(), QDialog::Rejected);
 }
 
-TEST_F(PreviewMailTest, AReportGoesFromThePreviewToAMailboxWithItsPdf)
+TEST_F(MailTest, AReportGoesFromThePreviewToAMailboxWithItsPdf)
 {
+    const auto noMailFromLaterPreviews = qScopeGuard([] { setPreviewMailOpener(nullptr); });
     SmtpPeer *p = server(SmtpPeer::Secure);
     shell.printers = {"Office"};
     gCommonRecord.clear();
@@ -195,17 +177,10 @@ TEST_F(PreviewMailTest, AReportGoesFromThePreviewToAMailboxWithItsPdf)
         QTest::keyClick(preview.focusWidget() ? preview.focusWidget() : &preview, Qt::Key_F8);
         static_cast<frmSMPRNT_PREVIEW &>(preview).cmdClose_Click();
     });
-    QByteArray pdf;
     modal.on<frmSendMail>([&](frmSendMail &f) {
-        EXPECT_TRUE(f.txtTo->text().isEmpty()) << "the screen starts empty";
-        EXPECT_EQ(f.txtAttach->text(), QDir::toNativeSeparators(doc))
-            << "but for the report, attached already";
+        EXPECT_EQ(f.txtAttach->text(), QDir::toNativeSeparators(doc)) << "the report, attached";
         type(f, f.txtTo, "OFFICE@EXAMPLE.COM");
         type(f, f.txtFrom, "SHOP@EXAMPLE.COM");
-        type(f, f.TxtSubject, "HOT KEYS");
-        QFile made(doc);
-        EXPECT_TRUE(made.open(QIODevice::ReadOnly));
-        pdf = made.readAll();
         QTest::mouseClick(f.cmdSend, Qt::LeftButton);
         EXPECT_EQ(f.result(), QDialog::Accepted) << "the screen closes once the message went";
     });
@@ -217,11 +192,8 @@ TEST_F(PreviewMailTest, AReportGoesFromThePreviewToAMailboxWithItsPdf)
 
     const QJsonObject m = onlyMessage(p);
     EXPECT_EQ(rcpt(m), QStringList{"office@example.com"});
-    EXPECT_EQ(header(m, "Subject"), "hot keys");
     const QJsonArray files = m["attachments"].toArray();
     ASSERT_EQ(files.size(), 1);
-    EXPECT_EQ(files[0]["filename"].toString(), "Doc1.pdf");
-    EXPECT_EQ(files[0]["type"].toString(), "application/pdf");
-    EXPECT_TRUE(pdf.startsWith("%PDF"));
-    EXPECT_EQ(QByteArray::fromBase64(files[0]["data"].toString().toLatin1()), pdf);
+    const QByteArray pdf = QByteArray::fromBase64(files[0]["data"].toString().toLatin1());
+    EXPECT_TRUE(pdf.startsWith("%PDF-") && pdf.trimmed().endsWith("%%EOF"));
 }

@@ -1,9 +1,7 @@
 #include "support/DbTest.h"
-#include "database/DbEngine.h"
 #include "platform/AppInfo.h"
 #include "platform/SettingsStore.h"
 #include "settings/clsDataPath.h"
-#include "support/PgCluster.h"
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -200,11 +198,6 @@ std::unique_ptr<DbEngine> DbTest::anotherStation()
     EXPECT_EQ(station->connectServer(where.sServer, where.sUser, where.sPassword, error), 1);
     EXPECT_TRUE(station->open(where.sDBName, error)) << error.text.toStdString();
     return station;
-}
-
-void DbTest::release(SqliteEngine &station)
-{
-    EXPECT_TRUE(QSqlQuery(station.db()).exec("COMMIT"));
 }
 
 void DbTest::damageDatabase()

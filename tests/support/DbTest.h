@@ -3,6 +3,7 @@
 #include "database/ZelDBSM_MSDE.h"
 #include "support/HkTest.h"
 #include "support/PgCluster.h"
+#include <QSqlQuery>
 #include <memory>
 
 namespace testing_support {
@@ -68,7 +69,7 @@ protected:
     // Another station's connection that holds the whole database locked until
     // it is released (or destroyed).
     std::unique_ptr<SqliteEngine> lockAsAnotherStation();
-    void release(SqliteEngine &station);
+    void release(SqliteEngine &station) { EXPECT_TRUE(QSqlQuery(station.db()).exec("COMMIT")); }
     // Another station's connection to the test's database, on the test's engine.
     std::unique_ptr<DbEngine> anotherStation();
     // Overwrites the database file in place with bytes that are no database.

@@ -35,6 +35,13 @@ bool writeFile(const QString &path, const QByteArray &bytes)
     return f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(bytes) == bytes.size();
 }
 
+struct Shared {
+    std::unique_ptr<QTemporaryDir> own; // the folder of a cluster this process started
+    std::unique_ptr<PgCluster> cluster;
+    QString error;
+    bool tried = false;
+} shared;
+
 } // namespace
 
 bool PgCluster::pgCtl(const QStringList &arguments, QString *error) const
@@ -78,11 +85,6 @@ bool PgCluster::restart(QString *error)
                  error);
 }
 
-bool PgCluster::stop()
-{
-    return pgCtl({"-m", "fast", "stop"}, nullptr);
-}
-
 bool PgCluster::attach(const QString &folder)
 {
     QFile f(folder + "/port");
@@ -92,17 +94,6 @@ bool PgCluster::attach(const QString &folder)
     m_port = f.readAll().trimmed().toInt();
     return pgCtl({"status"}, nullptr);
 }
-
-namespace {
-
-struct Shared {
-    std::unique_ptr<QTemporaryDir> own; // the folder of a cluster this process started
-    std::unique_ptr<PgCluster> cluster;
-    QString error;
-    bool tried = false;
-} shared;
-
-} // namespace
 
 PgCluster *sharedPgCluster(QString *error)
 {

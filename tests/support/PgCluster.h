@@ -1,5 +1,5 @@
 #pragma once
-#include <QString>
+#include <QStringList>
 
 namespace testing_support {
 
@@ -14,7 +14,7 @@ public:
     // Makes and starts the cluster in `folder`, which must not exist yet.
     bool start(const QString &folder, QString *error);
     // Stops it (fast: the clients' connections end) and leaves the folder.
-    bool stop();
+    bool stop() { return pgCtl({"-m", "fast", "stop"}, nullptr); }
     // Starts it again on the same port after stop().
     bool restart(QString *error);
     // A cluster that `start` of another process left in `folder`; false when none runs there.

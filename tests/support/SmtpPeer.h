@@ -9,7 +9,7 @@ namespace testing_support {
 // A real SMTP server on a free loopback port (Debian's aiosmtpd) that keeps what
 // arrives. Secure: AUTH and STARTTLS required; Implicit: AUTH over TLS from the
 // first byte (smtps); both with a certificate made for the test. Every kind
-// refuses the recipients "nobody@...".
+// refuses the recipients "nobody@...". The server is support/smtp_server.py.
 class SmtpPeer {
 public:
     enum Kind { Plain, Secure, Implicit };

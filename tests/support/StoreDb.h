@@ -1,4 +1,6 @@
 #pragma once
+#include "shell/hkeyDBSM_Interface.h"
+#include "shell/hkeyDBSM_Setup.h"
 #include "support/ItemTables.h"
 
 namespace testing_support {
@@ -7,11 +9,24 @@ namespace testing_support {
 class StoreDbTest : public ItemTablesTest {
 protected:
     // Runs the table set-up of the start; true when the application may go on.
-    bool setup();
+    bool setup()
+    {
+        gpDBSM_Disconnect();
+        return gfbDBSM_Setup();
+    }
     // Writes the one COMMON row.
-    void seedCommon(int store, const QString &multiStore = "N");
+    void seedCommon(int store, const QString &multiStore = "N")
+    {
+        setup(); // makes COMMON, which has no row yet
+        insertCommon(store, multiStore);
+    }
     // Store 1 set up as at start, its inventory and bar code tables open.
-    void openStore() override;
+    void openStore() override
+    {
+        seedCommon(1);
+        ASSERT_TRUE(setup());
+        ASSERT_TRUE(gfbDBSM_Open());
+    }
 };
 
 } // namespace testing_support

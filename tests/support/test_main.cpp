@@ -4,8 +4,8 @@
 #include <QStandardPaths>
 #include <gtest/gtest.h>
 #ifdef HK_TEST_VERSIONS
+#include "hotkeys/hkeyVersions.h"
 #include "support/DbTest.h"
-#include "support/VersionsFolder.h"
 #endif
 #ifdef HK_TEST_SCREENS
 #include "platform/ui/KeyPreviewForm.h"
@@ -30,7 +30,9 @@ int main(int argc, char **argv)
     QStandardPaths::setTestModeEnabled(true);
 #ifdef HK_TEST_VERSIONS
     testing_support::registerTestDataFolder();
-    testing_support::keepVersionsPerTest();
+    // Never in the user's own versions folder.
+    testing_support::HkTest::extend(
+        {[](testing_support::HkTest &test) { versions::setRoot(test.versionsRoot()); }, {}});
 #endif
 #ifdef HK_TEST_SCREENS
     testing_support::showModalFormsPerTest();
