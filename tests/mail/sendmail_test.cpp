@@ -40,10 +40,13 @@ TEST_F(MailTest, BadAddressesAndLineBreaksAreRefusedBeforeAnythingIsSent)
     } cases[] = {
         {"to@x.biz", mail::LineBreak, "line break", "Hi\r\nBcc: evil@x.biz"},
         {"to@x.biz", mail::LineBreak, "line break", "Hi\u2029there"},
+        {"to@x.biz", mail::LineBreak, "line break", "Hi\n"},
         {"to@x.biz\r\nBcc: evil@x.biz", mail::BadAddress,
          "\"to@x.biz  Bcc: evil@x.biz\" holds a line break"},
         {"a@x.biz;b c@x.biz;", mail::BadAddress, "b c"},
+        {"a@x.biz", mail::BadAddress, "line break", "Hi", "b@x.biz\r;"},
         {"to@x.biz", mail::BadAddress, "line break", "Hi", "", "me@x.biz\u2028"},
+        {"to@x.biz", mail::BadAddress, "me@", "Hi", "", "me@x.biz\nX-Evil: 1"},
         {QString(250, 'a') + "@x.biz", mail::BadAddress, "aaa"},
         {"", mail::NoRecipient, "To"},
         {"a@x.biz;", mail::NoSender, "From", "Hi", "", "  "},
