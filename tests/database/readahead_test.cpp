@@ -128,8 +128,11 @@ TEST_P(ReadAheadTest, AFailedReadKeepsTheBufferAndTheNextActionGoesOnFromIt)
     EXPECT_TRUE(log[1].startsWith("SELECT  TOP 1 * FROM items WHERE SL>'00000020"))
         << "the log shows the call's own statement";
     ASSERT_TRUE(lock.exec("COMMIT"));
-    ASSERT_TRUE(read(opNext, 1));
-    EXPECT_EQ(gItem.SL, "00000030");
+    const DbAction again;
+    for (const char *sl : {"00000030", "00000040", "00000050"}) {
+        ASSERT_TRUE(read(opNext, 1));
+        EXPECT_EQ(gItem.SL, sl);
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Engines, ReadAheadTest, testing_support::kEachEngine,

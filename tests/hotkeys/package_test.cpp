@@ -138,6 +138,7 @@ TEST_F(PackageTest, ARoundTripMatchesEachItemByItsCodeRenumbersLinksAndKeepsEver
                               keyLine(3, "Cakes", "", "", "3") +
                               keyLine(4, "Far Away", "", "", "40") +
                               keyLine(5, "Gone", "GONE'1", "Yes")));
+    EXPECT_EQ(readDataFile("HKSET02.SDF").count("\r\n"), 37) << "37 lines, each ended";
     const QByteArray three = readDataFile("HKSET03.SDF");
     EXPECT_TRUE(
         three.startsWith("[SET]Cakes\r\n") &&

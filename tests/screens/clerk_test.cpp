@@ -22,8 +22,10 @@ protected:
     {
         modal.on<frmSpecialKey_edit>([=](frmSpecialKey_edit &d) {
             d.txtEdit->setText(label);
-            d.TxtAmount->setText(value); // the screen shows one of the two
-            d.cboEdit->setEditText(value);
+            if (gbCouponKeys)
+                d.TxtAmount->setText(value);
+            else
+                d.cboEdit->setEditText(value);
             QTest::keyClick(d.txtEdit, Qt::Key_F10);
             if (d.isVisible()) // refused: the clerk gives up on this key
                 QTest::keyClick(d.txtEdit, Qt::Key_Escape);
@@ -114,6 +116,14 @@ TEST_F(ClerkTest, CouponAmountsAreRefusedUnlessANumberAndSpecialKeysWarnOfAClash
                                                      .arg(c.amount)}));
     }
     EXPECT_FALSE(QFile::exists(dataPath() + "/COUPON.BDF"));
+    // Another station's coupons saved meanwhile are kept when the clerk says No.
+    const QByteArray theirs = "[BUTTON]3[CAPTION]Theirs[KEY]~SCOUPN[VALUE]1\r\n";
+    writeDataFile("COUPON.BDF", theirs);
+    dialogs.answer(vbNo);
+    QTest::mouseClick(coupons->cmdOkCancel[0], Qt::LeftButton);
+    EXPECT_TRUE(boxTexts().value(0).startsWith("The coupon key file was saved at another station"));
+    EXPECT_EQ(readDataFile("COUPON.BDF"), theirs);
+    EXPECT_TRUE(coupons->isVisible());
 
     auto special = openKeys(false);
     editKey(*special, 0, "Void", "*");

@@ -83,6 +83,16 @@ TEST_F(SetFixTest, EachFixMendsItsKeyKeepsAVersionAndTheListIsCheckedAgain)
         readDataFile("HKSET01.SDF").startsWith("[SET]Set 01\r\n[GROUP]1[CAPTION]Col[COLOR]\r\n"));
     EXPECT_EQ(readDataFile("HKSET01.SDF").count("\r\n"), 37);
     EXPECT_EQ(line("02", 2), keyLine(2, "Far", "", "No", "7")) << "set 02 untouched";
+
+    // Another station's save since the check is told, and kept when the user says No.
+    pick("02 2 opens set 07");
+    writeSet("02", {keyLine(2, "Far", "", "No", "7"), keyLine(6, "New at the till", "", "No")});
+    const QByteArray theirs = readDataFile("HKSET02.SDF");
+    dialogs.answer(platform::vbNo);
+    list->cmdFix[0]->click();
+    EXPECT_TRUE(boxTexts().value(0).startsWith(
+        "Hot keys set 02 was saved at another station since you opened it here."));
+    EXPECT_EQ(readDataFile("HKSET02.SDF"), theirs);
 }
 
 TEST_F(SetFixTest, FixAllMendsEveryLineOfTheKindAfterOneQuestionAndTheRightClickOffersIt)

@@ -88,7 +88,7 @@ TEST_F(VersionsScreenTest, TheSetListShowsASetsVersionsOrThatNoneIsKeptComparesA
     EXPECT_EQ(main->fgrdItems->TextMatrix(1, 1), "Lunch");
     EXPECT_EQ(said, QStringList({"Column 2 key 3: label Soup -> Salad", "Title: Lunch -> Dinner",
                                  "2 differences, framed in red on both panels."}));
-    // The differing key is framed in red.
+    // The differing key is framed: red pixels that a panel without differences lacks.
     const auto reds = [](const QImage &image) {
         int n = 0;
         for (int y = 0; y < image.height(); ++y)
@@ -96,6 +96,9 @@ TEST_F(VersionsScreenTest, TheSetListShowsASetsVersionsOrThatNoneIsKeptComparesA
         return n;
     };
     EXPECT_GT(reds(differ), 100);
+    HotKeySet plain;
+    hotKeySetClear(plain);
+    EXPECT_EQ(reds(gfLayout_panelImage(plain, {560, 380})), 0);
 }
 
 TEST_F(VersionsScreenTest, RestoringARemovedSetPutsBackTheKeysItsRemovalClearedWhereStillEmpty)
