@@ -1,6 +1,7 @@
 #include "ScreenForms.h"
 #include "screens/frmVersionCompare.h"
 #include "screens/frmVersions.h"
+#include "screens/hkeyLayoutPanel.h"
 
 namespace {
 
