@@ -93,7 +93,7 @@ failed = []
 def run(entry):
     number, name, command, cwd, env, shards = entry
     lines, branches, passed = set(), set(), True
-    # the display layer stops itself after 110 s, which this build outlasts in one part
+    # run.sh stops the display layer after 110 s, which this build outlasts in one part
     for shard in range(shards):
         part = dict(env, GTEST_TOTAL_SHARDS=str(shards), GTEST_SHARD_INDEX=str(shard))
         ok, (l, b) = run_alone(f"{number}-{shard}", command, cwd, part)
