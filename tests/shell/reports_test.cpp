@@ -49,7 +49,7 @@ protected:
     // Keeps in `out` what the next print puts in its preview.
     void onPreview(Printed &out)
     {
-        modal.on<frmSMPRNT_PREVIEW>([this, &out](frmSMPRNT_PREVIEW &f) {
+        modal.on<frmSMPRNT_PREVIEW>([&out](frmSMPRNT_PREVIEW &f) {
             const print::PageDocument &doc = *f.vsvPrinter;
             out.pages = doc.PageCount();
             out.orientation = doc.Orientation();
